@@ -13,7 +13,7 @@ struct Error {
 
 /// A value, or the reason why there is none. Must be looked at.
 template <class Value>
-using Result [[nodiscard]] = tl::expected<Value, Error>;
+using Result = tl::expected<Value, Error>;
 
 inline tl::unexpected<Error> Failure(std::string text, int number = 0)
 {

@@ -1,0 +1,3 @@
+include(${CMAKE_CURRENT_LIST_DIR}/jpeg.cmake OPTIONAL)
+include(${CMAKE_CURRENT_LIST_DIR}/tiff.cmake OPTIONAL)
+list(APPEND bkimgutl_sources codecs/Codec.h)

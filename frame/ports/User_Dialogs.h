@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+#include <memory>
+#include <optional>
+
+enum class Message_Icon { None, Question, Exclamation, Information };
+enum class Message_Buttons { Ok, Yes_No, Yes_No_Cancel };
+enum class Message_Answer { Ok, Yes, No, Cancel };
+
+/// A question or a message. The title is the program's name unless one is given.
+struct Message {
+    QString text;
+    Message_Buttons buttons = Message_Buttons::Ok;
+    Message_Answer standard = Message_Answer::Ok; ///< what Enter answers
+    Message_Icon icon = Message_Icon::None;
+    QString title = QStringLiteral("Halvine");
+};
+
+struct Input_Question {
+    QString prompt;
+    QString title = QStringLiteral("Halvine");
+    QString text; ///< what stands in the field at first
+};
+
+/// A folder or file picker ("bkcExplorer").
+struct Picker_Question {
+    QString caption;
+    QString folder;  ///< where it starts
+    QString name;    ///< proposed name; may carry a save qualifier behind the name
+    QString pattern; ///< "*.jpg;*.jif;*.tif"
+    enum class Kind { Save_File, Open_File, Open_Files, Folder } kind = Kind::Save_File;
+};
+
+/// The progress window of the longest operations. It shows itself, keeps the window alive and knows whether the user
+/// pressed Stop.
+class Progress_Window {
+public:
+    virtual ~Progress_Window() = default; ///< takes the window away
+    virtual void Show(const QString& text, int done, int total) = 0;
+    virtual bool Stop_Requested() = 0; ///< processes pending events first
+};
+
+/// Everything the logic asks of the person. Logic never opens a window itself; tests and hv answer in the window's place.
+class User_Dialogs {
+public:
+    virtual ~User_Dialogs() = default;
+    virtual Message_Answer Ask(const Message& message) = 0;
+    virtual std::optional<QString> Input(const Input_Question& question) = 0;
+    virtual QStringList Pick(const Picker_Question& question) = 0; ///< empty when cancelled
+    virtual void Show_Text(const QString& caption, const QString& text) = 0;
+    virtual void Show_File_List(const QString& caption, const QStringList& files) = 0;
+    virtual std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) = 0;
+
+    void Refuse(const QString& text) { Ask({.text = text, .icon = Message_Icon::Exclamation}); }
+    /// Yes, No, Cancel with No as default; only Yes goes on.
+    bool Confirm(const QString& text)
+    {
+        return Ask({.text = text,
+                    .buttons = Message_Buttons::Yes_No_Cancel,
+                    .standard = Message_Answer::No,
+                    .icon = Message_Icon::Question}) == Message_Answer::Yes;
+    }
+};
