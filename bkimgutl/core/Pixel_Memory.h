@@ -28,3 +28,11 @@ private:
 
 /// Gives all idle blocks back to the system.
 void Release_Idle_Pixel_Memory();
+
+struct Pixel_Memory_Use {
+    std::size_t live_bytes = 0;      ///< of blocks that bitmaps hold
+    std::size_t idle_bytes = 0;      ///< of blocks that wait for the next bitmap
+    std::size_t most_live_bytes = 0; ///< Allocate fails beyond it
+    std::size_t most_idle_bytes = 0;
+};
+Pixel_Memory_Use Current_Pixel_Memory_Use();
