@@ -4,6 +4,7 @@ list(APPEND bkimgutl_sources
     core/Bitmap.cpp
     core/Bitmap.h
     core/Bitmap_View.h
+    core/Color.cpp
     core/Color.h
     core/Handle_Table.cpp
     core/Handle_Table.h
@@ -13,4 +14,5 @@ list(APPEND bkimgutl_sources
     core/Pixel_Memory.h
     core/Pixel_Origin.cpp
     core/Pixel_Origin.h
-    core/Row_Loop.h)
+    core/Row_Loop.h
+    core/Vector_Blocks-inl.h)

@@ -1,0 +1,8 @@
+list(APPEND bkimgutl_sources
+    tone/Byte_Table-inl.h
+    tone/Clip_Table.cpp
+    tone/Clip_Table.h
+    tone/Map_Row.cpp
+    tone/Map_Row.h
+    tone/Table_Map.cpp
+    tone/Table_Map.h)
