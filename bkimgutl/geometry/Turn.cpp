@@ -3,6 +3,7 @@
 #include "bkimgutl/core/Row_Loop.h"
 #include "bkimgutl/geometry/Turn_Rows.h"
 
+#include <algorithm>
 #include <cstring>
 
 // A view that starts at the bottom row and steps upwards is a picture flipped top to bottom, for nothing. With it three
@@ -18,9 +19,14 @@ View Upside_Down(View view)
     return view;
 }
 
+// Threads take whole bands, so that squares do not break at their borders.
 void Transpose(const Bitmap_View& from, const Mutable_Bitmap_View& to)
 {
-    For_Rows(to.height, 2 * to.Row_Bytes(), [&](int first, int end) { Transpose_Rows(from, to, first, end); });
+    const int bands = (to.height + Transpose_Band - 1) / Transpose_Band;
+    For_Rows(bands, 2 * to.Row_Bytes() * Transpose_Band, [&](int first, int end) {
+        for (int band = first; band < end; ++band)
+            Transpose_Rows(from, to, band * Transpose_Band, std::min(to.height, (band + 1) * Transpose_Band));
+    });
 }
 
 void Reverse(const Bitmap_View& from, const Mutable_Bitmap_View& to)

@@ -70,7 +70,7 @@ using Tag32 = hn::FixedTag<std::uint32_t, 4>;
 using Vector8 = hn::Vec<Tag8>;
 using Vector32 = hn::Vec<Tag32>;
 
-constexpr int band_rows = 64;
+constexpr int band_rows = Transpose_Band;
 
 // ---- reversing -------------------------------------------------------------------------------------------------------
 
@@ -155,6 +155,13 @@ void Store_Square_Exactly(const Square& square, std::uint8_t* to, std::ptrdiff_t
     for (int i = 0; i < 4; ++i) std::memcpy(to + i * step, bytes + 16 * i, 12);
 }
 
+// A band jumps from row to row of the source, which no processor foresees.
+HWY_INLINE void Prefetch_Ahead(const Bitmap_View& from, int row, std::ptrdiff_t offset, int bytes)
+{
+    for (int i = row; i < std::min(row + 4, from.height); ++i)
+        for (int k = 0; k < bytes; k += 64) __builtin_prefetch(from.Row(i) + offset + k);
+}
+
 void Transpose_Color(const Bitmap_View& from, const Mutable_Bitmap_View& to, int first, int end)
 {
     const int columns = to.width / 4 * 4; // rows of the source that fill squares
@@ -164,6 +171,7 @@ void Transpose_Color(const Bitmap_View& from, const Mutable_Bitmap_View& to, int
         const int vector_end = band + std::max(0, std::min(band_end - band, from.width - 2 - band)) / 4 * 4;
         for (int x = 0; x < columns; x += 4) {
             const bool last = x + 6 > to.width;
+            Prefetch_Ahead(from, x + 16, 3 * std::ptrdiff_t(band), 3 * (band_end - band));
             for (int y = band; y < vector_end; y += 4) {
                 const Square square = Transposed_Square(from, x, y);
                 std::uint8_t* place = to.Row(y) + 3 * std::ptrdiff_t(x);
