@@ -2,6 +2,8 @@ list(APPEND bkimgutl_sources
     tone/Byte_Table-inl.h
     tone/Clip_Table.cpp
     tone/Clip_Table.h
+    tone/Color_Mix.cpp
+    tone/Color_Mix.h
     tone/Map_Row.cpp
     tone/Map_Row.h
     tone/Table_Map.cpp
