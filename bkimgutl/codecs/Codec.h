@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-// What a codec offers to the contract's file functions. One implementation for JPEG, one for TIFF; File_Functions.cpp in
-// contract/ picks by type. Errors name no file: the caller puts "PATH: " in front.
+// What a codec offers to the contract's file functions. One implementation for JPEG, one for TIFF; Files.cpp in contract/
+// picks by type. Errors name no file: the caller puts "PATH: " in front.
 
 struct Picture_Facts {
     int width = 0; ///< upright
@@ -41,6 +41,8 @@ public:
     virtual Result<std::string> Read_Comment(const Regular_File& file) const = 0; ///< raw bytes as stored
     virtual Result<std::string> Read_Script(const Regular_File& file) const = 0;
     virtual Result<std::vector<std::byte>> Read_EXIF(const Regular_File& file) const = 0; ///< with "Exif",0,0
+    /// The ICC profile; empty when there is none. A profile travels along when a save changes the type of the file.
+    virtual Result<std::vector<std::byte>> Read_Profile(const Regular_File&) const { return std::vector<std::byte>(); }
     virtual Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const = 0;  ///< upright, with its origin
     virtual Result<void> Save(const Save_Request& request) const = 0;                    ///< through Replacement_File
 };
