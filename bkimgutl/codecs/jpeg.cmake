@@ -1,4 +1,24 @@
 list(APPEND bkimgutl_sources
     codecs/Codec.cpp
     codecs/EXIF_Block.cpp
-    codecs/EXIF_Block.h)
+    codecs/EXIF_Block.h
+    codecs/Jpeg_Carry.cpp
+    codecs/Jpeg_Carry.h
+    codecs/Jpeg_Codec.cpp
+    codecs/Jpeg_Encode.cpp
+    codecs/Jpeg_Encode.h
+    codecs/Jpeg_Load.cpp
+    codecs/Jpeg_Load.h
+    codecs/Jpeg_Segments.cpp
+    codecs/Jpeg_Segments.h
+    codecs/Jpeg_Session.cpp
+    codecs/Jpeg_Session.h
+    codecs/Jpeg_Texts.cpp
+    codecs/Jpeg_Texts.h
+    codecs/Jpeg_Transform.cpp
+    codecs/Jpeg_Transform.h
+    codecs/Stored_Text.cpp
+    codecs/Stored_Text.h
+    codecs/Upright_Rows.cpp
+    codecs/Upright_Rows.h
+    contract/Files.cpp)

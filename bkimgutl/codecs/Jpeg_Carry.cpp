@@ -1,0 +1,249 @@
+#include "bkimgutl/codecs/Jpeg_Carry.h"
+
+#include "bkimgutl/codecs/EXIF_Block.h"
+#include "bkimgutl/codecs/Jpeg_Texts.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+using Bytes = std::vector<std::byte>;
+using Colors = Jpeg_Coding::Colors;
+
+constexpr std::size_t JFIF_Bytes = 14; ///< without a thumbnail
+constexpr int Largest_JFIF_Density = 65535;
+
+struct Resolution {
+    int horizontal = -1;
+    int vertical = -1;
+    bool operator==(const Resolution&) const = default;
+};
+
+Resolution Stored_Resolution(const Carry_Plan& plan, int orientation)
+{
+    const auto known = [](int dpi) { return dpi >= 1 ? std::min(dpi, Largest_JFIF_Density) : -1; };
+    Resolution stored{known(plan.horizontal_dpi), known(plan.vertical_dpi)};
+    if (orientation >= 5) std::swap(stored.horizontal, stored.vertical);
+    return stored;
+}
+
+Bytes JFIF_Data(const Resolution& resolution)
+{
+    const bool none = resolution.horizontal < 1 && resolution.vertical < 1;
+    const auto density = [&](int dpi) { return none ? 1 : std::max(dpi, 0); };
+    const int x = density(resolution.horizontal);
+    const int y = density(resolution.vertical);
+    Bytes data;
+    for (const int byte : {int('J'), int('F'), int('I'), int('F'), 0, 1, 2, none ? 0 : 1, x >> 8, x, y >> 8, y, 0, 0})
+        data.push_back(std::byte(byte));
+    return data;
+}
+
+/// A JFIF segment says "YCbCr or grey" to decoders, so other colours go without.
+bool May_Have_JFIF(Colors colors)
+{
+    return colors == Colors::YCbCr || colors == Colors::Grey;
+}
+
+bool Fits(const Bytes& profile, Colors colors)
+{
+    constexpr std::size_t model_at = 16;
+    if (profile.size() < model_at + 4) return false;
+    const std::string_view model(reinterpret_cast<const char*>(profile.data()) + model_at, 4);
+    switch (colors) {
+    case Colors::Grey: return model == "GRAY";
+    case Colors::YCbCr:
+    case Colors::RGB: return model == "RGB " || model == "Lab ";
+    case Colors::CMYK:
+    case Colors::YCCK: return model == "CMYK";
+    case Colors::Other: return true;
+    }
+    return true;
+}
+
+Result<void> Write_Segment(Replacement_File& target, std::uint8_t marker, const Bytes& data)
+{
+    return target.Write(Segment_Bytes(marker, data));
+}
+
+Result<void> Write_Start(Replacement_File& target)
+{
+    const std::byte start[] = {std::byte(0xFF), std::byte(Marker_SOI)};
+    return target.Write(start);
+}
+
+Result<void> Write_Texts(Replacement_File& target, const Carry_Plan& plan)
+{
+    if (auto written = target.Write(Comment_Segments(plan.comment)); !written) return written;
+    return target.Write(Script_Segments(plan.script));
+}
+
+/// One pass over the parent's segments.
+class Carrier {
+public:
+    Carrier(Replacement_File& target, const Jpeg_Parent& parent, const Carry_Plan& plan)
+        : target_(target), parent_(parent), plan_(plan)
+    {}
+
+    Result<void> Run()
+    {
+        if (auto good = Look_Ahead(); !good) return good;
+        if (auto good = Write_Start(target_); !good) return good;
+        if (auto good = Write_Missing_JFIF(); !good) return good;
+        bool texts_written = false;
+        for (const Jpeg_Segment& segment : parent_.head.segments) {
+            if (!texts_written && !Leads(segment)) {
+                if (auto good = Write_Texts(target_, plan_); !good) return good;
+                texts_written = true;
+            }
+            if (!Goes_Along(segment)) continue;
+            if (auto good = Write_One(segment); !good) return good;
+        }
+        if (!texts_written) return Write_Texts(target_, plan_);
+        return {};
+    }
+
+private:
+    bool Copies_Data() const { return plan_.pixels == Pixels::As_Stored || plan_.pixels == Pixels::Reoriented; }
+    bool Is_Other_Picture() const { return plan_.pixels == Pixels::Turned || plan_.pixels == Pixels::Encoded; }
+
+    static bool Leads(const Jpeg_Segment& segment)
+    {
+        return segment.kind == Segment_Kind::JFIF || segment.kind == Segment_Kind::JFXX ||
+               segment.kind == Segment_Kind::EXIF;
+    }
+
+    Result<void> Look_Ahead()
+    {
+        const int orientation = plan_.pixels == Pixels::As_Stored ? parent_.facts.orientation : 1;
+        wanted_ = Stored_Resolution(plan_, orientation);
+        Resolution present{parent_.facts.horizontal_dpi, parent_.facts.vertical_dpi};
+        const bool swapped_in_facts = parent_.facts.orientation >= 5;
+        if (swapped_in_facts) std::swap(present.horizontal, present.vertical);
+        patch_resolution_ = present != wanted_;
+        first_JFIF_ = parent_.head.Find(Segment_Kind::JFIF);
+        first_EXIF_ = parent_.head.Find(Segment_Kind::EXIF);
+        if (plan_.pixels == Pixels::Encoded && parent_.head.Find(Segment_Kind::Profile) != nullptr) {
+            const auto profile = Profile_Of_Jpeg(parent_.file, parent_.head);
+            keep_profile_ = profile && Fits(*profile, plan_.colors);
+        }
+        return {};
+    }
+
+    Result<void> Write_Missing_JFIF()
+    {
+        const bool has_one = first_JFIF_ != nullptr;
+        const bool wants_one = patch_resolution_ && (wanted_.horizontal > 0 || wanted_.vertical > 0);
+        if (has_one || !wants_one || !May_Have_JFIF(plan_.colors)) return {};
+        return Write_Segment(target_, Marker_APP0, JFIF_Data(wanted_));
+    }
+
+    bool Goes_Along(const Jpeg_Segment& segment) const
+    {
+        switch (segment.kind) {
+        case Segment_Kind::Comment:
+        case Segment_Kind::Script: return false;
+        case Segment_Kind::JFIF: return May_Have_JFIF(plan_.colors) || plan_.pixels != Pixels::Encoded;
+        case Segment_Kind::JFXX: return !Is_Other_Picture();
+        case Segment_Kind::Profile: return keep_profile_;
+        case Segment_Kind::Adobe: return plan_.pixels != Pixels::Encoded || Adobe_Says_YCbCr(segment);
+        case Segment_Kind::Coding: return Copies_Data();
+        case Segment_Kind::EXIF:
+        case Segment_Kind::Foreign: return true;
+        }
+        return true;
+    }
+
+    bool Adobe_Says_YCbCr(const Jpeg_Segment& segment) const
+    {
+        constexpr std::size_t transform_at = 11;
+        return plan_.colors == Colors::YCbCr && segment.Byte(transform_at) == 1;
+    }
+
+    Result<void> Write_One(const Jpeg_Segment& segment)
+    {
+        auto data = Read_Segment(parent_.file, segment);
+        if (!data) return tl::make_unexpected(data.error());
+        if (&segment == first_JFIF_) Mend_JFIF(*data);
+        if (&segment == first_EXIF_ && plan_.pixels != Pixels::As_Stored) Mend_EXIF_Block(*data, 1, Is_Other_Picture());
+        return Write_Segment(target_, segment.marker, *data);
+    }
+
+    void Mend_JFIF(Bytes& data) const
+    {
+        if (patch_resolution_) {
+            const Bytes patched = JFIF_Data(wanted_);
+            constexpr std::ptrdiff_t unit_at = 7;
+            std::copy(patched.begin() + unit_at, patched.begin() + unit_at + 5, data.begin() + unit_at);
+        }
+        if (Is_Other_Picture() && data.size() > JFIF_Bytes) {
+            data.resize(JFIF_Bytes);
+            data[12] = data[13] = std::byte(0); // size of the thumbnail
+        }
+    }
+
+    Replacement_File& target_;
+    const Jpeg_Parent& parent_;
+    const Carry_Plan& plan_;
+    Resolution wanted_; ///< along the stored sides
+    bool patch_resolution_ = false;
+    bool keep_profile_ = true;
+    const Jpeg_Segment* first_JFIF_ = nullptr;
+    const Jpeg_Segment* first_EXIF_ = nullptr;
+};
+
+/// Everything from `at` to the end of the file, what stands behind the picture included.
+Result<void> Copy_Rest(Replacement_File& target, const Regular_File& file, std::int64_t at)
+{
+    Bytes buffer(std::size_t(1) << 20);
+    while (at < file.Size()) {
+        const std::size_t left = std::size_t(std::min<std::int64_t>(file.Size() - at, std::int64_t(buffer.size())));
+        const auto got = file.Read_At(at, std::span(buffer).first(left));
+        if (!got) return tl::make_unexpected(got.error());
+        if (*got != left) return Failure("the parent has become shorter while it was read");
+        if (auto written = target.Write(std::span(buffer).first(left)); !written) return written;
+        at += std::int64_t(left);
+    }
+    return {};
+}
+
+} // namespace
+
+Result<Jpeg_Parent> Jpeg_Parent::Open(const std::string& path)
+{
+    auto file = Regular_File::Open(path);
+    if (!file) return tl::make_unexpected(file.error());
+    auto head = Read_Jpeg_Head(*file);
+    if (!head) return Failure(path + ": " + head.error().text);
+    auto facts = Facts_Of_Jpeg(*file, *head);
+    if (!facts) return Failure(path + ": " + facts.error().text);
+    return Jpeg_Parent{std::move(*file), std::move(*head), *facts};
+}
+
+Result<void> Write_Carried(Replacement_File& target, const Jpeg_Parent& parent, const Carry_Plan& plan)
+{
+    if (auto carried = Carrier(target, parent, plan).Run(); !carried) return carried;
+    if (plan.pixels != Pixels::As_Stored && plan.pixels != Pixels::Reoriented) return {};
+    return Copy_Rest(target, parent.file, parent.head.scan_at);
+}
+
+Result<void> Write_New_Head(Replacement_File& target, Bytes exif, const Bytes& profile, const Carry_Plan& plan)
+{
+    if (exif.size() > Longest_Segment_Data)
+        return Failure("the camera data of " + std::to_string(exif.size()) + " bytes does not fit into a JPEG file, " +
+                       std::to_string(Longest_Segment_Data) + " are the limit");
+    if (auto good = Write_Start(target); !good) return good;
+    if (May_Have_JFIF(plan.colors)) {
+        const Bytes data = JFIF_Data(Stored_Resolution(plan, 1));
+        if (auto good = Write_Segment(target, Marker_APP0, data); !good) return good;
+    }
+    if (!exif.empty()) {
+        Mend_EXIF_Block(exif, 1, true);
+        if (auto good = Write_Segment(target, Marker_APP1, exif); !good) return good;
+    }
+    if (auto good = Write_Texts(target, plan); !good) return good;
+    if (!Fits(profile, plan.colors)) return {};
+    return target.Write(Profile_Segments(profile));
+}

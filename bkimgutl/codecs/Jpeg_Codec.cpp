@@ -1,0 +1,216 @@
+#include "bkimgutl/codecs/Codec.h"
+#include "bkimgutl/codecs/Jpeg_Carry.h"
+#include "bkimgutl/codecs/Jpeg_Encode.h"
+#include "bkimgutl/codecs/Jpeg_Texts.h"
+#include "bkimgutl/codecs/Jpeg_Transform.h"
+#include "frame/files/Limits.h"
+
+#include <unistd.h>
+
+// A save first decides where the picture data comes from (see Pixels), then writes the new file in one pass: the head with
+// what the parent gives along, and the data behind it.
+
+namespace {
+
+Result<void> Check_Texts(const Save_Request& request)
+{
+    const auto check = [](const std::string& text, int limit, const char* name) -> Result<void> {
+        if (text.size() <= std::size_t(limit)) return {};
+        return Failure(std::string("the ") + name + " has " + std::to_string(text.size()) + " bytes, " +
+                       std::to_string(limit) + " are the limit");
+    };
+    if (auto good = check(request.comment, Current_Limits().comment_bytes, "description"); !good) return good;
+    return check(request.script, Current_Limits().script_bytes, "script");
+}
+
+/// A picture that was decoded with errors must not take the place of its file.
+Result<void> Check_Damage(const Save_Request& request)
+{
+    const auto& origin = request.bitmap->Origin();
+    if (!origin || !origin->damaged) return {};
+    const auto target = Identity_Of(request.target);
+    const bool own_file = request.target == origin->path || (target && *target == origin->identity);
+    if (!own_file) return {};
+    return Failure("was read with errors and cannot be saved over its original; save a copy instead");
+}
+
+/// One save from a JPEG parent.
+struct Parent_Save {
+    const Save_Request& request;
+    const Jpeg_Parent& parent;
+    Jpeg_Coding coding;
+    Pixel_Symmetry symmetry; ///< of the bitmap's pixels, from the parent's as stored
+
+    Pixels Choose() const;
+    Encode_Settings Settings() const;
+};
+
+Pixels Parent_Save::Choose() const
+{
+    const auto& origin = request.bitmap->Origin();
+    const bool same = origin && !origin->damaged && origin->identity == parent.file.Identity();
+    if (request.quality != Quality_Of_Parent || !same) return Pixels::Encoded;
+    if (symmetry == Symmetry_Of_Orientation(parent.facts.orientation)) return Pixels::As_Stored;
+    if (symmetry.Is_Identity()) return Pixels::Reoriented;
+    const bool possible = Can_Turn_Without_Loss(coding, parent.head.width, parent.head.height, symmetry);
+    return possible ? Pixels::Turned : Pixels::Encoded;
+}
+
+Encode_Settings Parent_Save::Settings() const
+{
+    if (request.quality == Quality_Of_Parent) return {.quality = Usual_Quality, .like = &coding};
+    return {.quality = request.quality < 0 ? Usual_Quality : request.quality, .like = nullptr};
+}
+
+Carry_Plan Plan_For(const Save_Request& request, Pixels pixels, Jpeg_Coding::Colors colors)
+{
+    return {.pixels = pixels,
+            .colors = colors,
+            .comment = request.comment,
+            .script = request.script,
+            .horizontal_dpi = request.horizontal_dpi,
+            .vertical_dpi = request.vertical_dpi};
+}
+
+Result<void> Write_From_Jpeg(Replacement_File& target, const Save_Request& request)
+{
+    const auto parent = Jpeg_Parent::Open(request.parent);
+    if (!parent) return tl::make_unexpected(parent.error());
+    auto coding = Coding_Of(parent->file);
+    if (!coding) return Failure(request.parent + ": " + coding.error().text);
+    const auto& origin = request.bitmap->Origin();
+    const Parent_Save save{request, *parent, std::move(*coding), origin ? origin->symmetry : Pixel_Symmetry{}};
+    const Bitmap_View pixels = request.bitmap->View();
+    const Pixels source = save.Choose();
+    const auto colors = source == Pixels::Encoded ? Colors_To_Store(pixels, save.Settings()) : save.coding.colors;
+    if (auto head = Write_Carried(target, *parent, Plan_For(request, source, colors)); !head) return head;
+    if (source == Pixels::Turned) return Write_Turned(target, parent->file, save.symmetry);
+    if (source == Pixels::Encoded) return Encode_Jpeg(target, pixels, save.Settings());
+    return {};
+}
+
+/// The camera block and the profile of a TIFF parent, both empty without a parent.
+Result<void> Write_From_Others(Replacement_File& target, const Save_Request& request, Image_File_Type parent_type)
+{
+    std::vector<std::byte> exif;
+    std::vector<std::byte> profile;
+    if (parent_type == Image_File_Type::TIFF) {
+        const auto file = Regular_File::Open(request.parent);
+        if (!file) return tl::make_unexpected(file.error());
+        auto block = TIFF_Codec().Read_EXIF(*file);
+        if (!block) return Failure(request.parent + ": " + block.error().text);
+        exif = std::move(*block);
+        if (auto found = TIFF_Codec().Read_Profile(*file)) profile = std::move(*found);
+    }
+    const Bitmap_View pixels = request.bitmap->View();
+    const Encode_Settings settings{.quality = request.quality < 0 ? Usual_Quality : request.quality, .like = nullptr};
+    const Carry_Plan plan = Plan_For(request, Pixels::Encoded, Colors_To_Store(pixels, settings));
+    if (auto head = Write_New_Head(target, std::move(exif), profile, plan); !head) return head;
+    return Encode_Jpeg(target, pixels, settings);
+}
+
+Result<Image_File_Type> Parent_Type(const Save_Request& request)
+{
+    if (request.parent.empty() || request.parent_type != Image_File_Type::Unknown) return request.parent_type;
+    const auto file = Regular_File::Open(request.parent);
+    if (!file) return tl::make_unexpected(file.error());
+    const Image_File_Type type = Type_From_Signature(*file);
+    if (type == Image_File_Type::Unknown) return Failure(request.parent + ": is neither a JPEG nor a TIFF file");
+    return type;
+}
+
+/// Reads back what the next reader will look for. `exif_bytes` is what the parent's camera block should have left.
+Result<void> Verify(const std::string& path, const Save_Request& request, std::optional<std::size_t> exif_bytes)
+{
+    const auto file = Regular_File::Open(path);
+    if (!file) return tl::make_unexpected(file.error());
+    const auto head = Read_Jpeg_Head(*file);
+    if (!head) return tl::make_unexpected(head.error());
+    const auto facts = Facts_Of_Jpeg(*file, *head);
+    const auto comment = Comment_Of_Jpeg(*file, *head);
+    const auto script = Script_Of_Jpeg(*file, *head);
+    const auto exif = EXIF_Of_Jpeg(*file, *head);
+    const Bitmap& bitmap = *request.bitmap;
+    const bool good = facts && facts->width == bitmap.Width() && facts->height == bitmap.Height() && comment &&
+                      *comment == request.comment && script && *script == request.script && exif &&
+                      (!exif_bytes || exif->size() == *exif_bytes);
+    if (!good) return Failure("the file that was written does not read back as it should");
+    return {};
+}
+
+std::optional<std::size_t> Parent_EXIF_Bytes(const Save_Request& request, Image_File_Type type)
+{
+    if (request.parent.empty()) return 0;
+    const auto file = Regular_File::Open(request.parent);
+    if (!file) return std::nullopt;
+    const Codec& codec = type == Image_File_Type::TIFF ? TIFF_Codec() : JPEG_Codec();
+    const auto block = codec.Read_EXIF(*file);
+    return block ? std::optional(block->size()) : std::nullopt;
+}
+
+/// A save onto an original that stands aside under its "~" name takes the attributes from there.
+std::string Attributes_Source(const Save_Request& request)
+{
+    const bool exists = access(request.target.c_str(), F_OK) == 0;
+    return !exists && request.parent == request.target + "~" ? request.parent : std::string();
+}
+
+Result<void> Save_Jpeg(const Save_Request& request)
+{
+    if (auto good = Check_Texts(request); !good) return good;
+    if (auto good = Check_Damage(request); !good) return good;
+    if (request.quality > 100 || request.quality < Quality_Of_Parent) return Failure("the quality is not 0 to 100");
+    const auto type = Parent_Type(request);
+    if (!type) return tl::make_unexpected(type.error());
+    const auto exif_bytes = Parent_EXIF_Bytes(request, *type);
+    Replacement_Options options;
+    options.take_attributes_from = Attributes_Source(request);
+    options.verify = [&](const std::string& path) { return Verify(path, request, exif_bytes); };
+    auto target = Replacement_File::Open(request.target, std::move(options));
+    if (!target) return tl::make_unexpected(target.error());
+    const bool from_jpeg = !request.parent.empty() && *type == Image_File_Type::JPEG;
+    auto written = from_jpeg ? Write_From_Jpeg(*target, request) : Write_From_Others(*target, request, *type);
+    if (!written) return written;
+    return target->Commit();
+}
+
+class Jpeg_Codec final : public Codec {
+public:
+    Result<Picture_Facts> Read_Facts(const Regular_File& file) const override { return With_Head(file, Facts_Of_Jpeg); }
+    Result<std::string> Read_Comment(const Regular_File& file) const override
+    {
+        return With_Head(file, Comment_Of_Jpeg);
+    }
+    Result<std::string> Read_Script(const Regular_File& file) const override { return With_Head(file, Script_Of_Jpeg); }
+    Result<std::vector<std::byte>> Read_EXIF(const Regular_File& file) const override
+    {
+        return With_Head(file, EXIF_Of_Jpeg);
+    }
+    Result<std::vector<std::byte>> Read_Profile(const Regular_File& file) const override
+    {
+        return With_Head(file, Profile_Of_Jpeg);
+    }
+    Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
+    {
+        return Load_Jpeg(file, scale_divisor);
+    }
+    Result<void> Save(const Save_Request& request) const override { return Save_Jpeg(request); }
+
+private:
+    template <class Reader>
+    static auto With_Head(const Regular_File& file, Reader reader)
+        -> decltype(reader(file, std::declval<const Jpeg_Head&>()))
+    {
+        const auto head = Read_Jpeg_Head(file);
+        if (!head) return tl::make_unexpected(head.error());
+        return reader(file, *head);
+    }
+};
+
+} // namespace
+
+const Codec& JPEG_Codec()
+{
+    static const Jpeg_Codec codec;
+    return codec;
+}

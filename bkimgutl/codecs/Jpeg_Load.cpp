@@ -1,0 +1,248 @@
+#include "bkimgutl/codecs/Jpeg_Load.h"
+
+#include "bkimgutl/codecs/Codec.h"
+#include "bkimgutl/codecs/Jpeg_Session.h"
+#include "bkimgutl/codecs/Jpeg_Texts.h"
+#include "bkimgutl/codecs/Upright_Rows.h"
+
+#include <algorithm>
+
+namespace {
+
+/// A block of 8 x 8 costs at least one bit in Huffman's coding, so a byte holds at most 512 pixels. A file that claims
+/// more is refused before anything is allocated for it.
+constexpr std::int64_t Most_Pixels_Per_Byte = 512;
+
+Result<void> Check_Claim(const Regular_File& file, const Jpeg_Head& head)
+{
+    const std::int64_t pixels = std::int64_t(head.width) * head.height;
+    if (!head.arithmetic && pixels / Most_Pixels_Per_Byte > file.Size())
+        return Failure("claims " + std::to_string(head.width) + " x " + std::to_string(head.height) +
+                       " pixels but is only " + std::to_string(file.Size()) + " bytes long");
+    return {};
+}
+
+int Codec_Divisor(int divisor)
+{
+    for (const int fast : {8, 4, 2}) {
+        if (divisor % fast == 0) return fast;
+    }
+    return 1;
+}
+
+Result<void> Choose_Colors(jpeg_decompress_struct& object)
+{
+    switch (object.jpeg_color_space) {
+    case JCS_GRAYSCALE: object.out_color_space = JCS_GRAYSCALE; return {};
+    case JCS_YCbCr:
+    case JCS_RGB: object.out_color_space = JCS_EXT_BGR; return {};
+    case JCS_CMYK:
+    case JCS_YCCK: object.out_color_space = JCS_CMYK; return {};
+    default: return Failure("has " + std::to_string(object.num_components) + " channels of unknown colours");
+    }
+}
+
+void BGR_From_CMYK(const std::uint8_t* cmyk, std::uint8_t* bgr, int width, bool complements)
+{
+    const unsigned flip = complements ? 0 : 255; // afterwards 255 is no ink
+    for (int x = 0; x < width; ++x, cmyk += 4, bgr += 3) {
+        const unsigned black = cmyk[3] ^ flip;
+        for (int channel = 0; channel < 3; ++channel)
+            bgr[channel] = std::uint8_t(((cmyk[2 - channel] ^ flip) * black + 127) / 255);
+    }
+}
+
+/// Decodes all rows and hands them on: from the codec to a row, through the box, into the upright bitmap.
+class Row_Stream {
+public:
+    Row_Stream(Jpeg_Decoder& decoder, Upright_Rows& target, int box_divisor)
+        : decoder_(decoder),
+          object_(decoder.Object()),
+          target_(target),
+          box_divisor_(box_divisor),
+          cmyk_(object_.out_color_space == JCS_CMYK),
+          bytes_per_pixel_(object_.out_color_space == JCS_GRAYSCALE ? 1 : 3),
+          box_(int(object_.output_width), bytes_per_pixel_, box_divisor)
+    {
+        if (cmyk_) raw_.resize(std::size_t(object_.output_width) * 4);
+        if (box_divisor_ > 1) row_.resize(std::size_t(object_.output_width) * std::size_t(bytes_per_pixel_));
+    }
+
+    Result<void> Run()
+    {
+        // One step for all rows: whatever it calls owns nothing that an error could leave behind.
+        if (!Guarded(decoder_.Errors(), [this] {
+                while (object_.output_scanline < object_.output_height) One_Row();
+            }))
+            return tl::make_unexpected(decoder_.Errors().As_Error());
+        if (box_divisor_ > 1 && !box_.Is_Empty()) Emit_Box();
+        target_.Finish();
+        return {};
+    }
+
+private:
+    void One_Row()
+    {
+        std::uint8_t* row = box_divisor_ > 1 ? row_.data() : target_.Next_Row();
+        JSAMPROW raw = cmyk_ ? raw_.data() : row;
+        jpeg_read_scanlines(&object_, &raw, 1);
+        if (cmyk_) BGR_From_CMYK(raw, row, int(object_.output_width), object_.saw_Adobe_marker != 0);
+        if (box_divisor_ == 1) {
+            target_.Row_Is_Written();
+            return;
+        }
+        box_.Add(row);
+        if (box_.Is_Full()) Emit_Box();
+    }
+
+    void Emit_Box()
+    {
+        box_.Take(target_.Next_Row());
+        target_.Row_Is_Written();
+    }
+
+    Jpeg_Decoder& decoder_;
+    jpeg_decompress_struct& object_;
+    Upright_Rows& target_;
+    int box_divisor_;
+    bool cmyk_;
+    int bytes_per_pixel_;
+    Box_Rows box_;
+    std::vector<std::uint8_t> raw_;
+    std::vector<std::uint8_t> row_;
+};
+
+Result<void> Start(Jpeg_Decoder& decoder, int codec_divisor)
+{
+    jpeg_decompress_struct& object = decoder.Object();
+    if (auto chosen = Choose_Colors(object); !chosen) return chosen;
+    object.scale_num = 1;
+    object.scale_denom = unsigned(codec_divisor);
+    if (!Guarded(decoder.Errors(), [&object] { jpeg_start_decompress(&object); }))
+        return tl::make_unexpected(decoder.Errors().As_Error());
+    return {};
+}
+
+int Divided(std::int64_t size, int divisor)
+{
+    return int((size + divisor - 1) / divisor);
+}
+
+} // namespace
+
+Result<Bitmap> Load_Jpeg(const Regular_File& file, int scale_divisor)
+{
+    if (scale_divisor < 1) return Failure("the scale divisor is below 1");
+    const auto head = Read_Jpeg_Head(file);
+    if (!head) return tl::make_unexpected(head.error());
+    if (auto good = Check_Claim(file, *head); !good) return tl::make_unexpected(good.error());
+    const auto facts = Facts_Of_Jpeg(file, *head);
+    if (!facts) return tl::make_unexpected(facts.error());
+    const Pixel_Symmetry symmetry = Symmetry_Of_Orientation(facts->orientation);
+
+    // The bitmap comes first: a picture beyond the limits fails before the codec allocates for it.
+    auto bitmap = Bitmap::Create(Divided(facts->width, scale_divisor), Divided(facts->height, scale_divisor),
+                                 head->components == 1 ? 1 : 3);
+    if (!bitmap) return bitmap;
+    Jpeg_Decoder decoder(file);
+    if (auto read = decoder.Read_Header(); !read) return tl::make_unexpected(read.error());
+    const int codec_divisor = Codec_Divisor(scale_divisor);
+    if (auto started = Start(decoder, codec_divisor); !started) return tl::make_unexpected(started.error());
+
+    const jpeg_decompress_struct& object = decoder.Object();
+    const int box_divisor = scale_divisor / codec_divisor;
+    const bool as_announced = int(object.image_width) == head->width && int(object.image_height) == head->height &&
+                              object.num_components == head->components;
+    if (!as_announced) return Failure("has two headers that contradict each other");
+    Upright_Rows target(bitmap->Change(), symmetry, Divided(object.output_width, box_divisor),
+                        Divided(object.output_height, box_divisor));
+    if (auto run = Row_Stream(decoder, target, box_divisor).Run(); !run) return tl::make_unexpected(run.error());
+    if (scale_divisor == 1)
+        bitmap->Set_Origin(std::make_shared<const Pixel_Origin>(Pixel_Origin{
+            .path = {}, .identity = file.Identity(), .symmetry = symmetry, .damaged = decoder.Errors().damages > 0}));
+    return bitmap;
+}
+
+int Jpeg_Coding::Unit_Width() const
+{
+    int most = 1;
+    for (const Component& component : components) most = std::max(most, component.horizontal_sampling);
+    return components.size() == 1 ? DCTSIZE : most * DCTSIZE; // a single channel is coded block by block
+}
+
+int Jpeg_Coding::Unit_Height() const
+{
+    int most = 1;
+    for (const Component& component : components) most = std::max(most, component.vertical_sampling);
+    return components.size() == 1 ? DCTSIZE : most * DCTSIZE;
+}
+
+Result<Jpeg_Coding> Coding_Of(const Regular_File& file)
+{
+    Jpeg_Decoder decoder(file);
+    if (auto read = decoder.Read_Header(); !read) return tl::make_unexpected(read.error());
+    const jpeg_decompress_struct& object = decoder.Object();
+    Jpeg_Coding coding;
+    coding.progressive = object.progressive_mode != 0;
+    switch (object.jpeg_color_space) {
+    case JCS_GRAYSCALE: coding.colors = Jpeg_Coding::Colors::Grey; break;
+    case JCS_YCbCr: coding.colors = Jpeg_Coding::Colors::YCbCr; break;
+    case JCS_RGB: coding.colors = Jpeg_Coding::Colors::RGB; break;
+    case JCS_CMYK: coding.colors = Jpeg_Coding::Colors::CMYK; break;
+    case JCS_YCCK: coding.colors = Jpeg_Coding::Colors::YCCK; break;
+    default: break;
+    }
+    for (int i = 0; i < object.num_components; ++i) {
+        const jpeg_component_info& info = object.comp_info[i];
+        Jpeg_Coding::Component component{.horizontal_sampling = info.h_samp_factor,
+                                         .vertical_sampling = info.v_samp_factor};
+        const bool in_range = info.quant_tbl_no >= 0 && info.quant_tbl_no < NUM_QUANT_TBLS;
+        const JQUANT_TBL* table = in_range ? object.quant_tbl_ptrs[info.quant_tbl_no] : nullptr;
+        if (table == nullptr) return Failure("has no quantisation table for one of its channels");
+        std::copy(std::begin(table->quantval), std::end(table->quantval), component.quantisation.begin());
+        coding.components.push_back(component);
+    }
+    return coding;
+}
+
+namespace {
+
+std::int64_t Distance(const JQUANT_TBL* table, const Jpeg_Coding::Component& component)
+{
+    std::int64_t distance = 0;
+    for (std::size_t i = 0; i < component.quantisation.size(); ++i)
+        distance += std::abs(int(table->quantval[i]) - int(component.quantisation[i]));
+    return distance;
+}
+
+} // namespace
+
+int Estimated_Quality(const Jpeg_Coding& coding)
+{
+    jpeg_compress_struct object{};
+    Jpeg_Errors errors;
+    errors.Attach(Common(object));
+    int best = -1;
+    std::int64_t least = 0;
+    const bool chroma = coding.components.size() >= 3 && coding.colors != Jpeg_Coding::Colors::RGB;
+    Guarded(errors, [&] {
+        jpeg_create_compress(&object);
+        for (int quality = 100; quality >= 1; --quality) { // the best of equally near ones
+            jpeg_set_quality(&object, quality, TRUE);
+            std::int64_t distance = Distance(object.quant_tbl_ptrs[0], coding.components[0]);
+            if (chroma) distance += Distance(object.quant_tbl_ptrs[1], coding.components[1]);
+            if (best >= 0 && distance >= least) continue;
+            best = quality;
+            least = distance;
+        }
+    });
+    jpeg_destroy_compress(&object);
+    return best;
+}
+
+int Estimated_Quality(const Regular_File& file)
+{
+    if (Type_From_Signature(file) != Image_File_Type::JPEG) return -1;
+    const auto coding = Coding_Of(file);
+    return coding ? Estimated_Quality(*coding) : -1;
+}
