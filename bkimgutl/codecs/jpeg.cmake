@@ -21,4 +21,5 @@ list(APPEND bkimgutl_sources
     codecs/Stored_Text.h
     codecs/Upright_Rows.cpp
     codecs/Upright_Rows.h
-    contract/Files.cpp)
+    contract/Files.cpp
+    contract/Parameters.cpp)

@@ -1,0 +1,219 @@
+#include "bkimgutl/contract/Files.h"
+
+#include "bkimgutl/codecs/Codec.h"
+#include "bkimgutl/codecs/Stored_Text.h"
+#include "bkimgutl/codecs/Upright_Rows.h"
+#include "bkimgutl/core/Handle_Table.h"
+#include "bkimgutl/core/Last_Error.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+namespace {
+
+/// A file with the codec that reads it.
+struct Opened {
+    std::string path;
+    Regular_File file;
+    const Codec* codec;
+};
+
+/// Codecs name no file, the opening and writing of files does.
+Error Named(const std::string& path, Error error)
+{
+    if (error.text.compare(0, path.size() + 1, path + ":") != 0) error.text = path + ": " + error.text;
+    return error;
+}
+
+Result<const Codec*> Codec_Of(Image_File_Type type)
+{
+    switch (type) {
+    case Image_File_Type::JPEG: return &JPEG_Codec();
+    case Image_File_Type::TIFF: return &TIFF_Codec();
+    case Image_File_Type::Unknown: break;
+    }
+    return Failure("is neither a JPEG nor a TIFF file");
+}
+
+/// The signature decides what a file is: a type that contradicts it would only lead to a stranger message.
+Result<Opened> Open(std::string_view path, std::int32_t type)
+{
+    const std::string name(path);
+    if (type < 0 || type > std::int32_t(Image_File_Type::TIFF)) return Failure(name + ": unknown file type");
+    auto file = Regular_File::Open(name);
+    if (!file) return tl::make_unexpected(file.error());
+    if (file->Size() == 0) return Failure(name + ": is empty");
+    const auto codec = Codec_Of(Type_From_Signature(*file));
+    if (!codec) return Failure(name + ": " + codec.error().text);
+    return Opened{name, std::move(*file), *codec};
+}
+
+/// Copies into the caller's buffer. The length is negative when the whole was longer than the buffer or fills it.
+void Put(std::span<const std::byte> bytes, void* buffer, std::int32_t size, std::int32_t* length)
+{
+    const std::size_t room = buffer == nullptr ? 0 : std::size_t(std::max(size, 0));
+    const std::size_t copied = std::min(bytes.size(), room);
+    if (copied > 0) std::memcpy(buffer, bytes.data(), copied);
+    if (copied < room) static_cast<char*>(buffer)[copied] = '\0';
+    const bool fills_buffer = bytes.size() >= room && !bytes.empty();
+    if (length != nullptr) *length = fills_buffer ? -std::int32_t(copied) : std::int32_t(copied);
+}
+
+template <class Reader>
+Flag Give_Text(std::string_view path, std::int32_t type, char* buffer, std::int32_t size, std::int32_t* length,
+               Reader read)
+{
+    Put({}, buffer, size, length);
+    const auto opened = Open(path, type);
+    if (!opened) return Fail_Flag(opened.error());
+    const auto stored = read(*opened);
+    if (!stored) return Fail_Flag(Named(opened->path, stored.error()));
+    const std::string text = UTF8_From_Stored(*stored);
+    Put(std::as_bytes(std::span(text)), buffer, size, length);
+    return Flag_True;
+}
+
+template <class Number>
+void Set(Number* target, Number value)
+{
+    if (target != nullptr) *target = value;
+}
+
+Result<Bitmap> Turned(Bitmap bitmap, int degrees)
+{
+    const Pixel_Symmetry turn{.quarter_turns = degrees / 90, .mirrored = false};
+    if (turn.Is_Identity()) return bitmap;
+    const Bitmap_View from = bitmap.View();
+    auto turned = turn.Swaps_Sides() ? Bitmap::Create(from.height, from.width, from.bytes_per_pixel)
+                                     : Bitmap::Create(from.width, from.height, from.bytes_per_pixel);
+    if (!turned) return turned;
+    Upright_Rows rows(turned->Change(), turn, from.width, from.height);
+    for (int y = 0; y < from.height; ++y) {
+        std::memcpy(rows.Next_Row(), from.Row(y), from.Row_Bytes());
+        rows.Row_Is_Written();
+    }
+    rows.Finish();
+    if (bitmap.Origin()) {
+        Pixel_Origin origin = *bitmap.Origin();
+        origin.symmetry = Then(origin.symmetry, turn);
+        turned->Set_Origin(std::make_shared<const Pixel_Origin>(std::move(origin)));
+    }
+    return turned;
+}
+
+Result<Bitmap> Load(const Opened& opened, std::int32_t scale_divisor, std::int32_t rotation)
+{
+    if (scale_divisor < 1) return Failure("the scale divisor is below 1");
+    if (rotation < 0 || rotation > 270 || rotation % 90 != 0)
+        return Failure("the rotation is not 0, 90, 180 or 270 degrees");
+    auto bitmap = opened.codec->Load(opened.file, scale_divisor);
+    if (!bitmap) return bitmap;
+    if (bitmap->Origin()) {
+        Pixel_Origin origin = *bitmap->Origin();
+        origin.path = opened.path;
+        bitmap->Set_Origin(std::make_shared<const Pixel_Origin>(std::move(origin)));
+    }
+    return Turned(std::move(*bitmap), rotation);
+}
+
+Result<void> Save(const Save_Request& request, std::int32_t type)
+{
+    if (type != std::int32_t(Image_File_Type::JPEG) && type != std::int32_t(Image_File_Type::TIFF))
+        return Failure("the type of the new file is neither JPEG nor TIFF");
+    const auto codec = Codec_Of(Image_File_Type(type));
+    if (!codec) return tl::make_unexpected(codec.error());
+    return (*codec)->Save(request);
+}
+
+} // namespace
+
+void Get_Last_Image_Error_String(char* buffer, std::int32_t size, std::int32_t* length)
+{
+    Put(std::as_bytes(std::span(Last_Error_Text())), buffer, size, length);
+}
+
+std::int32_t Get_Image_File_Type_From_Signature(std::string_view path)
+{
+    const auto file = Regular_File::Open(std::string(path));
+    if (!file) return Fail_Flag(file.error());
+    const Image_File_Type type = Type_From_Signature(*file);
+    if (type == Image_File_Type::Unknown)
+        Fail_Flag({std::string(path) + ": " + (file->Size() == 0 ? "is empty" : "is neither a JPEG nor a TIFF file")});
+    return std::int32_t(type);
+}
+
+Flag Get_File_Dimensions(std::string_view path, std::int32_t type, std::int32_t* width, std::int32_t* height,
+                         std::int32_t* pixel_depth, std::int32_t* horizontal_dpi, std::int32_t* vertical_dpi)
+{
+    const auto opened = Open(path, type);
+    if (!opened) return Fail_Flag(opened.error());
+    const auto facts = opened->codec->Read_Facts(opened->file);
+    if (!facts) return Fail_Flag(Named(opened->path, facts.error()));
+    Set(width, facts->width);
+    Set(height, facts->height);
+    Set(pixel_depth, facts->pixel_depth);
+    Set(horizontal_dpi, facts->horizontal_dpi);
+    Set(vertical_dpi, facts->vertical_dpi);
+    return Flag_True;
+}
+
+Flag Get_File_Comment(std::string_view path, std::int32_t type, char* buffer, std::int32_t size, std::int32_t* length)
+{
+    return Give_Text(path, type, buffer, size, length,
+                     [](const Opened& opened) { return opened.codec->Read_Comment(opened.file); });
+}
+
+Flag Get_File_Image_Script(std::string_view path, std::int32_t type, char* buffer, std::int32_t size,
+                           std::int32_t* length)
+{
+    return Give_Text(path, type, buffer, size, length,
+                     [](const Opened& opened) { return opened.codec->Read_Script(opened.file); });
+}
+
+Flag Get_File_EXIF_Data(std::string_view path, std::int32_t type, unsigned char* buffer, std::int32_t size,
+                        std::int32_t* length)
+{
+    Put({}, buffer, size, length);
+    const auto opened = Open(path, type);
+    if (!opened) return Fail_Flag(opened.error());
+    const auto block = opened->codec->Read_EXIF(opened->file);
+    if (!block) return Fail_Flag(Named(opened->path, block.error()));
+    Put(*block, buffer, size, length);
+    return Flag_True;
+}
+
+Bitmap_Handle Load_Bitmap_From_File(std::string_view path, std::int32_t type, std::int32_t scale_divisor,
+                                    std::int32_t rotation)
+{
+    const auto opened = Open(path, type);
+    if (!opened) return Fail(opened.error());
+    auto bitmap = Load(*opened, scale_divisor, rotation);
+    return bitmap ? Adopt(std::move(*bitmap)) : Fail(Named(opened->path, bitmap.error()));
+}
+
+Flag Save_Bitmap_To_File(Bitmap_Handle bitmap, std::string_view path, std::int32_t type, std::string_view comment,
+                         std::string_view script, std::string_view parent, std::int32_t quality,
+                         std::int32_t horizontal_dpi, std::int32_t vertical_dpi, std::int32_t* parent_quality)
+{
+    Set(parent_quality, std::int32_t(-1));
+    const auto found = Find_Bitmap(bitmap);
+    if (!found) return Fail_Flag(found.error());
+    Save_Request request{.bitmap = *found,
+                         .target = std::string(path),
+                         .comment = std::string(comment),
+                         .script = std::string(script),
+                         .parent = std::string(parent),
+                         .parent_type = Image_File_Type::Unknown,
+                         .quality = quality,
+                         .horizontal_dpi = horizontal_dpi,
+                         .vertical_dpi = vertical_dpi};
+    if (!parent.empty()) {
+        const auto opened = Open(parent, 0);
+        if (!opened) return Fail_Flag(opened.error());
+        request.parent_type = Type_From_Signature(opened->file);
+        Set(parent_quality, std::int32_t(Estimated_Quality(opened->file)));
+    }
+    const auto saved = Save(request, type);
+    return saved ? Flag_True : Fail_Flag(Named(request.target, saved.error()));
+}
