@@ -57,13 +57,11 @@ Result<Regular_File> Regular_File::Open(const std::string& path)
 
 Regular_File::Regular_File(int descriptor, File_Identity identity, std::string path)
     : descriptor_(descriptor), identity_(identity), path_(std::move(path))
-{
-}
+{}
 
 Regular_File::Regular_File(Regular_File&& other) noexcept
     : descriptor_(std::exchange(other.descriptor_, -1)), identity_(other.identity_), path_(std::move(other.path_))
-{
-}
+{}
 
 Regular_File& Regular_File::operator=(Regular_File&& other) noexcept
 {

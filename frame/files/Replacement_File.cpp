@@ -116,10 +116,11 @@ Result<Replacement_File> Replacement_File::Open(const std::string& target, Repla
 }
 
 Replacement_File::Replacement_File(Replacement_File&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)), target_(std::move(other.target_)),
-      hidden_(std::exchange(other.hidden_, {})), options_(std::move(other.options_))
-{
-}
+    : descriptor_(std::exchange(other.descriptor_, -1)),
+      target_(std::move(other.target_)),
+      hidden_(std::exchange(other.hidden_, {})),
+      options_(std::move(other.options_))
+{}
 
 Replacement_File& Replacement_File::operator=(Replacement_File&& other) noexcept
 {

@@ -60,4 +60,5 @@ private:
 };
 
 /// Writes a whole small file in one call.
-Result<void> Write_Whole_File(const std::string& target, std::span<const std::byte> bytes, Replacement_Options options = {});
+Result<void> Write_Whole_File(const std::string& target, std::span<const std::byte> bytes,
+                              Replacement_Options options = {});

@@ -1,0 +1,16 @@
+#include "catalogue/File_Entry.h"
+
+#include "frame/text/Date_Utilities.h"
+
+#include <QtCore/QFileInfo>
+
+File_Entry Entry_Of_File(const QString& path)
+{
+    File_Entry entry;
+    entry.Path_Name = path;
+    const QFileInfo facts(path);
+    if (!facts.exists()) return entry;
+    entry.File_Date = Date_From_Date_Time(facts.lastModified());
+    entry.File_Size_KB = int((facts.size() + 512) / 1024);
+    return entry;
+}

@@ -1,0 +1,182 @@
+#include "catalogue/Pick_Loop.h"
+
+#include "catalogue/Modifications.h"
+#include "catalogue/Picture_Locks.h"
+#include "frame/text/Text_Utilities.h"
+
+#include <algorithm>
+
+struct Pick_Loop::Run {
+    std::span<const File_Entry> entries;
+    bool append = false;
+    bool refresh_selection = false;
+    bool shows_progress = false;
+    int done = 0; // entries that were tried
+    std::vector<int> added_keys{};
+    QStringList failed{};
+};
+
+void Pick_Loop::Pick_Files(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
+{
+    if (in_progress_) return;
+    in_progress_ = true;
+    stop_requested_ = false;
+    Run run{.entries = File_Entries, .append = Append, .refresh_selection = Refresh_Selection};
+    Begin(run);
+    Read_Entries(run);
+    Finish(run);
+}
+
+void Pick_Loop::Add_Picture_By_File_Name(const QString& File_Name)
+{
+    const File_Entry entry[] = {Entry_Of_File(File_Name)};
+    Pick_Files(entry, true, false);
+}
+
+void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
+{
+    if (!Append) {
+        for (int index = 1; index <= state_.pictures.Count(); ++index) {
+            if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
+            state_.platform.dialogs.Refuse(
+                QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
+                               "Use Pick/Append Selected to add selected pictures to thumbnail."));
+            return;
+        }
+    }
+    if (File_Entries.empty()) return;
+    if (!Append && (!Confirm_Abandon_Scripts(state_, true) || !Confirm_Abandon_Descriptions(state_, true))) return;
+    if (!Append) state_.slide_show->Forget_File();
+    Pick_Files(File_Entries, Append, Refresh_Selection);
+}
+
+void Pick_Loop::Begin(Run& run)
+{
+    state_.slide_show->Stop();
+    state_.platform.shell.Show_Busy_Pointer(true);
+    run.shows_progress = int(run.entries.size()) >= state_.view->Thumbnails_Per_Row();
+    if (run.shows_progress) state_.view->Begin_Pick_Progress();
+    pictures_.Drop_Current_Picture();
+    state_.view->Show_Current_Picture();
+    if (!run.append) {
+        state_.selection.Clear();
+        state_.pictures.Clear();
+        state_.view->Set_Top_Row(0);
+    }
+    state_.pictures.Reserve(int(run.entries.size()));
+    if (state_.pictures.Is_Empty()) state_.view->Clear_Strip();
+}
+
+std::optional<Picture_Item> Pick_Loop::Read_Picture(const File_Entry& entry)
+{
+    Picture_Item item;
+    item.File_Type = File_Type_From_Signature(entry.Path_Name);
+    item.Path = Folder_Part(entry.Path_Name);
+    item.File_Name = Name_Part(entry.Path_Name);
+    item.File_Date = Normalize_Date(entry.File_Date, true);
+    item.File_Size_KB = entry.File_Size_KB;
+    item.Rotate = entry.Rotate;
+    item.Interval_In_Seconds = entry.Interval;
+    Picture_Pictures::Make_Thumbnail(item);
+    if (!item.Thumbnail_Bitmap) return std::nullopt;
+    Picture_Pictures::Read_Facts(item);
+    return item;
+}
+
+void Pick_Loop::Read_Entries(Run& run)
+{
+    for (const File_Entry& entry : run.entries) {
+        if (stop_requested_) return;
+        ++run.done;
+        auto item = Read_Picture(entry);
+        if (item) {
+            item->Picture_Key = state_.pictures.Take_Next_Key();
+            run.added_keys.push_back(item->Picture_Key);
+            state_.view->Draw_Thumbnail(state_.pictures.Append(std::move(*item)));
+        } else {
+            run.failed << entry.Path_Name;
+        }
+        if (run.shows_progress) Show_Progress(run);
+        Yield_After(run, bool(item));
+    }
+}
+
+void Pick_Loop::Show_Progress(const Run& run)
+{
+    const int total = int(run.entries.size());
+    const auto percent = (std::int64_t(run.done) * 100 + total / 2) / total;
+    state_.view->Show_Pick_Progress(QStringLiteral("%1 of %2 (%3%)").arg(run.done).arg(total).arg(percent), run.done,
+                                    total);
+}
+
+void Pick_Loop::Yield_After(const Run& run, bool read)
+{
+    const int columns = std::max(state_.view->Thumbnails_Per_Row(), 1);
+    const int count = state_.pictures.Count();
+    if (read && count % columns == 1 % columns && count > columns * state_.view->Thumbnail_Rows()) {
+        state_.view->Update_Scroll_Range();
+        state_.view->Repaint_Pick_Progress();
+    }
+    // A long run of unreadable files fills no row; it must not hold off the Stop button.
+    const bool full_row = read && count % columns == 0 && count > 1;
+    const bool row_of_failures = !read && run.failed.size() % columns == 0;
+    if (full_row || row_of_failures) state_.platform.events.Process_Pending_Events();
+}
+
+void Pick_Loop::Select_Added(const Run& run)
+{
+    state_.selection.Clear();
+    for (const int key : run.added_keys) state_.selection.Set_Key(key, true);
+    state_.view->Draw_All_Thumbnails();
+}
+
+void Pick_Loop::Finish(Run& run)
+{
+    state_.pictures.Shrink();
+    if (run.refresh_selection) Select_Added(run);
+    state_.view->Update_Scroll_Range();
+    state_.view->Update_Status();
+    if (!run.failed.isEmpty()) {
+        const QString question = QStringLiteral("Halvine was unable to read %1 of the selected pictures.\r\n"
+                                                "Do you wish to see a list of failed files?")
+                                     .arg(run.failed.size());
+        if (state_.platform.dialogs.Confirm(question))
+            state_.platform.dialogs.Show_File_List(QStringLiteral("Halvine read failure for"), run.failed);
+    }
+    if (run.shows_progress) state_.view->End_Pick_Progress();
+    state_.platform.shell.Show_Busy_Pointer(false);
+    in_progress_ = false;
+    stop_requested_ = false;
+}
+
+void Pick_Loop::Discard_Selected()
+{
+    Discard(false);
+}
+
+void Pick_Loop::Discard_All()
+{
+    Discard(true);
+}
+
+void Pick_Loop::Discard(bool all)
+{
+    if (in_progress_ || !Confirm_Abandon_Scripts(state_, all) || !Confirm_Abandon_Descriptions(state_, all)) return;
+    std::vector<int> indices = All_Or_Selected(state_, all);
+    std::erase_if(indices, [this](int index) { return Is_Locked(state_.pictures.Item(index).Lock_Flags); });
+    Remove_Pictures(indices);
+}
+
+void Pick_Loop::Remove_Pictures(std::span<const int> indices)
+{
+    for (const int index : indices)
+        if (state_.pictures.Is_Index(index)) state_.selection.Forget_Key(state_.pictures.Item(index).Picture_Key);
+    state_.pictures.Remove(indices);
+    if (state_.current_picture_key != 0 && state_.pictures.Find(state_.current_picture_key) == nullptr) {
+        pictures_.Drop_Current_Picture();
+        state_.view->Show_Current_Picture();
+    }
+    state_.view->Draw_All_Thumbnails();
+    state_.view->Update_Scroll_Range();
+    state_.view->Update_Status();
+}

@@ -1,0 +1,97 @@
+#include "catalogue/Picture_List.h"
+
+#include "frame/text/Text_Utilities.h"
+
+#include <algorithm>
+
+int Picture_List::Index_From_Key(int key) const
+{
+    return index_by_key_.value(key, -1);
+}
+
+Picture_Item* Picture_List::Find(int key)
+{
+    const int index = Index_From_Key(key);
+    return index > 0 ? &Item(index) : nullptr;
+}
+
+const Picture_Item* Picture_List::Find(int key) const
+{
+    const int index = Index_From_Key(key);
+    return index > 0 ? &Item(index) : nullptr;
+}
+
+int Picture_List::Index_From_Name(const QString& full_name, int first_index) const
+{
+    const auto found = keys_by_name_.constFind(Case_Folded(full_name));
+    if (found == keys_by_name_.constEnd()) return 0;
+    for (const int key : *found) {
+        const int index = Index_From_Key(key);
+        if (index >= first_index) return index;
+    }
+    return 0;
+}
+
+std::vector<int> Picture_List::Indices_From_Name(const QString& full_name) const
+{
+    std::vector<int> indices;
+    for (const int key : keys_by_name_.value(Case_Folded(full_name))) indices.push_back(Index_From_Key(key));
+    return indices;
+}
+
+int Picture_List::Append(Picture_Item item)
+{
+    items_.push_back(std::make_unique<Picture_Item>(std::move(item)));
+    index_by_key_.insert(items_.back()->Picture_Key, Count());
+    Learn_Name(*items_.back());
+    return Count();
+}
+
+void Picture_List::Remove(std::span<const int> indices)
+{
+    int first = Count() + 1;
+    for (const int index : indices) {
+        if (!Is_Index(index) || !items_[std::size_t(index) - 1]) continue;
+        Forget_Name(Item(index));
+        index_by_key_.remove(Item(index).Picture_Key);
+        items_[std::size_t(index) - 1].reset();
+        first = std::min(first, index);
+    }
+    std::erase_if(items_, [](const auto& item) { return !item; });
+    Number_From(first);
+}
+
+void Picture_List::Clear()
+{
+    items_.clear();
+    index_by_key_.clear();
+    keys_by_name_.clear();
+}
+
+void Picture_List::Set_Name(int index, const QString& path, const QString& file_name)
+{
+    Picture_Item& item = Item(index);
+    Forget_Name(item);
+    item.Path = path;
+    item.File_Name = file_name;
+    Learn_Name(item);
+}
+
+void Picture_List::Number_From(int first_index)
+{
+    for (int index = first_index; index <= Count(); ++index) index_by_key_[Item(index).Picture_Key] = index;
+}
+
+void Picture_List::Forget_Name(const Picture_Item& item)
+{
+    const auto found = keys_by_name_.find(Case_Folded(item.Full_Name()));
+    if (found == keys_by_name_.end()) return;
+    std::erase(*found, item.Picture_Key);
+    if (found->empty()) keys_by_name_.erase(found);
+}
+
+void Picture_List::Learn_Name(const Picture_Item& item)
+{
+    std::vector<int>& keys = keys_by_name_[Case_Folded(item.Full_Name())];
+    keys.insert(std::upper_bound(keys.begin(), keys.end(), item.Picture_Key), item.Picture_Key);
+}

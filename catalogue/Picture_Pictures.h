@@ -1,0 +1,33 @@
+#pragma once
+
+#include "catalogue/Catalogue_State.h"
+
+/// The bitmaps of the records: loading, thumbnails, rotation, the current picture. Results as in Picture_Catalogue.h.
+class Picture_Pictures {
+public:
+    explicit Picture_Pictures(Catalogue_State& state) : state_(state) {}
+
+    Bitmap_Handle Load(Picture_Item& item, int rotate_delta, int scale_divisor);
+    Bitmap_Handle Load_Adjusted(Picture_Item& item, int rotate_delta, int scale_divisor);
+    Bitmap_Handle Thumbnail(const Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    Bitmap_Handle Thumbnail_Adjusted(const Picture_Item& item, int rotate_delta, bool& is_copy) const;
+
+    /// Loads the thumbnail at divisor 8 and again at the smallest power of two that still fills a cell.
+    static void Make_Thumbnail(Picture_Item& item);
+
+    /// Sizes, resolutions, description, script and camera line from the file. The record counts as unmodified then.
+    static void Read_Facts(Picture_Item& item);
+
+    /// After the file or the pending rotation changed. With size_changed the divisor is found anew.
+    void Reload_Picture_Thumbnail(int index, bool size_changed);
+
+    void Rotate_Picture(int key, int angle);
+
+    /// 0 or an unknown index: there is no current picture any more.
+    void Set_Current_Picture(int index);
+    void Drop_Current_Picture();
+
+private:
+    void Refresh_Current_Picture(int key);
+    Catalogue_State& state_;
+};

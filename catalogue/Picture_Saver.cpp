@@ -1,0 +1,264 @@
+#include "catalogue/Picture_Saver.h"
+
+#include "catalogue/File_Confirmation.h"
+#include "catalogue/Save_Qualifier.h"
+#include "catalogue/Snapshot_Names.h"
+#include "catalogue/Text_Item_Turning.h"
+#include "frame/files/Copy_File.h"
+#include "frame/files/Kept_Original.h"
+#include "frame/files/Replacement_File.h"
+#include "frame/text/Text_Utilities.h"
+
+namespace {
+
+constexpr int Warning_Damaged = 1;
+constexpr int Warning_Reduced = 2;
+
+bool Same_File(const QString& left, const QString& right)
+{
+    if (left == right) return true;
+    const auto a = Identity_Of(File_System_Bytes(left));
+    const auto b = Identity_Of(File_System_Bytes(right));
+    return a && b && a->device == b->device && a->inode == b->inode;
+}
+
+} // namespace
+
+struct Picture_Saver::Job {
+    int key = 0;
+    Bitmap_Handle bitmap = 0;
+    QString target;
+    bool in_place = true;
+    bool keep_rotation = false; // the pixels do not hold the pending rotation
+    bool error_message = true;
+    int type = 0;
+    int quality = Quality_Of_Parent;
+    Script_Item_Array items{}; // what the file shall hold
+    std::vector<int> clear_types{};
+};
+
+bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const QString& as_file_name,
+                                          const QString& as_qualifier, std::span<const int> clear_types,
+                                          bool error_message)
+{
+    Picture_Item* item = state_.pictures.Find(key);
+    if (item == nullptr) return false;
+    const QString target = as_file_name.isEmpty() ? item->Full_Name() : as_file_name;
+    if (!Confirm_Writable(state_.platform.dialogs, target, QStringLiteral("overwrite"), true) || bitmap == 0)
+        return false;
+    if (Same_File(target, item->Full_Name()) && !Confirm_In_Place(*item, true)) return false;
+    item = state_.pictures.Find(key); // a question lets events run
+    if (item == nullptr) return false;
+
+    Job job = In_Place_Job(*item, bitmap);
+    job.target = target;
+    job.in_place = as_file_name.isEmpty();
+    job.error_message = error_message;
+    job.clear_types.assign(clear_types.begin(), clear_types.end());
+    job.items.Remove_Types(clear_types);
+    if (job.in_place) Turn_Items(job.items, item->Rotate, {item->Horz_Pixels, item->Vert_Pixels});
+    // The name of a save onto itself decides nothing: a TIFF called .jpg stays a TIFF.
+    Parse_Save_Qualifier(job.in_place ? QString() : target, as_qualifier, job.type, job.quality);
+    return Run(job);
+}
+
+Picture_Saver::Job Picture_Saver::In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const
+{
+    Job job;
+    job.key = item.Picture_Key;
+    job.bitmap = bitmap;
+    job.target = item.Full_Name();
+    job.type = item.File_Type;
+    job.items = item.Script_Items;
+    return job;
+}
+
+bool Picture_Saver::Run(Job& job)
+{
+    const std::string target = File_System_Bytes(job.target);
+    const auto times = Times_Of(target);
+    if (!job.in_place) {
+        if (!Write(job, nullptr)) {
+            Report_Failure(job, QStringLiteral("\r\n") + Last_Image_Error());
+            return false;
+        }
+        After_Success(job);
+        return true;
+    }
+    auto kept = Kept_Original::Keep(target);
+    if (!kept) {
+        Report_Failure(job, QStringLiteral("\r\n") + QString::fromStdString(kept.error().text));
+        return false;
+    }
+    if (!Write(job, &*kept)) {
+        const QString reason = Last_Image_Error();
+        const QString kept_name = QString::fromStdString(kept->Name());
+        QString tail = QStringLiteral("\r\n") + reason;
+        if (!kept->Put_Back())
+            tail = QStringLiteral("\r\nOriginal file is ") + kept_name + QStringLiteral("\r\nfailed save file is ") +
+                   job.target + QStringLiteral(", ") + reason;
+        Report_Failure(job, tail);
+        return false;
+    }
+    if (times) (void)Set_Times(target, *times); // the picture is saved; a date that cannot be set harms nothing
+    (void)kept->Drop();
+    After_Success(job);
+    return true;
+}
+
+bool Picture_Saver::Write(Job& job, Kept_Original* kept)
+{
+    const Picture_Item* item = state_.pictures.Find(job.key);
+    if (item == nullptr) return false;
+    const QString parent =
+        kept != nullptr ? Path_From_Bytes(QByteArray::fromStdString(kept->Name())) : item->Full_Name();
+    return Save_Bitmap(job.bitmap, job.target, job.type,
+                       {.comment = item->Description,
+                        .script = Join_Script_Items(job.items),
+                        .parent = parent,
+                        .quality = job.quality,
+                        .horizontal_dpi = item->Horz_Resolution,
+                        .vertical_dpi = item->Vert_Resolution});
+}
+
+void Picture_Saver::Report_Failure(const Job& job, const QString& tail)
+{
+    if (job.error_message)
+        state_.platform.dialogs.Refuse(QStringLiteral("Error saving picture to ") + job.target + tail);
+}
+
+void Picture_Saver::After_Success(const Job& job)
+{
+    if (Picture_Item* item = state_.pictures.Find(job.key); item != nullptr && job.in_place) {
+        if (!job.keep_rotation) item->Rotate = item->Flip = 0;
+        item->Script_Items = job.items;
+        item->Description_Modified = false;
+    }
+    const Pixel_Size saved = Size_Of_Bitmap(job.bitmap);
+    const std::vector<int> shown = state_.pictures.Indices_From_Name(job.target);
+    for (const int index : shown) {
+        Picture_Item& item = state_.pictures.Item(index);
+        const bool size_changed = item.Horz_Pixels != saved.width || item.Vert_Pixels != saved.height;
+        item.File_Type = job.type;
+        File_Dimensions facts;
+        if (Get_Dimensions(job.target, job.type, facts)) {
+            item.Horz_Pixels = facts.width;
+            item.Vert_Pixels = facts.height;
+            item.Pixel_Depth = facts.pixel_depth;
+        }
+        item.Source_Warnings = -1;
+        item.Script_Items.Remove_Types(job.clear_types);
+        pictures_.Reload_Picture_Thumbnail(index, size_changed);
+    }
+    if (shown.empty()) pick_.Add_Picture_By_File_Name(job.target);
+}
+
+bool Picture_Saver::Save_Texts(int key)
+{
+    Picture_Item* item = state_.pictures.Find(key);
+    if (item == nullptr) return false;
+    if (!Confirm_Writable(state_.platform.dialogs, item->Full_Name(), QStringLiteral("overwrite"), true)) return false;
+    Owned_Bitmap bitmap(Load_Bitmap(item->Full_Name(), item->File_Type, 1, 0));
+    item->Source_Warnings = bitmap ? Get_Bitmap_Source_Warnings_CPP(bitmap.Get()) : -1;
+    Job job = In_Place_Job(*item, bitmap.Get());
+    job.keep_rotation = true;
+    if (!bitmap) {
+        Report_Failure(job, QStringLiteral("\r\n") + Last_Load_Error());
+        return false;
+    }
+    if (!Confirm_In_Place(*item, false) || !Run(job)) return false;
+    if ((item = state_.pictures.Find(key)) != nullptr) item->Script_Modified = false;
+    return true;
+}
+
+bool Picture_Saver::Save_Rotation_And_Flips(int key)
+{
+    Picture_Item* item = state_.pictures.Find(key);
+    if (item == nullptr) return false;
+    if (item->Rotate == 0 && item->Flip == 0) return true;
+    const Owned_Bitmap bitmap(pictures_.Load(*item, 0, 1));
+    if (!bitmap) {
+        Report_Failure(In_Place_Job(*item, 0), QStringLiteral("\r\n") + Last_Load_Error());
+        return false;
+    }
+    return Save_Adjusted_Picture(key, bitmap.Get(), {}, {}, {}, true);
+}
+
+bool Picture_Saver::Save_Picture(int method, int key, Bitmap_Handle bitmap, const QString& suffix,
+                                 std::span<const int> clear_types)
+{
+    const Picture_Item* item = state_.pictures.Find(key);
+    if (item == nullptr) return false;
+    const QString name = item->Full_Name();
+    switch (Save_Method(method)) {
+    case Save_Method::Snapshot_Then_Overwrite:
+        return Save_Snapshot_Of(*item) && Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
+    case Save_Method::Overwrite_After_Question:
+        return Confirm_Overwrite_Originals(state_.platform.dialogs) &&
+               Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
+    case Save_Method::Automatic_Copy: {
+        const QString target =
+            Path_Without_Extension(name) + QLatin1Char('-') + suffix + QLatin1Char('.') + Extension_Part(name);
+        return Confirm_Overwrite(state_.platform.dialogs, target) &&
+               Save_Adjusted_Picture(key, bitmap, target, {}, clear_types, true);
+    }
+    case Save_Method::Copy_By_Dialog: return Save_By_Dialog(*item, bitmap, clear_types);
+    }
+    return Save_Adjusted_Picture(key, bitmap, name, {}, clear_types, true);
+}
+
+bool Picture_Saver::Save_Snapshot_Of(const Picture_Item& item)
+{
+    const QString snapshot = Snapshot_Name(item.Full_Name(), state_.platform.clock.Now());
+    const auto copied = Copy_Whole_File(File_System_Bytes(item.Full_Name()), File_System_Bytes(snapshot));
+    if (!copied) state_.platform.dialogs.Refuse(QString::fromStdString(copied.error().text));
+    return bool(copied);
+}
+
+bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types)
+{
+    const int key = item.Picture_Key;
+    const QStringList picked = state_.platform.dialogs.Pick({.caption = QStringLiteral("Halvine - Save As"),
+                                                             .folder = item.Path,
+                                                             .name = item.File_Name,
+                                                             .pattern = state_.Default_Extensions});
+    if (picked.isEmpty() || picked.front().isEmpty()) return false;
+    const Qualified_Name target = Split_Qualifier(picked.front());
+    return Confirm_Overwrite(state_.platform.dialogs, target.name) &&
+           Save_Adjusted_Picture(key, bitmap, target.name, target.qualifier, clear_types, true);
+}
+
+bool Picture_Saver::Confirm_In_Place(Picture_Item& item, bool pixels_change)
+{
+    User_Dialogs& dialogs = state_.platform.dialogs;
+    const QString name = item.Full_Name();
+    const std::string path = File_System_Bytes(name);
+    if (pixels_change && item.Source_Warnings < 0) {
+        // The bitmap may come from anywhere: only the file itself can tell what a save would lose.
+        const Owned_Bitmap stored(Load_Bitmap(name, item.File_Type, 1, 0));
+        if (stored) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(stored.Get());
+    }
+    const int warnings = std::max(item.Source_Warnings, 0);
+    if ((warnings & Warning_Damaged) != 0) {
+        dialogs.Refuse(name +
+                       QStringLiteral(" was read with errors and can't be saved over itself, save a copy instead."));
+        return false;
+    }
+    Clear_Stale_Keep(path);
+    const auto identity = Identity_Of(path);
+    if (identity && item.Identity.size >= 0 && *identity != item.Identity &&
+        !dialogs.Confirm(name + QStringLiteral(" was changed by another program meanwhile, do you wish to overwrite?")))
+        return false;
+    if (identity && Count_Of_Names(path) > 1 && !several_names_allowed_.contains(identity->inode)) {
+        if (!dialogs.Confirm(name +
+                             QStringLiteral(" is stored under several names (hard links), only this one will get "
+                                            "the new picture, do you wish to continue?")))
+            return false;
+        several_names_allowed_.insert(identity->inode);
+    }
+    if (pixels_change && (warnings & Warning_Reduced) != 0)
+        return dialogs.Confirm(name + QStringLiteral(" holds more than is kept by a save (16 bits, several pages or "
+                                                     "transparency), do you wish to overwrite?\r\nTo keep it, click "
+                                                     "'No' or 'Cancel' then save a copy."));
+    return true;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "catalogue/Pick_Loop.h"
+
+#include <QtCore/QSet>
+#include <span>
+
+class Kept_Original;
+
+/// How Save_Picture saves. Hosts pass these numbers; every other one saves to the picture's own path as if it were a new
+/// name.
+enum class Save_Method : int {
+    Snapshot_Then_Overwrite = 2,
+    Overwrite_After_Question = 3,
+    Automatic_Copy = 4,
+    Copy_By_Dialog = 5,
+};
+
+/// Turns what lies in a record into a file. While a save onto the original runs, the original stands under its own name
+/// or, where the file system has no links, under its "~" name, whole.
+class Picture_Saver {
+public:
+    Picture_Saver(Catalogue_State& state, Pick_Loop& pick, Picture_Pictures& pictures)
+        : state_(state), pick_(pick), pictures_(pictures)
+    {}
+
+    bool Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const QString& as_file_name, const QString& as_qualifier,
+                               std::span<const int> clear_types, bool error_message);
+    bool Save_Picture(int method, int key, Bitmap_Handle bitmap, const QString& suffix,
+                      std::span<const int> clear_types);
+
+    /// The file again with the same pixels and the record's script and description; its times stay. The pending rotation
+    /// stays pending.
+    bool Save_Texts(int key);
+
+    /// The pending rotation and flips are written into the pixels; script and description stay, its coordinates follow.
+    bool Save_Rotation_And_Flips(int key);
+
+    /// Questions before a picture is saved over its own file: changed meanwhile, several names, more in the file than is
+    /// kept, read with errors. `pixels_change` is false for a save of texts alone.
+    bool Confirm_In_Place(Picture_Item& item, bool pixels_change);
+
+private:
+    struct Job;
+    bool Run(Job& job);
+    bool Write(Job& job, Kept_Original* kept);
+    void Report_Failure(const Job& job, const QString& tail);
+    void After_Success(const Job& job);
+    Job In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const;
+    bool Save_Snapshot_Of(const Picture_Item& item);
+    bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
+
+    Catalogue_State& state_;
+    Pick_Loop& pick_;
+    Picture_Pictures& pictures_;
+    QSet<quint64> several_names_allowed_; // inodes whose question was answered with Yes
+};
