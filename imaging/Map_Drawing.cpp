@@ -1,6 +1,5 @@
 #include "imaging/Map_Drawing.h"
 
-#include "bkimgutl/bkimgutl.h"
 #include "frame/text/Number_Text.h"
 
 #include <algorithm>
@@ -100,16 +99,6 @@ void Map_View::Resample()
 {
     columns_ = sample_count_ > 0 ? Resample_Histogram(histogram_, geometry_.width - 1) : std::vector<std::int64_t>();
     clip_height_ = Histogram_Clip_Height(columns_, sample_count_);
-}
-
-bool Map_View::Set_Map_Histogram(Bitmap_Handle bitmap, int component)
-{
-    std::int32_t samples = 0;
-    histogram_component_ = component;
-    const bool counted = Compute_Bitmap_Color_Component_Histogram_CPP(bitmap, component, histogram_.data(), &samples);
-    sample_count_ = counted ? samples : 0;
-    Resample();
-    return counted;
 }
 
 Map_View::Pick_Kind Map_View::Kind_At(int x, int y) const
