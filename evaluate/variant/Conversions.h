@@ -33,8 +33,8 @@ QString Text_From_Double(double value); ///< 15 significant digits, 1E-05 and 1E
 QString Text_From_Single(float value);  ///< 7 significant digits
 QString Text_From_Date(double days);    ///< "1/2/2003 3:04:05 PM", without the part that is zero
 
-/// The reading of "Val": the number at the text's beginning, blanks skipped, 0 if there is none.
-double Val(QStringView text);
+/// The reading of "Val": the number at the text's beginning, blanks skipped, 0 if there is none; 6 when too large.
+Evaluated<double> Val(QStringView text);
 
 /// Half to even; the argument must be finite.
 double Round_Half_Even(double value);
