@@ -1,3 +1,21 @@
 list(APPEND hv_evaluate_sources
+    library/Arguments.cpp
+    library/Arguments.h
+    library/Array_Functions.cpp
+    library/Built_In_Routines.h
+    library/Built_In_Table.cpp
+    library/Date_Functions.cpp
+    library/Format_Date.cpp
+    library/Format_Functions.cpp
+    library/Format_Number.cpp
+    library/Format_Pattern.cpp
+    library/Format_Pattern.h
+    library/Format_Text.cpp
     library/Formula_Host_Services.h
-    library/Library.h)
+    library/Host_Functions.cpp
+    library/Library.h
+    library/Number_Functions.cpp
+    library/Search_Functions.cpp
+    library/Text_Functions.cpp
+    library/Weeks.cpp
+    library/Weeks.h)
