@@ -35,12 +35,14 @@ Bitmap_Handle Create_Flipped_Bitmap_CPP(Bitmap_Handle source, Flag first_kind);
 Bitmap_Handle Create_Scaled_Bitmap_CPP(Bitmap_Handle source, std::int32_t new_width, std::int32_t new_height,
                                        std::int32_t interpolation_method);
 
-/// Perspective correction along rows: row y of the result shows the source's row y from x = left to x = right, where
-/// left runs linearly from top_left (top row) to bottom_left (bottom row), right likewise.
-/// top_left .. bottom_right  source positions in pixels, fractions allowed
+/// Perspective correction along rows: a quadrilateral with level top and bottom becomes a rectangle. Row y of the result
+/// shows the source's row y; left runs linearly from top_left (top row) to bottom_left (bottom row), right likewise.
+/// top_left .. bottom_right  source positions in pixels, 0 is the leftmost pixel, fractions allowed; right exceeds left
 /// new_width, new_height     size of the result (height equals the source's)
-/// offset                    source x that the result's column 0 stands for, when `expand` is set
-/// expand                    true keeps the whole picture and fills with the background, false crops to the edges
+/// offset                    with `expand`, the source x of the result's column 0 in the row with the wider segment
+/// expand                    false: columns 0 and new_width - 1 are left and right of each row. True: the row with the
+///                           wider segment keeps its scale, the segments of all rows stand in the same columns, and what
+///                           lies outside the picture is background
 /// interpolation_method      an Interpolation_Method number, 1 to 8
 Bitmap_Handle Create_Horizontally_Distorted_Bitmap_CPP(Bitmap_Handle source, float top_left, float top_right,
                                                        float bottom_left, float bottom_right, std::int32_t new_width,

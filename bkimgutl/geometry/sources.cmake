@@ -5,6 +5,8 @@ list(APPEND bkimgutl_sources
     geometry/Cubic_Row.h
     geometry/Cubic_Table.cpp
     geometry/Cubic_Table.h
+    geometry/Distort.cpp
+    geometry/Distort.h
     geometry/Rotate.cpp
     geometry/Rotate.h
     geometry/Rotation_Map.cpp

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <cstdint>
+
+/// Luminance of `width` pixels of B,G,R, exactly as RGB_To_Luminance has it.
+void Luminance_Row(const std::uint8_t* pixels, int width, std::uint8_t* luminance);
