@@ -40,10 +40,15 @@ void Filter_Columns(const Bitmap_View& source, const Two_Banks& banks, const Str
 
 } // namespace
 
-Plane_Picture::Plane_Picture(int width, int height, int channels)
-    : width_(width), height_(height), channels_(channels), plane_(Padded(std::size_t(width))),
-      samples_(plane_ * std::size_t(channels) * std::size_t(height))
+Result<Plane_Picture> Plane_Picture::Create(int width, int height, int channels)
 {
+    Plane_Picture picture;
+    picture.width_ = width, picture.height_ = height, picture.channels_ = channels;
+    picture.plane_ = Padded(std::size_t(width));
+    auto memory = Pixel_Memory::Allocate(picture.plane_ * std::size_t(channels) * std::size_t(height) * sizeof(std::int16_t));
+    if (!memory) return tl::make_unexpected(memory.error());
+    picture.memory_ = std::move(*memory);
+    return picture;
 }
 
 void Filter_Columns_Then_Rows(const Bitmap_View& source, const Two_Banks& banks, const Strip_Output& output)

@@ -1,28 +1,28 @@
 #pragma once
 
 #include "bkimgutl/core/Bitmap_View.h"
+#include "bkimgutl/core/Pixel_Memory.h"
 #include "bkimgutl/filter/Resample_Rows.h"
-
-#include <vector>
 
 /// The two orders of the two passes, in strips whose intermediate samples stay in the cache. Reducing goes columns first,
 /// since that leaves little for the rows; enlarging goes rows first.
 
-/// A picture of 16-bit planes between two stages of a filter.
+/// A picture of 16-bit planes between two stages of a filter. Samples are not initialised.
 class Plane_Picture {
 public:
-    Plane_Picture(int width, int height, int channels);
+    static Result<Plane_Picture> Create(int width, int height, int channels);
     int Width() const { return width_; }
     int Height() const { return height_; }
     int Channels() const { return channels_; }
     std::size_t Plane() const { return plane_; } ///< samples from a plane of a row to the next
-    std::int16_t* Row(int y) { return samples_.data() + std::size_t(y) * plane_ * std::size_t(channels_); }
-    const std::int16_t* Row(int y) const { return samples_.data() + std::size_t(y) * plane_ * std::size_t(channels_); }
+    std::int16_t* Row(int y) { return Samples() + std::size_t(y) * plane_ * std::size_t(channels_); }
+    const std::int16_t* Row(int y) const { return Samples() + std::size_t(y) * plane_ * std::size_t(channels_); }
 
 private:
-    int width_, height_, channels_;
-    std::size_t plane_;
-    std::vector<std::int16_t> samples_;
+    std::int16_t* Samples() const { return reinterpret_cast<std::int16_t*>(memory_.Bytes()); }
+    Pixel_Memory memory_;
+    int width_ = 0, height_ = 0, channels_ = 0;
+    std::size_t plane_ = 0;
 };
 
 /// Both banks of a filter and how many fractional bits the samples have between the passes and at the end.
