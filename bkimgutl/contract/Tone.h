@@ -38,6 +38,6 @@ Bitmap_Handle Create_Blurred_Bitmap_CPP(Bitmap_Handle source, float radius, std:
                                         std::int32_t component_mask);
 
 /// Channel mixer. `fields` are 19 values: mixed red, green, blue and luminance as (red, green, blue, scale) percentages,
-/// the percentage of mixed luminance in the result, how the luminance is blended (0 adds the difference to the channels,
-/// 1 scales the channels to the luminance, 2 replaces), and whether the result is grey.
+/// -200 to 200; the percentage of mixed luminance in the result, 0 to 100; how the luminance is blended with each channel
+/// (0 normal, 1 lighten, 2 darken); and whether the result is grey.
 Bitmap_Handle Create_Color_Mixed_Bitmap_CPP(Bitmap_Handle source, const std::int32_t* fields);

@@ -1,8 +1,11 @@
 list(APPEND bkimgutl_sources
+    contract/Creating.h
     contract/Creation.cpp
     contract/Creation.h
     contract/Files.h
     contract/Histogram.cpp
     contract/Histogram.h
+    contract/Scale.cpp
+    contract/Tone.cpp
     contract/Tone.h
     contract/Types.h)

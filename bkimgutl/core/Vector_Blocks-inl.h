@@ -25,11 +25,11 @@ using Words = hn::Vec<Words_Tag>;
 /// Calls block(in, out) for whole blocks of `block_bytes`, and for the rest of the row on a copy, so that the arithmetic
 /// never meets a row's end. in and out may be the same.
 template <class Block>
-HWY_INLINE void For_Blocks(const std::uint8_t* in, std::uint8_t* out, std::size_t bytes, std::size_t block_bytes, Block&& block)
+HWY_INLINE void For_Blocks(const std::uint8_t* in, std::uint8_t* out, std::size_t bytes, std::size_t block_bytes,
+                           Block&& block)
 {
     std::size_t done = 0;
-    for (; done + block_bytes <= bytes; done += block_bytes)
-        block(in + done, out + done);
+    for (; done + block_bytes <= bytes; done += block_bytes) block(in + done, out + done);
     if (done == bytes) return;
     HWY_ALIGN std::uint8_t rest[3 * HWY_MAX_BYTES] = {};
     HWY_ALIGN std::uint8_t result[3 * HWY_MAX_BYTES];

@@ -24,14 +24,14 @@ bool Is_Level(std::int32_t level)
 Result<Bitmap> Blurred(const Bitmap_View& source, const Blur_Settings& settings)
 {
     const int weight = settings.weight_percent;
-    if (weight < 0 || weight > 100) return Failure("the blur weight " + std::to_string(weight) + " is outside 0 to 100 percent");
+    if (weight < 0 || weight > 100)
+        return Failure("the blur weight " + std::to_string(weight) + " is outside 0 to 100 percent");
     const Component_Filter filter{
         [weight](const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, std::uint8_t* out) {
             Mix_Blur_Row(plane, blurred, count, weight, out);
         },
         [weight](const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, float* change) {
-            for (std::size_t i = 0; i < count; ++i)
-                change[i] = float(weight * (blurred[i] - plane[i] * 128)) / 12800;
+            for (std::size_t i = 0; i < count; ++i) change[i] = float(weight * (blurred[i] - plane[i] * 128)) / 12800;
         }};
     return Component_Filtered(source, settings.radius, settings.components, filter);
 }
@@ -51,9 +51,9 @@ Result<Bitmap> Unsharp_Masked(const Bitmap_View& source, const Unsharp_Settings&
         [sharpening](const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, float* change) {
             for (std::size_t i = 0; i < count; ++i) {
                 const float d = float(plane[i] * 128 - blurred[i]) / 128;
-                const float amount = d > sharpening.lighten_threshold ? sharpening.lighten_amount
+                const float amount = d > sharpening.lighten_threshold   ? sharpening.lighten_amount
                                      : d < -sharpening.darken_threshold ? sharpening.darken_amount
-                                                                         : 0.0F;
+                                                                        : 0.0F;
                 change[i] = amount * d;
             }
         }};

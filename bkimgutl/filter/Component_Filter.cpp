@@ -36,7 +36,8 @@ int Plane_Level(const CMYK_Planes& planes, std::int32_t component)
 }
 
 /// False when a colour's split overflows.
-bool Take_Plane_Row(const std::uint8_t* pixel, int width, std::int32_t component, const CMYK_Tables& tables, std::uint8_t* out)
+bool Take_Plane_Row(const std::uint8_t* pixel, int width, std::int32_t component, const CMYK_Tables& tables,
+                    std::uint8_t* out)
 {
     bool fits = true;
     for (int x = 0; x < width; ++x, pixel += 3) {
@@ -78,8 +79,7 @@ std::uint8_t Rounded_Level(float level)
 void Apply_Changes(const std::uint8_t* in, const float* change, Targets targets, int width, std::uint8_t* out)
 {
     for (int x = 0; x < width; ++x, in += 3, out += 3)
-        for (int c = 0; c < 3; ++c)
-            out[c] = targets.channel[c] ? Rounded_Level(float(in[c]) + change[x]) : in[c];
+        for (int c = 0; c < 3; ++c) out[c] = targets.channel[c] ? Rounded_Level(float(in[c]) + change[x]) : in[c];
 }
 
 void Add_Changes(const float* change, Targets targets, int width, float* sums)
@@ -113,8 +113,7 @@ void Restore_Channels(const std::uint8_t* in, Targets targets, int width, std::u
 {
     for (int c = 0; c < 3; ++c)
         if (!targets.channel[c])
-            for (int x = c; x < 3 * width; x += 3)
-                out[x] = in[x];
+            for (int x = c; x < 3 * width; x += 3) out[x] = in[x];
 }
 
 Result<void> Filter_Channels(const Bitmap_View& source, float radius, Targets targets, const Component_Filter& filter,
@@ -128,8 +127,8 @@ Result<void> Filter_Channels(const Bitmap_View& source, float radius, Targets ta
 
 /// Calls take(y, changes of the row) for one component.
 template <class Take>
-Result<void> For_Changes(const Bitmap_View& source, float radius, std::int32_t component, const Component_Filter& filter,
-                         Take&& take)
+Result<void> For_Changes(const Bitmap_View& source, float radius, std::int32_t component,
+                         const Component_Filter& filter, Take&& take)
 {
     const auto plane = Plane_Of(source, component);
     if (!plane) return tl::make_unexpected(plane.error());
@@ -141,16 +140,16 @@ Result<void> For_Changes(const Bitmap_View& source, float radius, std::int32_t c
     });
 }
 
-Result<void> Filter_Plane(const Bitmap_View& source, float radius, std::int32_t component, const Component_Filter& filter,
-                          const Mutable_Bitmap_View& target)
+Result<void> Filter_Plane(const Bitmap_View& source, float radius, std::int32_t component,
+                          const Component_Filter& filter, const Mutable_Bitmap_View& target)
 {
     return For_Changes(source, radius, component, filter, [&](int y, const float* changes) {
         Apply_Changes(source.Row(y), changes, Targets_Of(component), source.width, target.Row(y));
     });
 }
 
-Result<void> Filter_Several(const Bitmap_View& source, float radius, std::int32_t components, const Component_Filter& filter,
-                            const Mutable_Bitmap_View& target)
+Result<void> Filter_Several(const Bitmap_View& source, float radius, std::int32_t components,
+                            const Component_Filter& filter, const Mutable_Bitmap_View& target)
 {
     auto sums = Change_Sums::Create(source);
     if (!sums) return tl::make_unexpected(sums.error());

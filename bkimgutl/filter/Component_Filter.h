@@ -8,9 +8,11 @@
 /// What a filter on top of a blur does with `count` samples of a plane and their blur, which is in units of 1 / 128 level.
 struct Component_Filter {
     /// The new samples, rounded and limited; for planes that are the picture's own channels.
-    std::function<void(const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, std::uint8_t* out)> samples;
+    std::function<void(const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, std::uint8_t* out)>
+        samples;
     /// The change of each sample in levels, for planes whose change goes to channels.
-    std::function<void(const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, float* change)> changes;
+    std::function<void(const std::uint8_t* plane, const std::int16_t* blurred, std::size_t count, float* change)>
+        changes;
 };
 
 /// Applies the filter to the chosen components (a bit set of Component, not empty) of a picture.

@@ -33,12 +33,12 @@ HWY_INLINE void Store_Levels(Ints v, std::uint8_t* out)
 
 /// Calls row(x, source, blurred, out) for whole registers, and for the rest on copies.
 template <class Row>
-HWY_INLINE void For_Lanes(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, std::uint8_t* out, Row&& row)
+HWY_INLINE void For_Lanes(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, std::uint8_t* out,
+                          Row&& row)
 {
     const std::size_t lanes = hn::Lanes(Ints_Tag());
     std::size_t x = 0;
-    for (; x + lanes <= count; x += lanes)
-        row(source + x, blurred + x, out + x);
+    for (; x + lanes <= count; x += lanes) row(source + x, blurred + x, out + x);
     if (x == count) return;
     std::uint8_t levels[HWY_MAX_BYTES / 4] = {}, result[HWY_MAX_BYTES / 4];
     std::int16_t samples[HWY_MAX_BYTES / 4] = {};
@@ -50,21 +50,23 @@ HWY_INLINE void For_Lanes(const std::uint8_t* source, const std::int16_t* blurre
 
 /// The sum of both parts in 1 / 12800 level is an exact integer. Its quotient, rounded to nearest, is right but where the
 /// sum lies half-way; there the rest tells which of the two neighbours was taken, and the even one is.
-void Mix_Blur(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, int weight_percent, std::uint8_t* out)
+void Mix_Blur(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, int weight_percent,
+              std::uint8_t* out)
 {
     const Floats_Tag d;
     const Ints_Tag di;
     const Ints by_source = hn::Set(di, (100 - weight_percent) * 128), by_blur = hn::Set(di, weight_percent);
     const Ints one = hn::Set(di, 1), half = hn::Set(di, 6400);
-    For_Lanes(source, blurred, count, out, [&](const std::uint8_t* s, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
-        const Ints sum = hn::Add(hn::Mul(Levels(s), by_source), hn::Mul(Samples(b), by_blur));
-        const Ints near = hn::NearestInt(hn::Mul(hn::ConvertTo(d, sum), hn::Set(d, 1.0F / 12800)));
-        const Ints rest = hn::Sub(sum, hn::Mul(near, hn::Set(di, 12800)));
-        const Ints odd = hn::And(near, one);
-        const Ints up = hn::IfThenElseZero(hn::Eq(rest, half), odd);
-        const Ints down = hn::IfThenElseZero(hn::Eq(rest, hn::Neg(half)), odd);
-        Store_Levels(hn::Add(near, hn::Sub(up, down)), to);
-    });
+    For_Lanes(source, blurred, count, out,
+              [&](const std::uint8_t* s, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
+                  const Ints sum = hn::Add(hn::Mul(Levels(s), by_source), hn::Mul(Samples(b), by_blur));
+                  const Ints near = hn::NearestInt(hn::Mul(hn::ConvertTo(d, sum), hn::Set(d, 1.0F / 12800)));
+                  const Ints rest = hn::Sub(sum, hn::Mul(near, hn::Set(di, 12800)));
+                  const Ints odd = hn::And(near, one);
+                  const Ints up = hn::IfThenElseZero(hn::Eq(rest, half), odd);
+                  const Ints down = hn::IfThenElseZero(hn::Eq(rest, hn::Neg(half)), odd);
+                  Store_Levels(hn::Add(near, hn::Sub(up, down)), to);
+              });
 }
 
 /// The blur alone: half to even in 1 / 128 level.
@@ -80,8 +82,7 @@ void Round_Blur(const std::uint8_t*, const std::int16_t* blurred, std::size_t co
         hn::StoreU(hn::DemoteTo(d8, hn::ShiftRight<7>(sum)), d8, to);
     };
     std::size_t x = 0;
-    for (; x + lanes <= count; x += lanes)
-        round(blurred + x, out + x);
+    for (; x + lanes <= count; x += lanes) round(blurred + x, out + x);
     if (x == count) return;
     std::int16_t rest[HWY_MAX_BYTES / 2] = {};
     std::uint8_t result[HWY_MAX_BYTES / 2];
@@ -90,21 +91,23 @@ void Round_Blur(const std::uint8_t*, const std::int16_t* blurred, std::size_t co
     std::memcpy(out + x, result, count - x);
 }
 
-void Sharpen(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& s, std::uint8_t* out)
+void Sharpen(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& s,
+             std::uint8_t* out)
 {
     const Floats_Tag d;
     const Floats lighten = hn::Set(d, s.lighten_amount), darken = hn::Set(d, s.darken_amount);
     const Floats above = hn::Set(d, s.lighten_threshold), below = hn::Set(d, -s.darken_threshold);
     const Floats most = hn::Set(d, 512), least = hn::Set(d, -512); // keep the conversion to integers in range
-    For_Lanes(source, blurred, count, out, [&](const std::uint8_t* in, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
-        const Ints level = Levels(in);
-        const Ints parts = hn::Sub(hn::ShiftLeft<7>(level), Samples(b));
-        const Floats difference = hn::Mul(hn::ConvertTo(d, parts), hn::Set(d, 1.0F / 128));
-        const Floats amount = hn::IfThenElse(hn::Gt(difference, above), lighten,
-                                             hn::IfThenElseZero(hn::Lt(difference, below), darken));
-        const Floats sum = hn::MulAdd(amount, difference, hn::ConvertTo(d, level));
-        Store_Levels(hn::NearestInt(hn::Min(hn::Max(sum, least), most)), to);
-    });
+    For_Lanes(source, blurred, count, out,
+              [&](const std::uint8_t* in, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
+                  const Ints level = Levels(in);
+                  const Ints parts = hn::Sub(hn::ShiftLeft<7>(level), Samples(b));
+                  const Floats difference = hn::Mul(hn::ConvertTo(d, parts), hn::Set(d, 1.0F / 128));
+                  const Floats amount = hn::IfThenElse(hn::Gt(difference, above), lighten,
+                                                       hn::IfThenElseZero(hn::Lt(difference, below), darken));
+                  const Floats sum = hn::MulAdd(amount, difference, hn::ConvertTo(d, level));
+                  Store_Levels(hn::NearestInt(hn::Min(hn::Max(sum, least), most)), to);
+              });
 }
 
 } // namespace bkimgutl::HWY_NAMESPACE
@@ -128,8 +131,8 @@ void Mix_Blur_Row(const std::uint8_t* source, const std::int16_t* blurred, std::
         HWY_DYNAMIC_DISPATCH(Mix_Blur)(source, blurred, count, weight_percent, out);
 }
 
-void Sharpen_Row(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& sharpening,
-                 std::uint8_t* out)
+void Sharpen_Row(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count,
+                 const Sharpening& sharpening, std::uint8_t* out)
 {
     HWY_DYNAMIC_DISPATCH(Sharpen)(source, blurred, count, sharpening, out);
 }

@@ -16,5 +16,5 @@ struct Sharpening {
     float lighten_amount, darken_amount;
     float lighten_threshold, darken_threshold;
 };
-void Sharpen_Row(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& sharpening,
-                 std::uint8_t* out);
+void Sharpen_Row(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count,
+                 const Sharpening& sharpening, std::uint8_t* out);

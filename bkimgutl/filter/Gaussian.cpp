@@ -43,10 +43,10 @@ struct Reduced_Grid {
     int step, margin, length;
 
     Reduced_Grid(int source_length, int grid_step, double deviation)
-        : step(grid_step), margin(int(std::ceil(cut_off * deviation / grid_step)) + 1),
+        : step(grid_step),
+          margin(int(std::ceil(cut_off * deviation / grid_step)) + 1),
           length((source_length - 1) / grid_step + 2 + 2 * margin)
-    {
-    }
+    {}
     Weight_Bank Reducing(int source_length, double deviation) const
     {
         std::vector<Taps> taps;
@@ -74,18 +74,18 @@ std::size_t Row_Samples(const Bitmap_View& source)
 
 void Blur_Directly(const Bitmap_View& source, double deviation, const Blurred_Row_Sink& sink)
 {
-    const Two_Banks banks{Gaussian_Bank(source.height, deviation), Gaussian_Bank(source.width, deviation), Blur_Bits, Blur_Bits};
+    const Two_Banks banks{Gaussian_Bank(source.height, deviation), Gaussian_Bank(source.width, deviation), Blur_Bits,
+                          Blur_Bits};
     const std::size_t stride = Row_Samples(source);
     const int strips = (source.height + Strip_Rows - 1) / Strip_Rows;
     For_Rows(strips, source.Row_Bytes() * 2 * Strip_Rows, [&](int first, int end) {
         std::int16_t* rows = Scratch<struct Blurred_Strip>(stride * Strip_Rows);
         for (int strip = first; strip < end; ++strip) {
-            Strip_Output output{strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, source.height), Row_Layout::Words, {}, 0};
-            for (int i = 0; i < Strip_Rows; ++i)
-                output.rows[i] = rows + std::size_t(i) * stride;
+            Strip_Output output{
+                strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, source.height), Row_Layout::Words, {}, 0};
+            for (int i = 0; i < Strip_Rows; ++i) output.rows[i] = rows + std::size_t(i) * stride;
             Filter_Columns_Then_Rows(source, banks, output);
-            for (int y = output.first; y < output.end; ++y)
-                sink(y, rows + std::size_t(y - output.first) * stride);
+            for (int y = output.first; y < output.end; ++y) sink(y, rows + std::size_t(y - output.first) * stride);
         }
     });
 }
@@ -96,16 +96,19 @@ void Reduce(const Bitmap_View& source, const Two_Banks& banks, Plane_Picture& re
     const std::size_t cost = source.Row_Bytes() * std::size_t(source.height) / std::size_t(strips);
     For_Rows(strips, cost, [&](int first, int end) {
         for (int strip = first; strip < end; ++strip) {
-            Strip_Output output{strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, reduced.Height()),
-                                Row_Layout::Word_Planes, {}, reduced.Plane()};
-            for (int y = output.first; y < output.end; ++y)
-                output.rows[y - output.first] = reduced.Row(y);
+            Strip_Output output{strip * Strip_Rows,
+                                std::min((strip + 1) * Strip_Rows, reduced.Height()),
+                                Row_Layout::Word_Planes,
+                                {},
+                                reduced.Plane()};
+            for (int y = output.first; y < output.end; ++y) output.rows[y - output.first] = reduced.Row(y);
             Filter_Columns_Then_Rows(source, banks, output);
         }
     });
 }
 
-void Enlarge(const Plane_Picture& reduced, const Two_Banks& banks, const Bitmap_View& source, const Blurred_Row_Sink& sink)
+void Enlarge(const Plane_Picture& reduced, const Two_Banks& banks, const Bitmap_View& source,
+             const Blurred_Row_Sink& sink)
 {
     constexpr int rows_per_task = 128; // so that what two tasks both make of the reduced rows is little
     const int tasks = (source.height + rows_per_task - 1) / rows_per_task;
@@ -116,7 +119,8 @@ void Enlarge(const Plane_Picture& reduced, const Two_Banks& banks, const Bitmap_
         const int pairs = banks.columns.pairs;
         for (int y = first * rows_per_task; y < std::min(end * rows_per_task, source.height); ++y) {
             filtered.Look_At(banks.columns.starts[std::size_t(y)], 2 * pairs, rows);
-            Filter_Word_Columns({rows, banks.columns.Weights(y), pairs, source.Row_Bytes(), banks.columns.bits}, blurred);
+            Filter_Word_Columns({rows, banks.columns.Weights(y), pairs, source.Row_Bytes(), banks.columns.bits},
+                                blurred);
             sink(y, blurred);
         }
     });
@@ -137,8 +141,10 @@ Result<void> Blur_Rows(const Bitmap_View& source, float radius, const Blurred_Ro
     const Reduced_Grid along_x(source.width, step, part), along_y(source.height, step, part);
     auto reduced = Plane_Picture::Create(along_x.length, along_y.length, source.bytes_per_pixel);
     if (!reduced) return tl::make_unexpected(reduced.error());
-    Reduce(source, {along_y.Reducing(source.height, part), along_x.Reducing(source.width, part), Blur_Bits, Blur_Bits}, *reduced);
-    Enlarge(*reduced, {along_y.Enlarging(source.height, part), along_x.Enlarging(source.width, part), Blur_Bits, Blur_Bits},
+    Reduce(source, {along_y.Reducing(source.height, part), along_x.Reducing(source.width, part), Blur_Bits, Blur_Bits},
+           *reduced);
+    Enlarge(*reduced,
+            {along_y.Enlarging(source.height, part), along_x.Enlarging(source.width, part), Blur_Bits, Blur_Bits},
             source, sink);
     return {};
 }

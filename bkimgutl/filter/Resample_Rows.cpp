@@ -33,7 +33,8 @@ HWY_INLINE Ints Add_Products(Ints sum, Shorts a, Shorts b)
 #else
     const Ints_Tag d;
     const Ints wide_a = hn::BitCast(d, a), wide_b = hn::BitCast(d, b);
-    const Ints low = hn::Mul(hn::ShiftRight<16>(hn::ShiftLeft<16>(wide_a)), hn::ShiftRight<16>(hn::ShiftLeft<16>(wide_b)));
+    const Ints low =
+        hn::Mul(hn::ShiftRight<16>(hn::ShiftLeft<16>(wide_a)), hn::ShiftRight<16>(hn::ShiftLeft<16>(wide_b)));
     return hn::Add(sum, hn::Add(low, hn::Mul(hn::ShiftRight<16>(wide_a), hn::ShiftRight<16>(wide_b))));
 #endif
 }
@@ -164,16 +165,14 @@ HWY_INLINE void Word_Columns_At(const Word_Column_Job& job, std::size_t x, Sampl
 void Word_Columns_To_Words(const Word_Column_Job& job, std::int16_t* out)
 {
     const std::size_t step = 2 * hn::Lanes(Shorts_Tag());
-    for (std::size_t x = 0; x < job.count; x += step)
-        Word_Columns_At(job, x, out + x);
+    for (std::size_t x = 0; x < job.count; x += step) Word_Columns_At(job, x, out + x);
 }
 
 void Word_Columns_To_Bytes(const Word_Column_Job& job, std::uint8_t* out)
 {
     const std::size_t step = 2 * hn::Lanes(Shorts_Tag());
     std::size_t x = 0;
-    for (; x + step <= job.count; x += step)
-        Word_Columns_At(job, x, out + x);
+    for (; x + step <= job.count; x += step) Word_Columns_At(job, x, out + x);
     if (x == job.count) return;
     HWY_ALIGN std::uint8_t rest[HWY_MAX_BYTES];
     Word_Columns_At(job, x, rest);
@@ -191,8 +190,10 @@ HWY_INLINE void Transpose_4x4(Ints& v0, Ints& v1, Ints& v2, Ints& v3)
 {
     const Ints_Tag d;
     const hn::Repartition<std::int64_t, Ints_Tag> d64;
-    const auto low01 = hn::BitCast(d64, hn::InterleaveLower(d, v0, v1)), high01 = hn::BitCast(d64, hn::InterleaveUpper(d, v0, v1));
-    const auto low23 = hn::BitCast(d64, hn::InterleaveLower(d, v2, v3)), high23 = hn::BitCast(d64, hn::InterleaveUpper(d, v2, v3));
+    const auto low01 = hn::BitCast(d64, hn::InterleaveLower(d, v0, v1)),
+               high01 = hn::BitCast(d64, hn::InterleaveUpper(d, v0, v1));
+    const auto low23 = hn::BitCast(d64, hn::InterleaveLower(d, v2, v3)),
+               high23 = hn::BitCast(d64, hn::InterleaveUpper(d, v2, v3));
     v0 = hn::BitCast(d, hn::InterleaveLower(d64, low01, low23));
     v1 = hn::BitCast(d, hn::InterleaveUpper(d64, low01, low23));
     v2 = hn::BitCast(d, hn::InterleaveLower(d64, high01, high23));
@@ -222,7 +223,8 @@ struct Window {
     std::size_t first_pair, pair_count;
 };
 
-HWY_INLINE void Turn_Window(const Row_Job& job, const std::int16_t* const* rows, const Window& window, std::int32_t* turned)
+HWY_INLINE void Turn_Window(const Row_Job& job, const std::int16_t* const* rows, const Window& window,
+                            std::int32_t* turned)
 {
     const Ints_Tag d;
     const std::size_t lanes = hn::Lanes(d);
@@ -327,9 +329,11 @@ HWY_INLINE void Write_Samples(const std::int32_t* sums, const Out_Rows& out, std
     }
 }
 
-HWY_INLINE void Write_Window(const Row_Job& job, const Window& window, const std::int32_t* sums, Out_Rows out, std::size_t tile)
+HWY_INLINE void Write_Window(const Row_Job& job, const Window& window, const std::int32_t* sums, Out_Rows out,
+                             std::size_t tile)
 {
-    const std::size_t x = std::size_t(window.first_output), count = std::size_t(window.end_output - window.first_output);
+    const std::size_t x = std::size_t(window.first_output),
+                      count = std::size_t(window.end_output - window.first_output);
     const std::size_t channels = std::size_t(job.channels);
     if (job.layout == Row_Layout::Bytes) {
         out.offset = x * channels;
@@ -349,7 +353,8 @@ Window Window_Of(const Row_Job& job, int first_output, int end_output)
 {
     const auto& starts = job.bank->starts;
     const auto [least, most] = std::minmax(starts[std::size_t(first_output)], starts[std::size_t(end_output - 1)]);
-    return {first_output, end_output, std::size_t(least) / 2, std::size_t(most - least) / 2 + std::size_t(job.bank->pairs)};
+    return {first_output, end_output, std::size_t(least) / 2,
+            std::size_t(most - least) / 2 + std::size_t(job.bank->pairs)};
 }
 
 /// Outputs done at once: as many as keep the window in the first cache, a multiple of 16.
@@ -419,8 +424,7 @@ void Split_Bytes(const std::uint8_t* in, std::size_t pixels, std::int16_t* out, 
 {
     const std::size_t lanes = hn::Lanes(Bytes_Tag());
     std::size_t x = 0;
-    for (; x + lanes <= pixels; x += lanes)
-        Split_Block(in + 3 * x, out + x, plane);
+    for (; x + lanes <= pixels; x += lanes) Split_Block(in + 3 * x, out + x, plane);
     if (x == pixels) return;
     HWY_ALIGN std::uint8_t rest[3 * HWY_MAX_BYTES] = {};
     std::memcpy(rest, in + 3 * x, 3 * (pixels - x));

@@ -46,10 +46,10 @@ enum class Row_Layout {
 /// Horizontal pass on up to 16 rows of 16-bit planes. A plane is readable for 64 samples beyond the source's length.
 struct Row_Job {
     const Weight_Bank* bank;
-    int channels;                             ///< 1 or 3
-    int row_count;                            ///< 1 to Strip_Rows
-    const std::int16_t* in_rows[Strip_Rows];  ///< the first plane of each row
-    std::size_t in_plane;                     ///< samples from a plane to the next
+    int channels;                            ///< 1 or 3
+    int row_count;                           ///< 1 to Strip_Rows
+    const std::int16_t* in_rows[Strip_Rows]; ///< the first plane of each row
+    std::size_t in_plane;                    ///< samples from a plane to the next
     int shift;
     Row_Layout layout;
     void* out_rows[Strip_Rows];

@@ -65,8 +65,7 @@ Taps Taps_Of(int output, double ratio, int source_length, Interpolation_Method m
 /// Windows often begin or end with a tap of weight 0, which would cost as much as any other.
 void Trim(Taps& taps)
 {
-    while (taps.weights.size() > 1 && taps.weights.back() == 0)
-        taps.weights.pop_back();
+    while (taps.weights.size() > 1 && taps.weights.back() == 0) taps.weights.pop_back();
     const auto first = std::find_if(taps.weights.begin(), taps.weights.end(), [](double w) { return w != 0; });
     taps.first += int(first - taps.weights.begin());
     taps.weights.erase(taps.weights.begin(), first);
@@ -86,12 +85,13 @@ Weight_Bank Scale_Bank(int from, int to, Interpolation_Method method)
 void Scale_Columns_First(const Bitmap_View& source, const Two_Banks& banks, const Mutable_Bitmap_View& target)
 {
     const int strips = (target.height + Strip_Rows - 1) / Strip_Rows;
-    const std::size_t cost = source.Row_Bytes() * std::size_t(source.height) / std::size_t(strips) + target.Row_Bytes() * Strip_Rows;
+    const std::size_t cost =
+        source.Row_Bytes() * std::size_t(source.height) / std::size_t(strips) + target.Row_Bytes() * Strip_Rows;
     For_Rows(strips, cost, [&](int first, int end) {
         for (int strip = first; strip < end; ++strip) {
-            Strip_Output output{strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, target.height), Row_Layout::Bytes, {}, 0};
-            for (int y = output.first; y < output.end; ++y)
-                output.rows[y - output.first] = target.Row(y);
+            Strip_Output output{
+                strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, target.height), Row_Layout::Bytes, {}, 0};
+            for (int y = output.first; y < output.end; ++y) output.rows[y - output.first] = target.Row(y);
             Filter_Columns_Then_Rows(source, banks, output);
         }
     });
@@ -107,9 +107,9 @@ void Scale_Rows_First(const Bitmap_View& source, const Two_Banks& banks, const M
         const std::int16_t* rows[Filtered_Rows::Most_Rows];
         for (int y = first * rows_per_task; y < std::min(end * rows_per_task, target.height); ++y) {
             filtered.Look_At(banks.columns.starts[std::size_t(y)], 2 * pairs, rows);
-            Filter_Word_Columns({rows, banks.columns.Weights(y), pairs, target.Row_Bytes(),
-                                 banks.columns.bits + banks.bits_between},
-                                target.Row(y));
+            Filter_Word_Columns(
+                {rows, banks.columns.Weights(y), pairs, target.Row_Bytes(), banks.columns.bits + banks.bits_between},
+                target.Row(y));
         }
     });
 }
@@ -156,8 +156,10 @@ Result<Bitmap> Scaled(const Bitmap_View& source, int width, int height, Interpol
     auto result = Bitmap::Create(width, height, source.bytes_per_pixel);
     if (!result) return result;
     Two_Banks banks{Scale_Bank(source.height, height, method), Scale_Bank(source.width, width, method)};
-    const double columns_first = double(source.width) * height * banks.columns.pairs + double(width) * height * banks.rows.pairs;
-    const double rows_first = double(width) * source.height * banks.rows.pairs + double(width) * height * banks.columns.pairs;
+    const double columns_first =
+        double(source.width) * height * banks.columns.pairs + double(width) * height * banks.rows.pairs;
+    const double rows_first =
+        double(width) * source.height * banks.rows.pairs + double(width) * height * banks.columns.pairs;
     const bool by_rows = rows_first < columns_first && 2 * banks.columns.pairs <= Filtered_Rows::Most_Rows;
     banks.bits_between = std::min(6, 21 - (by_rows ? banks.columns.bits : banks.rows.bits));
     const Mutable_Bitmap_View target = result->Change();

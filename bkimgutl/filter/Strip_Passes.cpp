@@ -32,8 +32,7 @@ void Filter_Columns(const Bitmap_View& source, const Two_Banks& banks, const Str
     const Row_Range range = Rows_Of(banks.columns, output.first, output.end);
     using Row = const std::uint8_t*;
     Row* rows = Scratch<struct Source_Rows, Row>(std::size_t(range.count));
-    for (int i = 0; i < range.count; ++i)
-        rows[i] = source.Row(std::min(range.first + i, source.height - 1));
+    for (int i = 0; i < range.count; ++i) rows[i] = source.Row(std::min(range.first + i, source.height - 1));
     Filter_Byte_Columns({&banks.columns, rows, range.count, range.first, output.first, output.end, source.Row_Bytes(),
                          banks.columns.bits - banks.bits_between, out, stride});
 }
@@ -45,7 +44,8 @@ Result<Plane_Picture> Plane_Picture::Create(int width, int height, int channels)
     Plane_Picture picture;
     picture.width_ = width, picture.height_ = height, picture.channels_ = channels;
     picture.plane_ = Padded(std::size_t(width));
-    auto memory = Pixel_Memory::Allocate(picture.plane_ * std::size_t(channels) * std::size_t(height) * sizeof(std::int16_t));
+    auto memory =
+        Pixel_Memory::Allocate(picture.plane_ * std::size_t(channels) * std::size_t(height) * sizeof(std::int16_t));
     if (!memory) return tl::make_unexpected(memory.error());
     picture.memory_ = std::move(*memory);
     return picture;
@@ -67,8 +67,9 @@ void Filter_Columns_Then_Rows(const Bitmap_View& source, const Two_Banks& banks,
             Split_Planes(between + std::size_t(i) * stride, std::size_t(source.width), channels,
                          planes + std::size_t(i) * plane_row, plane);
     }
-    Row_Job job{&banks.rows, channels, count, {}, plane, banks.rows.bits + banks.bits_between - banks.bits_after,
-                output.layout, {}, output.plane};
+    Row_Job job{
+        &banks.rows,   channels, count,       {}, plane, banks.rows.bits + banks.bits_between - banks.bits_after,
+        output.layout, {},       output.plane};
     for (int i = 0; i < count; ++i) {
         job.in_rows[i] = planes + std::size_t(i) * plane_row;
         job.out_rows[i] = output.rows[i];
@@ -77,18 +78,24 @@ void Filter_Columns_Then_Rows(const Bitmap_View& source, const Two_Banks& banks,
 }
 
 Filtered_Rows::Filtered_Rows(const Bitmap_View& source, const Weight_Bank& bank, int bits_after)
-    : bytes_(&source), bank_(bank), shift_(bank.bits - bits_after), height_(source.height),
-      channels_(source.bytes_per_pixel), stride_(Padded(std::size_t(bank.Length()) * std::size_t(channels_))),
+    : bytes_(&source),
+      bank_(bank),
+      shift_(bank.bits - bits_after),
+      height_(source.height),
+      channels_(source.bytes_per_pixel),
+      stride_(Padded(std::size_t(bank.Length()) * std::size_t(channels_))),
       made_(Scratch<Filtered_Rows>(stride_ * 2 * Strip_Rows))
-{
-}
+{}
 
 Filtered_Rows::Filtered_Rows(const Plane_Picture& source, const Weight_Bank& bank, int bits_before, int bits_after)
-    : planes_(&source), bank_(bank), shift_(bank.bits + bits_before - bits_after), height_(source.Height()),
-      channels_(source.Channels()), stride_(Padded(std::size_t(bank.Length()) * std::size_t(channels_))),
+    : planes_(&source),
+      bank_(bank),
+      shift_(bank.bits + bits_before - bits_after),
+      height_(source.Height()),
+      channels_(source.Channels()),
+      stride_(Padded(std::size_t(bank.Length()) * std::size_t(channels_))),
       made_(Scratch<Filtered_Rows>(stride_ * 2 * Strip_Rows))
-{
-}
+{}
 
 void Filtered_Rows::Take_Planes(int y, Row_Job& job, int i)
 {
@@ -127,6 +134,5 @@ const std::int16_t* Filtered_Rows::Row(int y)
 
 void Filtered_Rows::Look_At(int start, int count, const std::int16_t** rows)
 {
-    for (int i = 0; i < count; ++i)
-        rows[i] = Row(std::min(start + i, height_ - 1));
+    for (int i = 0; i < count; ++i) rows[i] = Row(std::min(start + i, height_ - 1));
 }

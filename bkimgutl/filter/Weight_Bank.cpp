@@ -9,24 +9,21 @@ namespace {
 void Make_Sum_One(Taps& taps)
 {
     const double sum = std::accumulate(taps.weights.begin(), taps.weights.end(), 0.0);
-    for (double& weight : taps.weights)
-        weight /= sum;
+    for (double& weight : taps.weights) weight /= sum;
 }
 
 double Largest_Weight(std::span<const Taps> taps)
 {
     double largest = 0;
     for (const Taps& one : taps)
-        for (const double weight : one.weights)
-            largest = std::max(largest, std::abs(weight));
+        for (const double weight : one.weights) largest = std::max(largest, std::abs(weight));
     return largest;
 }
 
 int Most_Pairs(std::span<const Taps> taps)
 {
     std::size_t pairs = 1;
-    for (const Taps& one : taps)
-        pairs = std::max(pairs, (std::size_t(one.first & 1) + one.weights.size() + 1) / 2);
+    for (const Taps& one : taps) pairs = std::max(pairs, (std::size_t(one.first & 1) + one.weights.size() + 1) / 2);
     return int(pairs);
 }
 
@@ -44,8 +41,7 @@ void Round_Weights(const Taps& taps, int bits, std::int16_t* out)
     }
     const auto count = std::clamp<std::int64_t>(missing, 0, std::int64_t(losses.size()));
     std::nth_element(losses.begin(), losses.begin() + count, losses.end());
-    for (std::int64_t i = 0; i < count; ++i)
-        ++out[losses[std::size_t(i)].second];
+    for (std::int64_t i = 0; i < count; ++i) ++out[losses[std::size_t(i)].second];
 }
 
 } // namespace

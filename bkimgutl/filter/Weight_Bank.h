@@ -21,7 +21,10 @@ struct Weight_Bank {
     std::vector<std::int16_t> weights;
 
     int Length() const { return int(starts.size()); }
-    const std::int16_t* Weights(int output) const { return weights.data() + std::size_t(output) * std::size_t(pairs) * 2; }
+    const std::int16_t* Weights(int output) const
+    {
+        return weights.data() + std::size_t(output) * std::size_t(pairs) * 2;
+    }
 
     /// most_bits  limit for `bits`, which is otherwise as high as 16-bit weights allow, at most 19
     static Weight_Bank From_Taps(int source_length, std::span<const Taps> taps, int most_bits);

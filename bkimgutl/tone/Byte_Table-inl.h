@@ -18,10 +18,11 @@ namespace bkimgutl::HWY_NAMESPACE {
 class Byte_Table {
 public:
     explicit Byte_Table(const std::uint8_t* table)
-        : part0_(_mm512_loadu_si512(table)), part1_(_mm512_loadu_si512(table + 64)),
-          part2_(_mm512_loadu_si512(table + 128)), part3_(_mm512_loadu_si512(table + 192))
-    {
-    }
+        : part0_(_mm512_loadu_si512(table)),
+          part1_(_mm512_loadu_si512(table + 64)),
+          part2_(_mm512_loadu_si512(table + 128)),
+          part3_(_mm512_loadu_si512(table + 192))
+    {}
     HWY_INLINE Bytes operator()(Bytes index) const
     {
         const __m512i low = _mm512_permutex2var_epi8(part0_, index.raw, part1_);

@@ -32,10 +32,11 @@ Clip_End Occupied_End_From(std::span<const std::int32_t, 256> histogram, int fir
 
 } // namespace
 
-Result<std::array<std::int32_t, 256>> Clip_Table(std::span<const std::int32_t, 256> histogram, std::int64_t sample_count,
-                                                 float shadow_clip, float highlight_clip)
+Result<std::array<std::int32_t, 256>> Clip_Table(std::span<const std::int32_t, 256> histogram,
+                                                 std::int64_t sample_count, float shadow_clip, float highlight_clip)
 {
-    if (!std::isfinite(shadow_clip) || !std::isfinite(highlight_clip)) return Failure("a clip fraction is not a number");
+    if (!std::isfinite(shadow_clip) || !std::isfinite(highlight_clip))
+        return Failure("a clip fraction is not a number");
     const auto end = [&](float clip, int first, int step) {
         if (clip < 0) return Occupied_End_From(histogram, first, step);
         return Clip_End_From(histogram, first, step, std::nearbyint(double(clip) * double(sample_count)));
@@ -47,7 +48,6 @@ Result<std::array<std::int32_t, 256>> Clip_Table(std::span<const std::int32_t, 2
 
     std::array<std::int32_t, 256> table{};
     for (int x = low.in; x < 256; ++x)
-        table[std::size_t(x)] =
-            std::clamp(((x - low.in) * out_range + in_range / 2) / in_range + low.out, 0, 255);
+        table[std::size_t(x)] = std::clamp(((x - low.in) * out_range + in_range / 2) / in_range + low.out, 0, 255);
     return table;
 }

@@ -10,5 +10,5 @@
 /// sample_count       sum of the counts
 /// shadow, highlight  fractions of the samples that may be lost at each end; a negative one leaves that end where it is
 /// Fails when both ends fall on one level, and on fractions that are no finite number.
-Result<std::array<std::int32_t, 256>> Clip_Table(std::span<const std::int32_t, 256> histogram, std::int64_t sample_count,
-                                                 float shadow_clip, float highlight_clip);
+Result<std::array<std::int32_t, 256>> Clip_Table(std::span<const std::int32_t, 256> histogram,
+                                                 std::int64_t sample_count, float shadow_clip, float highlight_clip);

@@ -66,8 +66,8 @@ void Map_With_Luminance(const std::uint8_t* in, std::uint8_t* out, std::size_t p
         hn::LoadInterleaved3(d, from, b, g, r);
         b = blue(b), g = green(g), r = red(r);
         const Split_Bytes bs(b), gs(g), rs(r);
-        const Bytes before = Joined_Words(Luminance_Words(rs.even, gs.even, bs.even),
-                                          Luminance_Words(rs.odd, gs.odd, bs.odd));
+        const Bytes before =
+            Joined_Words(Luminance_Words(rs.even, gs.even, bs.even), Luminance_Words(rs.odd, gs.odd, bs.odd));
         const Bytes after = luminance(before);
         // One of the two is 0, so that saturating steps up and down are the limited sum.
         const Bytes up = hn::SaturatedSub(after, before), down = hn::SaturatedSub(before, after);
@@ -133,10 +133,11 @@ HWY_INLINE Low_And_Middle From_Hsv(Words saturation, Words value, Words sixtieth
 struct Hsv_Lookup {
     Byte_Table saturation, value, reciprocal_low, reciprocal_high;
     explicit Hsv_Lookup(const Hsv_Maps& maps)
-        : saturation(maps.saturation.level), value(maps.value.level), reciprocal_low(maps.reciprocal_low.level),
+        : saturation(maps.saturation.level),
+          value(maps.value.level),
+          reciprocal_low(maps.reciprocal_low.level),
           reciprocal_high(maps.reciprocal_high.level)
-    {
-    }
+    {}
 };
 
 struct Reciprocals {
@@ -162,9 +163,9 @@ HWY_INLINE void Map_Hsv_Block(const Hsv_Lookup& lookup, Bytes& b, Bytes& g, Byte
 
     const Split_Bytes range_words(range), most_words(most), step_words(step);
     const Reciprocals by_most(lookup, most), by_range(lookup, range);
-    const Bytes saturation = lookup.saturation(
-        Joined_Words(Saturation_Words(range_words.even, most_words.even, by_most.even),
-                     Saturation_Words(range_words.odd, most_words.odd, by_most.odd)));
+    const Bytes saturation =
+        lookup.saturation(Joined_Words(Saturation_Words(range_words.even, most_words.even, by_most.even),
+                                       Saturation_Words(range_words.odd, most_words.odd, by_most.odd)));
     const Bytes value = lookup.value(most);
 
     // r > g, g > b, b > r: two of them hold in even sectors, one in odd ones; where two channels are equal it is all one.
@@ -174,8 +175,8 @@ HWY_INLINE void Map_Hsv_Block(const Hsv_Lookup& lookup, Bytes& b, Bytes& g, Byte
     const Bytes odd_sector = hn::Xor(flag(r, g), hn::Xor(flag(g, b), flag(b, r)));
 
     const Split_Bytes s(saturation), v(value), odd(odd_sector);
-    const Low_And_Middle even_part = From_Hsv(
-        s.even, v.even, Sixtieths_Words(step_words.even, range_words.even, by_range.even), odd.even);
+    const Low_And_Middle even_part =
+        From_Hsv(s.even, v.even, Sixtieths_Words(step_words.even, range_words.even, by_range.even), odd.even);
     const Low_And_Middle odd_part =
         From_Hsv(s.odd, v.odd, Sixtieths_Words(step_words.odd, range_words.odd, by_range.odd), odd.odd);
     const Bytes new_low = Joined_Words(even_part.low, odd_part.low);
@@ -185,8 +186,7 @@ HWY_INLINE void Map_Hsv_Block(const Hsv_Lookup& lookup, Bytes& b, Bytes& g, Byte
     const auto other = [&](Bytes x) HWY_ATTR {
         return hn::IfThenElse(hn::Eq(x, least), new_low, hn::IfThenElse(hn::Eq(x, most), value, new_middle));
     };
-    const Bytes new_red =
-        hn::IfThenElse(hn::Eq(r, most), value, hn::IfThenElse(hn::Eq(r, least), new_low, new_middle));
+    const Bytes new_red = hn::IfThenElse(hn::Eq(r, most), value, hn::IfThenElse(hn::Eq(r, least), new_low, new_middle));
     b = other(b), g = other(g), r = new_red;
 }
 

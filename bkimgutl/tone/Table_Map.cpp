@@ -13,8 +13,7 @@ namespace {
 Byte_Map Limited_Map(const std::int32_t* table)
 {
     Byte_Map map;
-    for (int i = 0; i < 256; ++i)
-        map.level[i] = std::uint8_t(table ? std::clamp(table[i], 0, 255) : i);
+    for (int i = 0; i < 256; ++i) map.level[i] = std::uint8_t(table ? std::clamp(table[i], 0, 255) : i);
     return map;
 }
 
@@ -25,17 +24,15 @@ Result<Bitmap> With_Mapped_Rows(const Bitmap_View& source, const Row_Map& map_ro
     if (!result) return result;
     const Mutable_Bitmap_View target = result->Change();
     For_Rows(source.height, source.Row_Bytes() * 2, [&](int first, int end) {
-        for (int y = first; y < end; ++y)
-            map_row(source.Row(y), target.Row(y));
+        for (int y = first; y < end; ++y) map_row(source.Row(y), target.Row(y));
     });
     return result;
 }
 
 Result<Bitmap> Bytes_Mapped(const Bitmap_View& source, const Byte_Map& map)
 {
-    return With_Mapped_Rows(source, [&](const std::uint8_t* in, std::uint8_t* out) {
-        Map_Bytes(in, out, source.Row_Bytes(), map);
-    });
+    return With_Mapped_Rows(
+        source, [&](const std::uint8_t* in, std::uint8_t* out) { Map_Bytes(in, out, source.Row_Bytes(), map); });
 }
 
 Result<void> Check_Tables(const Table_Map_Settings& settings)
@@ -65,8 +62,7 @@ Channel_Maps Maps_Of(const Table_Map_Settings& settings)
 Byte_Map One_After_Other(const Byte_Map& first, const Byte_Map& second)
 {
     Byte_Map map;
-    for (int i = 0; i < 256; ++i)
-        map.level[i] = second.level[first.level[i]];
+    for (int i = 0; i < 256; ++i) map.level[i] = second.level[first.level[i]];
     return map;
 }
 
@@ -95,10 +91,8 @@ Level_Counts Luminance_Counts(const Bitmap_View& source)
     std::array<std::atomic<std::int32_t>, 256> sums{};
     For_Rows(source.height, source.Row_Bytes(), [&](int first, int end) {
         Level_Counts counts{};
-        for (int y = first; y < end; ++y)
-            Count_Row(source, y, counts);
-        for (std::size_t i = 0; i < 256; ++i)
-            sums[i] += counts[i];
+        for (int y = first; y < end; ++y) Count_Row(source, y, counts);
+        for (std::size_t i = 0; i < 256; ++i) sums[i] += counts[i];
     });
     Level_Counts counts;
     std::copy(sums.begin(), sums.end(), counts.begin());
@@ -131,8 +125,7 @@ Result<Bitmap> Hsv_Table_Mapped(const Bitmap_View& source, const std::int32_t* s
 Result<Bitmap> Contrast_Optimized(const Bitmap_View& source, float shadow_clip, float highlight_clip)
 {
     const Level_Counts counts = Luminance_Counts(source);
-    const auto table =
-        Clip_Table(counts, std::int64_t(source.width) * source.height, shadow_clip, highlight_clip);
+    const auto table = Clip_Table(counts, std::int64_t(source.width) * source.height, shadow_clip, highlight_clip);
     if (!table) return tl::make_unexpected(table.error());
     return Table_Mapped(source, {.component_mask = 8, .luminance = table->data()});
 }

@@ -32,7 +32,8 @@ struct Picture_Size {
 /// One pixel, one row, one column, odd widths with padding, widths around the registers' sizes.
 inline std::vector<Picture_Size> Edge_Sizes()
 {
-    return {{1, 1}, {2, 1}, {1, 2}, {37, 1}, {1, 41}, {3, 3}, {5, 7}, {16, 16}, {63, 5}, {64, 4}, {65, 3}, {131, 23}, {257, 40}};
+    return {{1, 1},   {2, 1},  {1, 2},  {37, 1}, {1, 41},   {3, 3},   {5, 7},
+            {16, 16}, {63, 5}, {64, 4}, {65, 3}, {131, 23}, {257, 40}};
 }
 
 inline Bitmap New_Picture(int width, int height, int bytes_per_pixel)

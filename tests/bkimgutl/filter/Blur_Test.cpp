@@ -111,8 +111,8 @@ Bitmap Photograph(int width, int height, int depth)
 
 class Blur_Radius : public testing::TestWithParam<float> {};
 INSTANTIATE_TEST_SUITE_P(All, Blur_Radius,
-                         testing::Values(1.0F, 1.3F, 1.5F, 1.84F, 1.85F, 2.0F, 2.75F, 2.8F, 3.7F, 4.9F, 5.0F, 7.3F, 12.0F,
-                                         17.6F, 24.99F, 25.0F));
+                         testing::Values(1.0F, 1.3F, 1.5F, 1.84F, 1.85F, 2.0F, 2.75F, 2.8F, 3.7F, 4.9F, 5.0F, 7.3F,
+                                         12.0F, 17.6F, 24.99F, 25.0F));
 
 TEST_P(Blur_Radius, Is_Within_One_Level_And_A_Tenth_On_Average)
 {
@@ -122,7 +122,8 @@ TEST_P(Blur_Radius, Is_Within_One_Level_And_A_Tenth_On_Average)
                                   : kind == 1 ? Harsh_Picture(133, 127, depth, 5)
                                               : Photograph(151, 113, depth);
             const Real_Rows exact = Blurred_Reference(source.View(), double(GetParam()));
-            const Bitmap expected = Picture_Of(source.View(), [&](std::size_t y, std::size_t i) { return Level(exact[y][i]); });
+            const Bitmap expected =
+                Picture_Of(source.View(), [&](std::size_t y, std::size_t i) { return Level(exact[y][i]); });
             For_Every_Target([&] {
                 const auto actual = Blurred(source.View(), {GetParam(), 100, 7});
                 ASSERT_TRUE(actual) << actual.error().text;
@@ -137,9 +138,11 @@ TEST_P(Blur_Radius, Is_Within_One_Level_On_The_Worst_Waves)
 {
     // Steps and stripes at the edges and at periods near the reduced grid's.
     for (const int period : {2, 3, 4, 5, 7, 9, 12, 13, 18, 19, 26, 27, 60, 400}) {
-        const Bitmap source = Drawn_Picture(203, 97, 1, [&](int x, int y, int) { return (x + y / 3) % period < period / 2 ? 255 : 0; });
+        const Bitmap source =
+            Drawn_Picture(203, 97, 1, [&](int x, int y, int) { return (x + y / 3) % period < period / 2 ? 255 : 0; });
         const Real_Rows exact = Blurred_Reference(source.View(), double(GetParam()));
-        const Bitmap expected = Picture_Of(source.View(), [&](std::size_t y, std::size_t i) { return Level(exact[y][i]); });
+        const Bitmap expected =
+            Picture_Of(source.View(), [&](std::size_t y, std::size_t i) { return Level(exact[y][i]); });
         const auto actual = Blurred(source.View(), {GetParam(), 100, 7});
         ASSERT_TRUE(actual);
         EXPECT_LE(Difference_Of(expected.View(), actual->View()).most, 1) << period;
@@ -152,7 +155,8 @@ TEST_P(Blur_Radius, Edge_Sizes_Work_And_Flat_Pictures_Stay)
         for (const int depth : {1, 3}) {
             const Bitmap source = Harsh_Picture(size.width, size.height, depth, 9);
             const Real_Rows exact = Blurred_Reference(source.View(), double(GetParam()));
-            const Bitmap expected = Picture_Of(source.View(), [&](std::size_t y, std::size_t i) { return Level(exact[y][i]); });
+            const Bitmap expected =
+                Picture_Of(source.View(), [&](std::size_t y, std::size_t i) { return Level(exact[y][i]); });
             const auto actual = Blurred(source.View(), {GetParam(), 100, 7});
             ASSERT_TRUE(actual);
             EXPECT_LE(Difference_Of(expected.View(), actual->View()).most, 1) << size.width << " x " << size.height;
@@ -201,16 +205,17 @@ TEST(Blur_Mix, Weight_0_Is_A_Copy)
 }
 
 class Filter_Components : public testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(All, Filter_Components, testing::Values(1, 2, 4, 3, 5, 7, 8, 16, 32, 64, 128, 240, 15, 136, 255));
+INSTANTIATE_TEST_SUITE_P(All, Filter_Components,
+                         testing::Values(1, 2, 4, 3, 5, 7, 8, 16, 32, 64, 128, 240, 15, 136, 255));
 
 TEST_P(Filter_Components, Blur_Changes_What_The_Components_Say)
 {
     const Bitmap source = Photograph(93, 61, 3);
     for (const float radius : {1.5F, 4.2F})
         for (const int weight : {100, 37}) {
-            const Bitmap expected = Component_Reference(source.View(), double(radius), GetParam(), [&](double plane, double blurred) {
-                return weight / 100.0 * (blurred - plane);
-            });
+            const Bitmap expected =
+                Component_Reference(source.View(), double(radius), GetParam(),
+                                    [&](double plane, double blurred) { return weight / 100.0 * (blurred - plane); });
             const auto actual = Blurred(source.View(), {radius, weight, GetParam()});
             ASSERT_TRUE(actual);
             EXPECT_LE(Difference_Of(expected.View(), actual->View()).most, 1);
@@ -249,12 +254,15 @@ TEST(Unsharp, Is_Exact_Given_The_Blur)
         blurred[std::size_t(y)].assign(row, row + source.View().Row_Bytes());
     }));
     // Amounts of few binary digits, so that the products are exact whether or not they are fused with the sum.
-    for (const Unsharp_Settings& s : {Unsharp_Settings{1.5F, 0.75F, 2.5F, 0, 0, 7}, Unsharp_Settings{5, 5, 2.5F, 3, 12, 7},
-                                      Unsharp_Settings{0, 2, 2.5F, 255, 0, 7}}) {
+    for (const Unsharp_Settings& s :
+         {Unsharp_Settings{1.5F, 0.75F, 2.5F, 0, 0, 7}, Unsharp_Settings{5, 5, 2.5F, 3, 12, 7},
+          Unsharp_Settings{0, 2, 2.5F, 255, 0, 7}}) {
         const Bitmap expected = Picture_Of(source.View(), [&](std::size_t y, std::size_t i) {
             const int level = source.View().Row(int(y))[i];
             const double d = level - blurred[y][i] / 128.0;
-            const double amount = d > s.lighten_threshold ? double(s.lighten_amount) : d < -s.darken_threshold ? double(s.darken_amount) : 0;
+            const double amount = d > s.lighten_threshold   ? double(s.lighten_amount)
+                                  : d < -s.darken_threshold ? double(s.darken_amount)
+                                                            : 0;
             return Level(level + amount * d);
         });
         For_Every_Target([&] {

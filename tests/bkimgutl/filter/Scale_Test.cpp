@@ -31,14 +31,12 @@ Bitmap Scaled_Reference(const Bitmap_View& source, int width, int height, Interp
         std::vector<std::vector<double>> middle;
         for (int y = 0; y < source.height; ++y) {
             std::vector<double> line;
-            for (int x = 0; x < source.width; ++x)
-                line.push_back(source.Row(y)[x * source.bytes_per_pixel + c]);
+            for (int x = 0; x < source.width; ++x) line.push_back(source.Row(y)[x * source.bytes_per_pixel + c]);
             middle.push_back(Scaled_Line(line, width, method));
         }
         for (int x = 0; x < width; ++x) {
             std::vector<double> line;
-            for (const auto& row : middle)
-                line.push_back(row[std::size_t(x)]);
+            for (const auto& row : middle) line.push_back(row[std::size_t(x)]);
             const auto scaled = Scaled_Line(line, height, method);
             for (int y = 0; y < height; ++y)
                 target.Row(y)[x * source.bytes_per_pixel + c] =
@@ -82,7 +80,8 @@ TEST_P(Scale, Is_Within_One_Level_Of_Real_Numbers_For_Every_Filter)
                 For_Every_Target([&] {
                     const auto actual = Scaled(source.View(), c.to_width, c.to_height, Interpolation_Method(method));
                     ASSERT_TRUE(actual) << actual.error().text;
-                    EXPECT_LE(Difference_Of(expected.View(), actual->View()).most, 1) << "method " << method << " depth " << depth;
+                    EXPECT_LE(Difference_Of(expected.View(), actual->View()).most, 1)
+                        << "method " << method << " depth " << depth;
                 });
             }
 }
@@ -92,8 +91,8 @@ TEST_P(Scale, Flat_Pictures_Stay_Flat_Up_To_The_Edges)
     const Scale_Case& c = GetParam();
     for (const int level : {0, 1, 128, 255})
         for (int method = 1; method <= 8; ++method) {
-            const auto actual = Scaled(Flat_Picture(c.from_width, c.from_height, 3, level).View(), c.to_width, c.to_height,
-                                       Interpolation_Method(method));
+            const auto actual = Scaled(Flat_Picture(c.from_width, c.from_height, 3, level).View(), c.to_width,
+                                       c.to_height, Interpolation_Method(method));
             ASSERT_TRUE(actual);
             EXPECT_EQ(0, Difference_Of(Flat_Picture(c.to_width, c.to_height, 3, level).View(), actual->View()).most);
         }
@@ -120,7 +119,8 @@ TEST(Scale_Arguments, Out_Of_Range_Are_Failures)
     const Bitmap source = Flat_Picture(4, 4, 3, 9);
     for (const int method : {0, 9, -1, -2147483647})
         EXPECT_FALSE(Scaled(source.View(), 2, 2, Interpolation_Method(method))) << method;
-    for (const auto& [width, height] : {std::pair(0, 1), {1, 0}, {-5, 4}, {-2147483647, -2147483647}, {2147483647, 2147483647}})
+    for (const auto& [width, height] :
+         {std::pair(0, 1), {1, 0}, {-5, 4}, {-2147483647, -2147483647}, {2147483647, 2147483647}})
         EXPECT_FALSE(Scaled(source.View(), width, height, Interpolation_Method::Lanczos3)) << width;
 }
 

@@ -15,16 +15,14 @@ Table Random_Table(unsigned seed)
 {
     std::mt19937 random(seed);
     Table table;
-    for (auto& entry : table)
-        entry = std::int32_t(random() >> 8 & 255);
+    for (auto& entry : table) entry = std::int32_t(random() >> 8 & 255);
     return table;
 }
 
 Table Scale_Table(double scale)
 {
     Table table;
-    for (int i = 0; i < 256; ++i)
-        table[std::size_t(i)] = int(std::clamp(std::nearbyint(scale * i), 0.0, 255.0));
+    for (int i = 0; i < 256; ++i) table[std::size_t(i)] = int(std::clamp(std::nearbyint(scale * i), 0.0, 255.0));
     return table;
 }
 
@@ -59,15 +57,13 @@ Bitmap Table_Mapped_Reference(const Bitmap_View& source, const Table_Map_Setting
         out[2] = std::uint8_t((s.component_mask & 1) ? entry(s.red, in[2]) : in[2]);
         if (!(s.component_mask & 8)) return;
         const int move = entry(s.luminance, Luminance_Of(out)) - int(Luminance_Of(out));
-        for (int c = 0; c < 3; ++c)
-            out[c] = std::uint8_t(std::clamp(out[c] + move, 0, 255));
+        for (int c = 0; c < 3; ++c) out[c] = std::uint8_t(std::clamp(out[c] + move, 0, 255));
     });
 }
 
 Bitmap Hsv_Mapped_Reference(const Bitmap_View& source, const Table& saturations, const Table& values)
 {
-    if (source.Is_Grey())
-        return Mapped_Pixels(source, [&](auto* in, auto* out) { *out = std::uint8_t(values[*in]); });
+    if (source.Is_Grey()) return Mapped_Pixels(source, [&](auto* in, auto* out) { *out = std::uint8_t(values[*in]); });
     return Mapped_Pixels(source, [&](const std::uint8_t* in, std::uint8_t* out) {
         int hue = 0, saturation = 0, value = 0, red = 0, green = 0, blue = 0;
         RGB_To_HSV(in[2], in[1], in[0], hue, saturation, value);
@@ -80,8 +76,7 @@ Bitmap Hsv_Mapped_Reference(const Bitmap_View& source, const Table& saturations,
 
 TEST(Color, Luminance_Of_A_Grey_Is_The_Grey)
 {
-    for (int level = 0; level < 256; ++level)
-        EXPECT_EQ(level, RGB_To_Luminance(level, level, level));
+    for (int level = 0; level < 256; ++level) EXPECT_EQ(level, RGB_To_Luminance(level, level, level));
 }
 
 TEST(Color, A_Grey_Leaves_The_Hue_As_It_Was_Passed_In)
@@ -102,8 +97,10 @@ struct Hsv_Case {
 };
 class Hsv_Of_A_Color : public testing::TestWithParam<Hsv_Case> {};
 INSTANTIATE_TEST_SUITE_P(All, Hsv_Of_A_Color,
-                         testing::Values(Hsv_Case{"red", 255, 0, 0, 0, 255, 255}, Hsv_Case{"yellow", 255, 255, 0, 60, 255, 255},
-                                         Hsv_Case{"green", 0, 255, 0, 120, 255, 255}, Hsv_Case{"cyan", 0, 255, 255, 180, 255, 255},
+                         testing::Values(Hsv_Case{"red", 255, 0, 0, 0, 255, 255},
+                                         Hsv_Case{"yellow", 255, 255, 0, 60, 255, 255},
+                                         Hsv_Case{"green", 0, 255, 0, 120, 255, 255},
+                                         Hsv_Case{"cyan", 0, 255, 255, 180, 255, 255},
                                          Hsv_Case{"blue", 0, 0, 255, 240, 255, 255},
                                          Hsv_Case{"magenta_comes_out_of_minus_60", 255, 0, 255, 300, 255, 255},
                                          Hsv_Case{"just_below_red_rounds_to_359", 255, 0, 4, 359, 255, 255}),
@@ -155,9 +152,11 @@ TEST(Cmyk, A_Plane_Outside_Its_Range_Is_A_Failure)
     Set_CMYK_Parameters({.black_gamma = 5.0F, .black_start = 0, .ink_limit = 765});
     CMYK_Planes planes{};
     EXPECT_FALSE(RGB_To_CMYK_Planes(200, 200, 200, Current_CMYK_Tables(), planes));
-    for (const float gamma : {0.0F, -1.0F, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()})
+    for (const float gamma :
+         {0.0F, -1.0F, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()})
         for (const int start : {std::numeric_limits<int>::min(), -1, 255, 1000}) {
-            Set_CMYK_Parameters({.black_gamma = gamma, .black_start = start, .ink_limit = std::numeric_limits<int>::min()});
+            Set_CMYK_Parameters(
+                {.black_gamma = gamma, .black_start = start, .ink_limit = std::numeric_limits<int>::min()});
             RGB_To_CMYK_Planes(10, 200, 3, Current_CMYK_Tables(), planes); // any answer, but an answer
         }
     Set_CMYK_Parameters({});
@@ -183,8 +182,7 @@ TEST(Table_Map, Agrees_With_The_Reference_For_Every_Mask)
 TEST(Table_Map, Luminance_Is_Exact_For_Every_Color)
 {
     Table step; // any wrong luminance shows as a jump
-    for (int i = 0; i < 256; ++i)
-        step[std::size_t(i)] = i & 1 ? 255 : 0;
+    for (int i = 0; i < 256; ++i) step[std::size_t(i)] = i & 1 ? 255 : 0;
     const Bitmap all = Drawn_Picture(4096, 4096, 3, [](int x, int y, int c) {
         const int color = y * 4096 + x;
         return color >> (8 * c) & 255;
@@ -214,7 +212,8 @@ TEST(Table_Map, Refuses_Bad_Masks_And_Missing_Tables)
     const Bitmap source = Flat_Picture(2, 2, 3, 9);
     const Table table = Scale_Table(1);
     for (const int mask : {0, 16, -1, 240, std::numeric_limits<int>::min()})
-        EXPECT_FALSE(Table_Mapped(source.View(), {mask, table.data(), table.data(), table.data(), table.data()})) << mask;
+        EXPECT_FALSE(Table_Mapped(source.View(), {mask, table.data(), table.data(), table.data(), table.data()}))
+            << mask;
     EXPECT_FALSE(Table_Mapped(source.View(), {7, table.data(), nullptr, table.data(), nullptr}));
     EXPECT_FALSE(Table_Mapped(source.View(), {15, table.data(), table.data(), table.data(), nullptr}));
     EXPECT_FALSE(Hsv_Table_Mapped(source.View(), nullptr, table.data()));
@@ -226,8 +225,8 @@ TEST(Hsv_Map, Is_Exact_For_Every_Color)
         const int color = y * 4096 + x;
         return color >> (8 * c) & 255;
     });
-    const std::pair<Table, Table> cases[] = {{Scale_Table(1), Scale_Table(1)}, {Scale_Table(1.3), Scale_Table(0.8)},
-                                             {Random_Table(5), Random_Table(6)}};
+    const std::pair<Table, Table> cases[] = {
+        {Scale_Table(1), Scale_Table(1)}, {Scale_Table(1.3), Scale_Table(0.8)}, {Random_Table(5), Random_Table(6)}};
     for (const auto& [saturation, value] : cases) {
         const Bitmap expected = Hsv_Mapped_Reference(all.View(), saturation, value);
         For_Every_Target([&] {
@@ -304,8 +303,7 @@ TEST(Contrast_Optimize, Maps_The_Luminance)
 {
     const Bitmap source = Drawn_Picture(256, 2, 3, [](int x, int, int c) { return 40 + x / 2 + 5 * c; });
     Table histogram{};
-    for (int x = 0; x < 256; ++x)
-        histogram[Luminance_Of(source.View().Row(0) + 3 * x)] += 2;
+    for (int x = 0; x < 256; ++x) histogram[Luminance_Of(source.View().Row(0) + 3 * x)] += 2;
     const auto table = Clip_Table(histogram, 512, 0.01F, 0.01F);
     ASSERT_TRUE(table);
     const Bitmap expected = Table_Mapped_Reference(source.View(), {.component_mask = 8, .luminance = table->data()});
