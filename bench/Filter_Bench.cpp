@@ -19,15 +19,14 @@ public:
     Zimg_Scaler(const cv::Mat& source, cv::Size to, zimg_resample_filter_e filter, double parameter)
         : source_(source), result_(to, CV_8UC3)
     {
-        for (int i = 0; i < 3; ++i)
-            in_.push_back(Plane(source.size())), out_.push_back(Plane(to));
-        halves_[0] = Half_Of(0, to.height / 2, filter, parameter);
-        halves_[1] = Half_Of(to.height / 2, to.height, filter, parameter);
+        for (int i = 0; i < 3; ++i) in_.push_back(Plane(source.size())), out_.push_back(Plane(to));
+        const int middle = to.height / 2 & ~15;
+        halves_[0] = Half_Of(0, middle, filter, parameter);
+        halves_[1] = Half_Of(middle, to.height, filter, parameter);
     }
     ~Zimg_Scaler()
     {
-        for (Half& half : halves_)
-            zimg_filter_graph_free(half.graph);
+        for (Half& half : halves_) zimg_filter_graph_free(half.graph);
     }
     Zimg_Scaler(const Zimg_Scaler&) = delete;
     Zimg_Scaler& operator=(const Zimg_Scaler&) = delete;
@@ -48,9 +47,10 @@ private:
         cv::Mat scratch;
     };
 
-    static cv::Mat Plane(cv::Size size) // rows on 64-byte boundaries
+    static cv::Mat Plane(cv::Size size) // rows on 64-byte boundaries, with room for vector code around
     {
-        return cv::Mat(size.height, (size.width + 63) / 64 * 64, CV_8U, cv::Scalar(0))(cv::Rect(cv::Point(), size));
+        return cv::Mat(size.height + 64, (size.width + 63) / 64 * 64 + 64, CV_8U,
+                       cv::Scalar(0))(cv::Rect(cv::Point(), size));
     }
 
     Half Half_Of(int top, int end, zimg_resample_filter_e filter, double parameter) const
@@ -72,7 +72,7 @@ private:
         if (!half.graph) throw std::runtime_error("zimg refuses the conversion");
         std::size_t size = 0;
         zimg_filter_graph_get_tmp_size(half.graph, &size);
-        half.scratch = cv::Mat(1, int(size) + 64, CV_8U);
+        half.scratch = cv::Mat(1, int(size) + 65536, CV_8U);
         return half;
     }
 
@@ -84,7 +84,8 @@ private:
             in.version = out.version = ZIMG_API_VERSION;
             in.plane[0] = {in_[i].data, std::ptrdiff_t(in_[i].step), ZIMG_BUFFER_MAX};
             out.plane[0] = {out_[i].ptr(half.top), std::ptrdiff_t(out_[i].step), ZIMG_BUFFER_MAX};
-            zimg_filter_graph_process(half.graph, &in, &out, cv::alignPtr(half.scratch.data, 64), nullptr, nullptr, nullptr, nullptr);
+            zimg_filter_graph_process(half.graph, &in, &out, cv::alignPtr(half.scratch.data, 64), nullptr, nullptr,
+                                      nullptr, nullptr);
         }
     }
 
@@ -109,8 +110,7 @@ std::vector<std::vector<std::pair<int, double>>> Exact_Weights(int from, int to,
             taps.emplace_back(j, Interpolation_Weight(method, (j - centre) / widening));
             sum += taps.back().second;
         }
-        for (auto& tap : taps)
-            tap.second /= sum;
+        for (auto& tap : taps) tap.second /= sum;
         all.push_back(std::move(taps));
     }
     return all;
@@ -118,15 +118,15 @@ std::vector<std::vector<std::pair<int, double>>> Exact_Weights(int from, int to,
 
 cv::Mat Exactly_Scaled(const cv::Mat& source, cv::Size to, Interpolation_Method method)
 {
-    const auto rows = Exact_Weights(source.rows, to.height, method), columns = Exact_Weights(source.cols, to.width, method);
+    const auto rows = Exact_Weights(source.rows, to.height, method),
+               columns = Exact_Weights(source.cols, to.width, method);
     cv::Mat out(to, CV_8UC3);
     std::vector<double> line(std::size_t(source.cols) * 3);
     for (int y = 0; y < to.height; ++y) {
         std::fill(line.begin(), line.end(), 0.0);
         for (const auto& [from, weight] : rows[std::size_t(y)]) {
             const std::uint8_t* row = source.ptr(from);
-            for (std::size_t i = 0; i < line.size(); ++i)
-                line[i] += weight * row[i];
+            for (std::size_t i = 0; i < line.size(); ++i) line[i] += weight * row[i];
         }
         for (int x = 0; x < to.width; ++x)
             for (int c = 0; c < 3; ++c) {
@@ -154,18 +154,25 @@ void Add_Scaling(Bench_Suite& suite, const Scale_Row& row)
     const Bitmap& picture = row.enlarging ? in.small : in.picture;
     std::vector<Contender> peers;
     if (row.method == Interpolation_Method::Box) {
-        peers.push_back({"OpenCV INTER_AREA", [&mat, row] { cv::resize(mat, peer_out, row.to, 0, 0, cv::INTER_AREA); }});
+        peers.push_back(
+            {"OpenCV INTER_AREA", [&mat, row] { cv::resize(mat, peer_out, row.to, 0, 0, cv::INTER_AREA); }});
     } else {
         const bool lanczos = row.method == Interpolation_Method::Lanczos3;
-        const auto zimg = std::make_shared<Zimg_Scaler>(mat, row.to, lanczos ? ZIMG_RESIZE_LANCZOS : ZIMG_RESIZE_BILINEAR, lanczos ? 3 : NAN);
+        const auto zimg = std::make_shared<Zimg_Scaler>(
+            mat, row.to, lanczos ? ZIMG_RESIZE_LANCZOS : ZIMG_RESIZE_BILINEAR, lanczos ? 3 : NAN);
         peers.push_back({"zimg with split and merge", [zimg] { zimg->Run(); }});
     }
     suite.Add({.name = std::string(row.name) + " " + std::to_string(mat.cols) + " to " + std::to_string(row.to.width),
-               .ours = {"Scaled", [&picture, row] { result = Scaled(picture.View(), row.to.width, row.to.height, row.method).value(); }},
+               .ours = {"Scaled",
+                        [&picture, row] {
+                            result = Scaled(picture.View(), row.to.width, row.to.height, row.method).value();
+                        }},
                .peers = std::move(peers),
                .goal = row.goal,
                .allowed_error = 1,
-               .check = [&mat, row] { return Compare(Bitmap_Of(Exactly_Scaled(mat, row.to, row.method)).View(), result->View()); }});
+               .check = [&mat, row] {
+                   return Compare(Bitmap_Of(Exactly_Scaled(mat, row.to, row.method)).View(), result->View());
+               }});
 }
 
 cv::Mat Exactly_Blurred(const cv::Mat& source, double sigma)
@@ -181,19 +188,26 @@ cv::Mat Exactly_Blurred(const cv::Mat& source, double sigma)
 void Add_Blur(Bench_Suite& suite, double sigma, double goal)
 {
     const Bench_Inputs& in = suite.Inputs();
-    suite.Add({.name = cv::format("blur, sigma %g", sigma),
-               .ours = {"Blurred", [&in, sigma] { result = Blurred(in.picture.View(), {float(sigma), 100, 7}).value(); }},
-               .peers = {{"OpenCV GaussianBlur", [&in, sigma] { cv::GaussianBlur(in.mat, peer_out, {}, sigma); }}},
-               .goal = goal,
-               .allowed_error = 1,
-               .check = [&in, sigma] { return Compare(Bitmap_Of(Exactly_Blurred(in.mat, sigma)).View(), result->View()); }});
+    suite.Add(
+        {.name = cv::format("blur, sigma %g", sigma),
+         .ours = {"Blurred",
+                  [&in, sigma] {
+                      result = Blurred(in.picture.View(), {float(sigma), 100, 7}).value();
+                  }},
+         .peers = {{"OpenCV GaussianBlur", [&in, sigma] { cv::GaussianBlur(in.mat, peer_out, {}, sigma); }}},
+         .goal = goal,
+         .allowed_error = 1,
+         .check = [&in, sigma] { return Compare(Bitmap_Of(Exactly_Blurred(in.mat, sigma)).View(), result->View()); }});
 }
 
 void Add_Unsharp(Bench_Suite& suite, double sigma, double goal)
 {
     const Bench_Inputs& in = suite.Inputs();
     suite.Add({.name = cv::format("unsharp, sigma %g", sigma),
-               .ours = {"Unsharp_Masked", [&in, sigma] { result = Unsharp_Masked(in.picture.View(), {0.75F, 0.75F, float(sigma), 0, 0, 7}).value(); }},
+               .ours = {"Unsharp_Masked",
+                        [&in, sigma] {
+                            result = Unsharp_Masked(in.picture.View(), {0.75F, 0.75F, float(sigma), 0, 0, 7}).value();
+                        }},
                .peers = {{"OpenCV GaussianBlur, addWeighted",
                           [&in, sigma] {
                               cv::GaussianBlur(in.mat, peer_blur, {}, sigma);

@@ -22,7 +22,8 @@ struct Tone_Inputs {
         for (int i = 0; i < 256; ++i) {
             const auto at = std::size_t(i);
             red[at] = 255 - i, green[at] = i * i / 255, blue[at] = std::min(255, i * 9 / 8);
-            saturation[at] = cv::saturate_cast<std::uint8_t>(i * 1.1), value[at] = cv::saturate_cast<std::uint8_t>(i * 0.9);
+            saturation[at] = cv::saturate_cast<std::uint8_t>(i * 1.1),
+            value[at] = cv::saturate_cast<std::uint8_t>(i * 0.9);
             tables.at<cv::Vec3b>(i) = {std::uint8_t(blue[at]), std::uint8_t(green[at]), std::uint8_t(red[at])};
             hsv_tables.at<cv::Vec3b>(i) = {std::uint8_t(i), std::uint8_t(saturation[at]), std::uint8_t(value[at])};
         }
@@ -35,7 +36,8 @@ void Map_With_Vips(const cv::Mat& picture, const cv::Mat& tables, cv::Mat& out)
         return vips::VImage::new_from_memory(mat.data, mat.total() * 3, mat.cols, mat.rows, 3, VIPS_FORMAT_UCHAR);
     };
     out.create(picture.size(), CV_8UC3);
-    const auto target = vips::VImage::new_from_memory(out.data, out.total() * 3, out.cols, out.rows, 3, VIPS_FORMAT_UCHAR);
+    const auto target =
+        vips::VImage::new_from_memory(out.data, out.total() * 3, out.cols, out.rows, 3, VIPS_FORMAT_UCHAR);
     image(picture).maplut(image(tables)).write(target);
 }
 
@@ -44,7 +46,9 @@ Operation Table_Operation(const Bench_Inputs& in, Tone_Inputs& tone)
     return {.name = "three-table map",
             .ours = {"Table_Mapped",
                      [&] {
-                         tone.result = Table_Mapped(in.picture.View(), {7, tone.red.data(), tone.green.data(), tone.blue.data(), nullptr}).value();
+                         tone.result = Table_Mapped(in.picture.View(),
+                                                    {7, tone.red.data(), tone.green.data(), tone.blue.data(), nullptr})
+                                           .value();
                      }},
             .peers = {{"libvips maplut", [&] { Map_With_Vips(in.mat, tone.tables, tone.out); }},
                       {"OpenCV LUT", [&] { cv::LUT(in.mat, tone.tables, tone.out); }}},
@@ -60,7 +64,10 @@ Operation Hsv_Operation(const Bench_Inputs& in, Tone_Inputs& tone)
 {
     return {.name = "HSV saturation and value tables",
             .ours = {"Hsv_Table_Mapped",
-                     [&] { tone.result = Hsv_Table_Mapped(in.picture.View(), tone.saturation.data(), tone.value.data()).value(); }},
+                     [&] {
+                         tone.result =
+                             Hsv_Table_Mapped(in.picture.View(), tone.saturation.data(), tone.value.data()).value();
+                     }},
             .peers = {{"OpenCV cvtColor, LUT, cvtColor",
                        [&] {
                            cv::cvtColor(in.mat, tone.hsv, cv::COLOR_BGR2HSV_FULL);
