@@ -2,15 +2,12 @@ list(APPEND bkimgutl_sources
     tone/Byte_Table-inl.h
     tone/Clip_Table.cpp
     tone/Clip_Table.h
-<<<<<<< HEAD
+    tone/Color_Mix.cpp
+    tone/Color_Mix.h
     tone/Component_Row.cpp
     tone/Component_Row.h
     tone/Histogram.cpp
     tone/Histogram.h
-=======
-    tone/Color_Mix.cpp
-    tone/Color_Mix.h
->>>>>>> cf4d4f3 (Mix channels, and give the tone and filter kernels their functions of the contract)
     tone/Map_Row.cpp
     tone/Map_Row.h
     tone/Sample.cpp
