@@ -123,6 +123,17 @@ Result<void> Start(Jpeg_Decoder& decoder, int codec_divisor)
     return {};
 }
 
+/// A wrong bit often shows only in data that is left over behind the last row. A missing end mark alone harms nothing:
+/// missing pixels of a sequential file have a warning of their own. In the other two ways of coding nothing else tells.
+bool Is_Damaged(Jpeg_Decoder& decoder)
+{
+    jpeg_decompress_struct& object = decoder.Object();
+    const bool needs_end = object.progressive_mode || object.arith_code;
+    Jpeg_Errors& errors = decoder.Errors();
+    if (!Guarded(errors, [&object] { jpeg_finish_decompress(&object); })) return true;
+    return errors.damages > (needs_end ? 0 : errors.cut_offs);
+}
+
 int Divided(std::int64_t size, int divisor)
 {
     return int((size + divisor - 1) / divisor);
@@ -159,7 +170,7 @@ Result<Bitmap> Load_Jpeg(const Regular_File& file, int scale_divisor)
     if (auto run = Row_Stream(decoder, target, box_divisor).Run(); !run) return tl::make_unexpected(run.error());
     if (scale_divisor == 1)
         bitmap->Set_Origin(std::make_shared<const Pixel_Origin>(Pixel_Origin{
-            .path = {}, .identity = file.Identity(), .symmetry = symmetry, .damaged = decoder.Errors().damages > 0}));
+            .path = {}, .identity = file.Identity(), .symmetry = symmetry, .damaged = Is_Damaged(decoder)}));
     return bitmap;
 }
 

@@ -32,6 +32,7 @@ void Note_Message(jpeg_common_struct* object, int level)
     if (level >= 0) return; // traces
     Jpeg_Errors& errors = Errors_Of(object);
     if (!Is_Harmless(errors.manager.msg_code)) ++errors.damages;
+    if (errors.manager.msg_code == JWRN_JPEG_EOF) ++errors.cut_offs;
     if (++errors.warnings > Current_Limits().jpeg_warnings) Give_Up(object, "is damaged in too many places");
 }
 

@@ -23,7 +23,8 @@ struct Jpeg_Errors {
     std::jmp_buf jump;
     std::array<char, JMSG_LENGTH_MAX> text;
     int warnings = 0;
-    int damages = 0; ///< warnings that mean wrong pixels
+    int damages = 0;  ///< warnings that mean wrong pixels
+    int cut_offs = 0; ///< those of them that say that the file ended
 
     void Attach(jpeg_common_struct& object);
     Error As_Error() const { return {text.data()}; }

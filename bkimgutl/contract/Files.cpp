@@ -2,9 +2,9 @@
 
 #include "bkimgutl/codecs/Codec.h"
 #include "bkimgutl/codecs/Stored_Text.h"
-#include "bkimgutl/codecs/Upright_Rows.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
+#include "bkimgutl/geometry/Turn.h"
 
 #include <algorithm>
 #include <cstring>
@@ -80,28 +80,6 @@ void Set(Number* target, Number value)
     if (target != nullptr) *target = value;
 }
 
-Result<Bitmap> Turned(Bitmap bitmap, int degrees)
-{
-    const Pixel_Symmetry turn{.quarter_turns = degrees / 90, .mirrored = false};
-    if (turn.Is_Identity()) return bitmap;
-    const Bitmap_View from = bitmap.View();
-    auto turned = turn.Swaps_Sides() ? Bitmap::Create(from.height, from.width, from.bytes_per_pixel)
-                                     : Bitmap::Create(from.width, from.height, from.bytes_per_pixel);
-    if (!turned) return turned;
-    Upright_Rows rows(turned->Change(), turn, from.width, from.height);
-    for (int y = 0; y < from.height; ++y) {
-        std::memcpy(rows.Next_Row(), from.Row(y), from.Row_Bytes());
-        rows.Row_Is_Written();
-    }
-    rows.Finish();
-    if (bitmap.Origin()) {
-        Pixel_Origin origin = *bitmap.Origin();
-        origin.symmetry = Then(origin.symmetry, turn);
-        turned->Set_Origin(std::make_shared<const Pixel_Origin>(std::move(origin)));
-    }
-    return turned;
-}
-
 Result<Bitmap> Load(const Opened& opened, std::int32_t scale_divisor, std::int32_t rotation)
 {
     if (scale_divisor < 1) return Failure("the scale divisor is below 1");
@@ -114,7 +92,8 @@ Result<Bitmap> Load(const Opened& opened, std::int32_t scale_divisor, std::int32
         origin.path = opened.path;
         bitmap->Set_Origin(std::make_shared<const Pixel_Origin>(std::move(origin)));
     }
-    return Turned(std::move(*bitmap), rotation);
+    if (rotation == 0) return bitmap;
+    return Turned(*bitmap, {.quarter_turns = rotation / 90, .mirrored = false});
 }
 
 Result<void> Save(const Save_Request& request, std::int32_t type)
