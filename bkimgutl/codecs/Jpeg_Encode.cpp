@@ -25,11 +25,16 @@ bool Can_Encode_Sampling(const std::vector<Jpeg_Coding::Component>& components)
            });
 }
 
+/// The encoder divides by eight times the step in 16 bits. No picture uses a step of 0 or steps beyond this one, which
+/// leave nothing of any frequency; a damaged or hostile parent may.
+constexpr int Largest_Step = 8191;
+
 void Put_Table(jpeg_compress_struct& object, int slot, const Jpeg_Coding::Component& from)
 {
     JQUANT_TBL*& table = object.quant_tbl_ptrs[slot];
     if (table == nullptr) table = jpeg_alloc_quant_table(&Common(object));
-    std::copy(from.quantisation.begin(), from.quantisation.end(), table->quantval);
+    std::transform(from.quantisation.begin(), from.quantisation.end(), table->quantval,
+                   [](int step) { return UINT16(std::clamp(step, 1, Largest_Step)); });
     table->sent_table = FALSE;
 }
 

@@ -160,6 +160,37 @@ TEST_F(Jpeg_Save, The_Parents_Tables_And_Sampling_Stay_When_Pixels_Change)
     }
 }
 
+/// The file with each of its tables replaced by one of 16 bits with this step at every frequency.
+File_Bytes With_Step(File_Bytes file, int step)
+{
+    for (std::size_t at = 2; file[at + 1] != 0xDA;) {
+        const std::size_t length = std::size_t(file[at + 2]) << 8 | file[at + 3];
+        if (file[at + 1] != 0xDB) {
+            at += 2 + length;
+            continue;
+        }
+        File_Bytes table = {0xFF, 0xDB, 0, 131, std::uint8_t(0x10 | file[at + 4])};
+        for (int i = 0; i < 64; ++i) table.insert(table.end(), {std::uint8_t(step >> 8), std::uint8_t(step)});
+        const auto place =
+            file.erase(file.begin() + std::ptrdiff_t(at), file.begin() + std::ptrdiff_t(at + 2 + length));
+        file.insert(place, table.begin(), table.end());
+        at += table.size();
+    }
+    return file;
+}
+
+TEST_F(Jpeg_Save, Impossible_Steps_In_The_Parents_Tables_Do_No_Harm)
+{
+    for (const int step : {0, 8192, 65535}) { // found by fuzzing: the encoder divides by them, or by their overflow
+        const std::string parent = Put("p.jpg", With_Step(Jpeg_File(Meadow(32, 32, 1)), step));
+        const auto bitmap = Load(parent);
+        ASSERT_TRUE(bitmap) << Error_Text();
+        Touch(bitmap);
+        EXPECT_TRUE(Save(bitmap, Path("a.jpg"), {.parent = parent})) << Error_Text();
+        EXPECT_TRUE(Load(Path("a.jpg"))) << Error_Text();
+    }
+}
+
 TEST_F(Jpeg_Save, A_Parent_Of_Other_Colours_Gives_What_Fits)
 {
     using Colors = Jpeg_File_Options::Colors;
