@@ -3,8 +3,10 @@
 #include "bkimgutl/codecs/Jpeg_Encode.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Jpeg_Transform.h"
+#include "bkimgutl/codecs/Stored_Text.h"
 #include "frame/files/Limits.h"
 
+#include <optional>
 #include <unistd.h>
 
 // A save first decides where the picture data comes from (see Pixels), then writes the new file in one pass: the head with
@@ -21,6 +23,24 @@ Result<void> Check_Texts(const Save_Request& request)
     };
     if (auto good = check(request.comment, Current_Limits().comment_bytes, "description"); !good) return good;
     return check(request.script, Current_Limits().script_bytes, "script");
+}
+
+/// A description of another program may be longer than the buffer that callers read it into. A save that brings its
+/// beginning back unchanged keeps all of it: nobody meant to cut it.
+std::optional<std::string> Long_Comment_To_Keep(const Save_Request& request)
+{
+    constexpr std::size_t longest_character = 4; // the end of the buffer may have cut one
+    const std::size_t limit = std::size_t(Current_Limits().comment_bytes);
+    if (request.parent.empty() || request.comment.size() + longest_character <= limit) return std::nullopt;
+    const auto file = Regular_File::Open(request.parent);
+    if (!file || Type_From_Signature(*file) != Image_File_Type::JPEG) return std::nullopt;
+    const auto stored = JPEG_Codec().Read_Comment(*file);
+    if (!stored || stored->size() <= limit) return std::nullopt;
+    std::string whole = UTF8_From_Stored(*stored);
+    const bool same_beginning =
+        whole.compare(0, limit - longest_character, request.comment, 0, limit - longest_character) == 0;
+    if (!same_beginning || whole.size() > Longest_Segment_Data) return std::nullopt;
+    return whole;
 }
 
 /// A picture that was decoded with errors must not take the place of its file.
@@ -155,9 +175,10 @@ std::string Attributes_Source(const Save_Request& request)
     return !exists && request.parent == request.target + "~" ? request.parent : std::string();
 }
 
-Result<void> Save_Jpeg(const Save_Request& request)
+Result<void> Save_Jpeg(Save_Request request)
 {
     if (auto good = Check_Texts(request); !good) return good;
+    if (auto whole = Long_Comment_To_Keep(request)) request.comment = std::move(*whole);
     if (auto good = Check_Damage(request); !good) return good;
     if (request.quality > 100 || request.quality < Quality_Of_Parent) return Failure("the quality is not 0 to 100");
     const auto type = Parent_Type(request);

@@ -87,6 +87,17 @@ TEST_F(Jpeg_Save, Texts_That_Are_Too_Long_Are_An_Error_That_Names_The_Limit)
     EXPECT_EQ((File_Bytes{1, 2, 3}), Get(path)) << "nothing was touched";
 }
 
+TEST_F(Jpeg_Save, A_Longer_Description_Of_Another_Program_Is_Not_Cut_Unless_It_Was_Edited)
+{
+    const std::string long_text = std::string(1500, 'd') + " and the end";
+    const std::string path = Put("a.jpg", Jpeg_File(Meadow(16, 16, 1), {.segments = {Segment(0xFE, long_text)}}));
+    const std::string seen = long_text.substr(0, 1024); // what a caller's buffer holds
+    ASSERT_TRUE(Save(Load(path), path, {.comment = seen, .script = "s", .parent = path})) << Error_Text();
+    EXPECT_EQ(long_text, Comment(path));
+    ASSERT_TRUE(Save(Load(path), path, {.comment = "edited" + seen.substr(6), .parent = path})) << Error_Text();
+    EXPECT_EQ("edited" + seen.substr(6), Comment(path));
+}
+
 TEST_F(Jpeg_Save, Empty_Texts_Remove_Those_Of_The_Parent)
 {
     const std::string path = Path("a.jpg");
