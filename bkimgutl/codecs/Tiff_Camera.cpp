@@ -1,0 +1,237 @@
+#include "bkimgutl/codecs/Tiff_Camera.h"
+
+#include "frame/files/Limits.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <set>
+#include <string>
+
+namespace {
+
+bool Points_To_Directory(std::uint16_t tag)
+{
+    return tag == Tiff_Tag::EXIF_Directory || tag == Tiff_Tag::GPS_Directory ||
+           tag == Tiff_Tag::Interoperability_Directory;
+}
+
+tl::unexpected<Error> Too_Large(std::uint64_t most_bytes)
+{
+    return Failure("the camera data is larger than " + std::to_string(most_bytes) + " bytes");
+}
+
+class Branch_Reader {
+public:
+    Branch_Reader(const Tiff_Structure& structure, std::uint64_t most_bytes) : structure_(structure), left_(most_bytes)
+    {}
+
+    bool Overrun() const { return overrun_; }
+
+    void Read_Child(const Tiff_Directory& parent, std::uint16_t tag, Tiff_Branch& into)
+    {
+        const std::uint64_t position = structure_.Number(parent, tag, 0);
+        // Each directory once, and no more of them than the limit: the shape is foreign.
+        if (position == 0 || int(visited_.size()) >= Current_Limits().tiff_directories) return;
+        if (!visited_.insert(position).second) return;
+        const auto directory = structure_.Read_Directory(position);
+        if (!directory) return;
+        Tiff_Branch child;
+        for (const Tiff_Entry& entry : directory->entries) Take(entry, *directory, child);
+        into.children.emplace_back(tag, std::move(child));
+    }
+
+private:
+    void Take(const Tiff_Entry& entry, const Tiff_Directory& directory, Tiff_Branch& into)
+    {
+        if (Points_To_Directory(entry.tag)) return Read_Child(directory, entry.tag, into);
+        if (entry.size <= structure_.Size() && entry.size > left_) {
+            overrun_ = true;
+            return;
+        }
+        auto value = structure_.Value(entry, left_);
+        if (!value) return;
+        left_ -= value->size();
+        if (entry.tag == Tiff_Tag::Maker_Note && !entry.inside) into.maker_note_position = entry.position;
+        into.fields.push_back({.tag = entry.tag, .type = entry.type, .count = entry.count, .value = std::move(*value)});
+    }
+
+    const Tiff_Structure& structure_;
+    std::uint64_t left_;
+    bool overrun_ = false;
+    std::set<std::uint64_t> visited_;
+};
+
+/// Types that only BigTIFF has become their 4-byte relatives where the values fit; what does not fit is left out.
+void Make_Classic(Tiff_Branch& branch, const Tiff_Layout& layout)
+{
+    std::erase_if(branch.fields, [&layout](Tiff_Field& field) {
+        if (field.type < Tiff_Type::Long8) return false;
+        std::vector<std::byte> value(field.count * 4);
+        for (std::size_t i = 0; i < field.count; ++i) {
+            const std::uint64_t number = layout.Get(field.value.data() + i * 8, 8);
+            if (number > std::numeric_limits<std::uint32_t>::max()) return true;
+            layout.Put(value.data() + i * 4, 4, number);
+        }
+        field.type = Tiff_Type::Long;
+        field.value = std::move(value);
+        return false;
+    });
+    for (auto& [tag, child] : branch.children) Make_Classic(child, layout);
+}
+
+const Tiff_Branch* Branch_With_Maker_Note(const Tiff_Branch& branch)
+{
+    if (branch.maker_note_position != 0) return &branch;
+    for (const auto& [tag, child] : branch.children)
+        if (const Tiff_Branch* found = Branch_With_Maker_Note(child)) return found;
+    return nullptr;
+}
+
+} // namespace
+
+Result<Tiff_Branch> Camera_Branch(const Tiff_Structure& structure, const Tiff_Directory& directory,
+                                  std::uint64_t most_bytes)
+{
+    Tiff_Branch branch;
+    Branch_Reader reader(structure, most_bytes);
+    reader.Read_Child(directory, Tiff_Tag::EXIF_Directory, branch);
+    reader.Read_Child(directory, Tiff_Tag::GPS_Directory, branch);
+    if (reader.Overrun()) return Too_Large(most_bytes);
+    return branch;
+}
+
+std::uint64_t Branch_Payload(const Tiff_Branch& branch)
+{
+    std::uint64_t sum = 0;
+    for (const Tiff_Field& field : branch.fields) sum += field.value.size();
+    for (const auto& [tag, child] : branch.children) sum += Branch_Payload(child);
+    return sum;
+}
+
+void Tiff_Assembly::Reserve_Maker_Note(const Tiff_Branch& branch, std::uint64_t most_position)
+{
+    const Tiff_Branch* owner = Branch_With_Maker_Note(branch);
+    const Tiff_Field* note = owner ? Find_Field(owner->fields, Tiff_Tag::Maker_Note) : nullptr;
+    if (note == nullptr || owner->maker_note_position < bytes_.size()) return;
+    if (note->value.size() > most_position || owner->maker_note_position > most_position - note->value.size()) return;
+    reserved_ = owner->maker_note_position;
+    note_ = note->value;
+}
+
+std::uint64_t Tiff_Assembly::Room_For(std::size_t size) const
+{
+    const std::uint64_t position = bytes_.size() + bytes_.size() % 2;
+    const std::uint64_t reserved_end = reserved_ + note_.size();
+    const bool meets_reserved = !note_.empty() && position < reserved_end && position + size > reserved_;
+    return meets_reserved ? reserved_end + reserved_end % 2 : position;
+}
+
+Result<std::uint64_t> Tiff_Assembly::Place(Tiff_Fields fields, std::uint64_t maker_note_position)
+{
+    for (Tiff_Field& field : fields) {
+        if (note_.empty() || maker_note_position != reserved_ || field.tag != Tiff_Tag::Maker_Note) continue;
+        field.as_it_stands = true;
+        layout_.Put(field.field.data(), layout_.Field_Size(), reserved_);
+    }
+    const auto measured = Directory_Bytes(fields, layout_, 0, 0);
+    if (!measured) return tl::make_unexpected(measured.error());
+    const std::uint64_t position = Room_For(measured->size());
+    const auto encoded = Directory_Bytes(std::move(fields), layout_, position, 0);
+    if (!encoded) return tl::make_unexpected(encoded.error());
+    bytes_.resize(position);
+    bytes_.insert(bytes_.end(), encoded->begin(), encoded->end());
+    return position;
+}
+
+Result<Tiff_Fields> Tiff_Assembly::Place_Children(const Tiff_Branch& branch)
+{
+    Tiff_Fields pointers;
+    for (const auto& [tag, child] : branch.children) {
+        auto below = Place_Children(child); // two levels at most, see Branch_Reader
+        if (!below) return below;
+        Tiff_Fields fields = child.fields;
+        fields.insert(fields.end(), below->begin(), below->end());
+        if (fields.empty()) continue;
+        const auto position = Place(std::move(fields), child.maker_note_position);
+        if (!position) return tl::make_unexpected(position.error());
+        pointers.push_back(Offset_Field(layout_, tag, *position));
+    }
+    return pointers;
+}
+
+std::vector<std::byte> Tiff_Assembly::Finish() &&
+{
+    if (!note_.empty()) {
+        bytes_.resize(std::max<std::size_t>(bytes_.size(), reserved_ + note_.size()));
+        std::copy(note_.begin(), note_.end(), bytes_.begin() + std::ptrdiff_t(reserved_));
+    }
+    return std::move(bytes_);
+}
+
+namespace {
+
+constexpr std::uint16_t Camera_Tags[] = {Tiff_Tag::Make,         Tiff_Tag::Model,        Tiff_Tag::Orientation,
+                                         Tiff_Tag::X_Resolution, Tiff_Tag::Y_Resolution, Tiff_Tag::Resolution_Unit,
+                                         Tiff_Tag::Software,     Tiff_Tag::Date_Time,    Tiff_Tag::Artist,
+                                         Tiff_Tag::Copyright};
+
+/// Tags that nearly every TIFF file has say nothing of a camera.
+bool Tells_Of_A_Camera(const Tiff_Branch& root)
+{
+    return !root.children.empty() || std::any_of(root.fields.begin(), root.fields.end(), [](const auto& field) {
+        return field.tag == Tiff_Tag::Make || field.tag == Tiff_Tag::Model || field.tag >= Tiff_Tag::Software;
+    });
+}
+
+/// The directory of the camera tags stands at 8, as readers of EXIF blocks expect; its children behind it.
+Result<std::vector<std::byte>> Classic_Structure(Tiff_Branch root, const Tiff_Layout& layout, std::uint64_t most_bytes)
+{
+    Tiff_Fields first = root.fields;
+    for (const auto& [tag, child] : root.children) first.push_back(Offset_Field(layout, tag, 0));
+    const auto measured = Directory_Bytes(first, layout, 8, 0);
+    if (!measured) return measured;
+    Tiff_Assembly assembly(layout, 8 + measured->size());
+    assembly.Reserve_Maker_Note(root, most_bytes);
+    const auto pointers = assembly.Place_Children(root);
+    if (!pointers) return tl::make_unexpected(pointers.error());
+    for (const auto& [tag, child] : root.children) Remove_Field(first, tag);
+    first.insert(first.end(), pointers->begin(), pointers->end());
+    const auto directory = Directory_Bytes(std::move(first), layout, 8, 0);
+    if (!directory) return directory;
+    auto bytes = std::move(assembly).Finish();
+    std::copy(directory->begin(), directory->end(), bytes.begin() + 8);
+    bytes[0] = bytes[1] = std::byte(layout.little_endian ? 'I' : 'M');
+    layout.Put(bytes.data() + 2, 2, 42);
+    layout.Put(bytes.data() + 4, 4, 8);
+    return bytes;
+}
+
+} // namespace
+
+Result<std::vector<std::byte>> Camera_Block(const Tiff_Structure& structure, std::uint64_t most_bytes)
+{
+    const auto directory = structure.First_Directory();
+    if (!directory) return tl::make_unexpected(directory.error());
+    auto root = Camera_Branch(structure, *directory, most_bytes);
+    if (!root) return tl::make_unexpected(root.error());
+    for (const std::uint16_t tag : Camera_Tags) {
+        const Tiff_Entry* entry = directory->Find(tag);
+        if (entry == nullptr) continue;
+        auto value = structure.Value(*entry, most_bytes);
+        if (value)
+            root->fields.push_back(
+                {.tag = tag, .type = entry->type, .count = entry->count, .value = std::move(*value)});
+    }
+    if (!Tells_Of_A_Camera(*root)) return std::vector<std::byte>();
+    const Tiff_Layout layout{.little_endian = structure.Layout().little_endian, .big = false};
+    Make_Classic(*root, layout);
+    constexpr std::string_view head("Exif\0\0", 6);
+    const auto bytes = Classic_Structure(std::move(*root), layout, most_bytes - head.size());
+    if (!bytes) return bytes;
+    if (bytes->size() + head.size() > most_bytes) return Too_Large(most_bytes);
+    std::vector<std::byte> block(head.size() + bytes->size());
+    std::memcpy(block.data(), head.data(), head.size());
+    std::copy(bytes->begin(), bytes->end(), block.begin() + std::ptrdiff_t(head.size()));
+    return block;
+}

@@ -1,0 +1,305 @@
+#include "bkimgutl/codecs/Codec.h"
+#include "bkimgutl/codecs/Tiff_Camera.h"
+#include "bkimgutl/codecs/Tiff_Carry.h"
+#include "bkimgutl/codecs/Tiff_Encode.h"
+#include "bkimgutl/codecs/Tiff_Loader.h"
+#include "bkimgutl/codecs/Tiff_Tail.h"
+#include "bkimgutl/codecs/Tiff_Texts.h"
+#include "frame/files/Limits.h"
+
+#include <algorithm>
+#include <unistd.h>
+#include <utility>
+
+// A save first decides where the picture data comes from. While the bitmap still holds the pixels of a TIFF parent as its
+// orientation tag shows them, the parent is copied as it stands, whatever it holds, and only gets a new first directory
+// with the new texts. Otherwise the pixels are written anew and everything else of the parent is carried along.
+
+namespace {
+
+/// A file with its first directory.
+struct Opened {
+    const Regular_File& file;
+    Tiff_Structure structure;
+    Tiff_Directory directory;
+};
+
+Result<Opened> Opened_From(const Regular_File& file)
+{
+    auto structure = Tiff_Structure::Open(file);
+    if (!structure) return tl::make_unexpected(structure.error());
+    auto directory = structure->First_Directory();
+    if (!directory) return tl::make_unexpected(directory.error());
+    return Opened{file, std::move(*structure), std::move(*directory)};
+}
+
+Result<void> Check_Texts(const Save_Request& request)
+{
+    const auto check = [](const std::string& text, int limit, const char* name) -> Result<void> {
+        if (text.find('\0') != std::string::npos) return Failure(std::string("the ") + name + " contains a zero byte");
+        if (text.size() <= std::size_t(limit)) return {};
+        return Failure(std::string("the ") + name + " has " + std::to_string(text.size()) + " bytes, " +
+                       std::to_string(limit) + " are the limit");
+    };
+    if (auto good = check(request.comment, Current_Limits().comment_bytes, "description"); !good) return good;
+    return check(request.script, Current_Limits().script_bytes, "script");
+}
+
+/// A picture that was decoded with errors must not take the place of its file.
+Result<void> Check_Damage(const Save_Request& request)
+{
+    const auto& origin = request.bitmap->Origin();
+    if (!origin || !origin->damaged) return {};
+    const auto target = Identity_Of(request.target);
+    const bool own_file = request.target == origin->path || (target && *target == origin->identity);
+    if (!own_file) return {};
+    return Failure("was read with errors and cannot be saved over its original; save a copy instead");
+}
+
+bool Pixels_Are_As_Stored(const Save_Request& request, const Opened& parent, const Picture_Facts& facts)
+{
+    const auto& origin = request.bitmap->Origin();
+    return origin && !origin->damaged && origin->identity == parent.file.Identity() &&
+           origin->symmetry == Symmetry_Of_Orientation(facts.orientation);
+}
+
+/// What the new file must give back when it is read.
+struct Expectation {
+    Picture_Facts facts;
+    std::string comment;
+    std::string script;
+    std::uint64_t camera_payload = 0;
+    bool comment_may_be_kept = false; ///< one that is too long for us to read stays
+};
+
+Result<std::uint64_t> Camera_Payload(const Opened& opened)
+{
+    const auto branch = Camera_Branch(opened.structure, opened.directory, Most_Camera_Bytes);
+    if (!branch) return tl::make_unexpected(branch.error());
+    return Branch_Payload(*branch);
+}
+
+Result<void> Verify(const std::string& path, const Expectation& expected)
+{
+    const auto file = Regular_File::Open(path);
+    if (!file) return tl::make_unexpected(file.error());
+    const auto opened = Opened_From(*file);
+    if (!opened) return tl::make_unexpected(opened.error());
+    const auto facts = Facts_Of_Tiff(opened->structure, opened->directory);
+    const auto comment = Comment_Of_Tiff(opened->structure, opened->directory);
+    const auto script = Script_Of_Tiff(opened->structure, opened->directory);
+    const auto payload = Camera_Payload(*opened);
+    const bool good = facts && facts->width == expected.facts.width && facts->height == expected.facts.height &&
+                      facts->horizontal_dpi == expected.facts.horizontal_dpi &&
+                      facts->vertical_dpi == expected.facts.vertical_dpi &&
+                      (comment ? *comment == expected.comment : expected.comment_may_be_kept) && script &&
+                      *script == expected.script && payload && *payload == expected.camera_payload;
+    if (!good) return Failure("the file that was written does not read back as it should");
+    return {};
+}
+
+/// The resolution of a request, both sides -1 for none.
+std::pair<int, int> Resolution_Of(const Save_Request& request)
+{
+    const int horizontal = std::max(request.horizontal_dpi, 0), vertical = std::max(request.vertical_dpi, 0);
+    if (horizontal == 0 && vertical == 0) return {-1, -1};
+    return {horizontal == 0 ? vertical : horizontal, vertical == 0 ? horizontal : vertical};
+}
+
+Result<Expectation> Expected_From(const Save_Request& request, const Opened* parent)
+{
+    const auto [horizontal, vertical] = Resolution_Of(request);
+    Expectation expected;
+    expected.facts = {.width = request.bitmap->Width(),
+                      .height = request.bitmap->Height(),
+                      .horizontal_dpi = horizontal,
+                      .vertical_dpi = vertical};
+    expected.comment = request.comment;
+    expected.script = request.script;
+    if (parent)
+        expected.comment_may_be_kept =
+            request.comment.empty() && !Comment_Of_Tiff(parent->structure, parent->directory);
+    return expected;
+}
+
+/// Copies the parent and changes what its first directory says.
+Result<void> Write_Texts_Alone(Replacement_File& target, const Save_Request& request, const Opened& parent,
+                               const Picture_Facts& facts)
+{
+    auto base = Base_Of(parent.structure, parent.directory);
+    if (!base) return tl::make_unexpected(base.error());
+    if (auto set = Set_Texts(base->fields, &parent.structure, &parent.directory, request.comment, request.script); !set)
+        return set;
+    auto [horizontal, vertical] = Resolution_Of(request);
+    // An unchanged resolution keeps its unit and its fractions.
+    if (horizontal != facts.horizontal_dpi || vertical != facts.vertical_dpi) {
+        if (Symmetry_Of_Orientation(facts.orientation).Swaps_Sides()) std::swap(horizontal, vertical);
+        Set_Resolution(base->fields, parent.structure.Layout(), horizontal, vertical);
+    }
+    return Write_With_New_Tail(target, parent.structure, *base);
+}
+
+void Swap_Resolution(Tiff_Fields& fields)
+{
+    for (Tiff_Field& field : fields) {
+        if (field.tag == Tiff_Tag::X_Resolution)
+            field.tag = Tiff_Tag::Y_Resolution;
+        else if (field.tag == Tiff_Tag::Y_Resolution)
+            field.tag = Tiff_Tag::X_Resolution;
+    }
+}
+
+/// Writes the pixels anew with everything that is carried along.
+Result<void> Write_Anew(Replacement_File& target, const Save_Request& request, Tiff_Carried carried)
+{
+    const int descriptor = target.Descriptor();
+    if (carried.head.size() % 2 != 0) carried.head.push_back(std::byte(0));
+    if (auto head = target.Write(carried.head); !head) return head;
+    auto pixels = Encode_Tiff_Strips(descriptor, carried.layout, request.bitmap->View(), carried.compression);
+    if (!pixels) return tl::make_unexpected(pixels.error());
+    const off_t end = lseek(descriptor, 0, SEEK_END);
+    if (end < 0) return Failure(System_Error_Text(errno), errno);
+    const auto padding = std::size_t(end % 2);
+    const std::byte zero[1] = {};
+    if (auto padded = target.Write(std::span(zero, padding)); !padded) return padded;
+
+    const std::uint64_t position = std::uint64_t(end) + padding;
+    for (Tiff_Field& field : *pixels) Set_Field(carried.fields, std::move(field));
+    const auto tail = Tail_Bytes(std::move(carried.fields), carried.layout, position, 0);
+    if (!tail) return tl::make_unexpected(tail.error());
+    if (auto written = target.Write(*tail); !written) return written;
+    if (lseek(descriptor, 0, SEEK_SET) != 0) return Failure(System_Error_Text(errno), errno);
+    return target.Write(Header_Bytes(carried.layout, position));
+}
+
+Result<void> Take_Texts(Tiff_Carried& carried, const Save_Request& request, const Opened* parent)
+{
+    if (auto set = Set_Texts(carried.fields, parent ? &parent->structure : nullptr,
+                             parent ? &parent->directory : nullptr, request.comment, request.script);
+        !set)
+        return set;
+    const auto [horizontal, vertical] = Resolution_Of(request);
+    const auto facts = parent ? Facts_Of_Tiff(parent->structure, parent->directory) : Result<Picture_Facts>();
+    if (!parent || !facts || horizontal != facts->horizontal_dpi || vertical != facts->vertical_dpi)
+        Set_Resolution(carried.fields, carried.layout, horizontal, vertical);
+    else if (Symmetry_Of_Orientation(facts->orientation).Swaps_Sides())
+        Swap_Resolution(carried.fields);
+    return {};
+}
+
+/// A save onto an original that stands aside under its "~" name takes the attributes from there.
+std::string Attributes_Source(const Save_Request& request)
+{
+    const bool exists = access(request.target.c_str(), F_OK) == 0;
+    return !exists && request.parent == request.target + "~" ? request.parent : std::string();
+}
+
+Result<Replacement_File> Open_Target(const Save_Request& request, const Expectation& expected)
+{
+    Replacement_Options options;
+    options.take_attributes_from = Attributes_Source(request);
+    options.verify = [&expected](const std::string& path) { return Verify(path, expected); };
+    return Replacement_File::Open(request.target, std::move(options));
+}
+
+Result<void> Write_And_Commit(const Save_Request& request, const Opened* parent, Tiff_Carried carried)
+{
+    auto expected = Expected_From(request, parent);
+    if (!expected) return tl::make_unexpected(expected.error());
+    expected->camera_payload = carried.camera_payload;
+    if (auto taken = Take_Texts(carried, request, parent); !taken) return taken;
+    auto target = Open_Target(request, *expected);
+    if (!target) return tl::make_unexpected(target.error());
+    if (auto written = Write_Anew(*target, request, std::move(carried)); !written) return written;
+    return target->Commit();
+}
+
+Result<void> Save_From_Tiff(const Save_Request& request, const Regular_File& file)
+{
+    const auto parent = Opened_From(file);
+    if (!parent) return Failure(request.parent + ": " + parent.error().text);
+    const auto facts = Facts_Of_Tiff(parent->structure, parent->directory);
+    if (!facts) return Failure(request.parent + ": " + facts.error().text);
+    if (!Pixels_Are_As_Stored(request, *parent, *facts)) {
+        auto carried = Carried_From_Tiff(parent->structure, parent->directory, request.bitmap->Bytes_Per_Pixel());
+        if (!carried) return Failure(request.parent + ": " + carried.error().text);
+        return Write_And_Commit(request, &*parent, std::move(*carried));
+    }
+    auto expected = Expected_From(request, &*parent);
+    const auto payload = Camera_Payload(*parent);
+    if (!payload) return tl::make_unexpected(payload.error());
+    expected->camera_payload = *payload;
+    auto target = Open_Target(request, *expected);
+    if (!target) return tl::make_unexpected(target.error());
+    if (auto written = Write_Texts_Alone(*target, request, *parent, *facts); !written) return written;
+    return target->Commit();
+}
+
+Result<void> Save_Tiff(const Save_Request& request)
+{
+    if (auto good = Check_Texts(request); !good) return good;
+    if (auto good = Check_Damage(request); !good) return good;
+    if (request.parent.empty()) return Write_And_Commit(request, nullptr, {});
+    const auto file = Regular_File::Open(request.parent);
+    if (!file) return tl::make_unexpected(file.error());
+    const auto type =
+        request.parent_type == Image_File_Type::Unknown ? Type_From_Signature(*file) : request.parent_type;
+    if (type == Image_File_Type::TIFF) return Save_From_Tiff(request, *file);
+    if (type != Image_File_Type::JPEG) return Failure(request.parent + ": is neither a JPEG nor a TIFF file");
+    auto carried = Carried_From_Jpeg(*file, request.bitmap->Bytes_Per_Pixel());
+    if (!carried) return Failure(request.parent + ": " + carried.error().text);
+    return Write_And_Commit(request, nullptr, std::move(*carried));
+}
+
+class Tiff_Codec final : public Codec {
+public:
+    Result<Picture_Facts> Read_Facts(const Regular_File& file) const override
+    {
+        return With_First(file, Facts_Of_Tiff);
+    }
+    Result<std::string> Read_Comment(const Regular_File& file) const override
+    {
+        return With_First(file, Comment_Of_Tiff);
+    }
+    Result<std::string> Read_Script(const Regular_File& file) const override
+    {
+        return With_First(file, Script_Of_Tiff);
+    }
+    Result<std::vector<std::byte>> Read_EXIF(const Regular_File& file) const override
+    {
+        const auto structure = Tiff_Structure::Open(file);
+        if (!structure) return tl::make_unexpected(structure.error());
+        return Camera_Block(*structure, std::uint64_t(Current_Limits().exif_bytes));
+    }
+    Result<std::vector<std::byte>> Read_Profile(const Regular_File& file) const override
+    {
+        return With_First(file, [](const Tiff_Structure& structure, const Tiff_Directory& directory) {
+            const Tiff_Entry* entry = directory.Find(Tiff_Tag::ICC_Profile);
+            return entry ? structure.Value(*entry, Most_Camera_Bytes)
+                         : Result<std::vector<std::byte>>(std::vector<std::byte>());
+        });
+    }
+    Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
+    {
+        return Load_Tiff(file, scale_divisor);
+    }
+    Result<void> Save(const Save_Request& request) const override { return Save_Tiff(request); }
+
+private:
+    template <class Reader>
+    static auto With_First(const Regular_File& file, Reader reader)
+        -> decltype(reader(std::declval<const Tiff_Structure&>(), std::declval<const Tiff_Directory&>()))
+    {
+        const auto opened = Opened_From(file);
+        if (!opened) return tl::make_unexpected(opened.error());
+        return reader(opened->structure, opened->directory);
+    }
+};
+
+} // namespace
+
+const Codec& TIFF_Codec()
+{
+    static const Tiff_Codec codec;
+    return codec;
+}

@@ -1,0 +1,142 @@
+#include "bkimgutl/codecs/Tiff_Encode.h"
+
+#include "bkimgutl/codecs/Tiff_Handle.h"
+#include "frame/files/Limits.h"
+
+#include <algorithm>
+#include <cstring>
+#include <sys/stat.h>
+#include <tiffio.h>
+#include <unistd.h>
+
+namespace {
+
+bool Has_Predictor(std::uint16_t compression)
+{
+    return compression == COMPRESSION_LZW || compression == COMPRESSION_ADOBE_DEFLATE;
+}
+
+int Rows_Per_Strip(const Bitmap_View& pixels)
+{
+    constexpr std::size_t strip_bytes = 256 * 1024;
+    const std::size_t rows = std::max<std::size_t>(strip_bytes / pixels.Row_Bytes(), 1);
+    // Very high pictures of short rows would have more strips than a reader takes.
+    const int least = pixels.height / (Current_Limits().tiff_strips / 2 + 1) + 1;
+    return std::min(pixels.height, std::max(int(std::min<std::size_t>(rows, 1 << 20)), least));
+}
+
+tl::unexpected<Error> Write_Failure(const Tiff_Handle& handle)
+{
+    if (handle.System_Error() != 0) return Failure(System_Error_Text(handle.System_Error()), handle.System_Error());
+    return Failure("the picture cannot be written: " + handle.Error_Text());
+}
+
+void Set_Up(TIFF* out, const Bitmap_View& pixels, std::uint16_t compression, int rows)
+{
+    TIFFSetField(out, TIFFTAG_IMAGEWIDTH, std::uint32_t(pixels.width));
+    TIFFSetField(out, TIFFTAG_IMAGELENGTH, std::uint32_t(pixels.height));
+    TIFFSetField(out, TIFFTAG_BITSPERSAMPLE, 8);
+    TIFFSetField(out, TIFFTAG_SAMPLESPERPIXEL, pixels.bytes_per_pixel);
+    TIFFSetField(out, TIFFTAG_PHOTOMETRIC, pixels.Is_Grey() ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB);
+    TIFFSetField(out, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    TIFFSetField(out, TIFFTAG_ROWSPERSTRIP, std::uint32_t(rows));
+    TIFFSetField(out, TIFFTAG_COMPRESSION, compression);
+    if (Has_Predictor(compression)) TIFFSetField(out, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
+}
+
+void Copy_Row(const Bitmap_View& pixels, int y, std::uint8_t* out)
+{
+    const std::uint8_t* from = pixels.Row(y);
+    if (pixels.Is_Grey()) {
+        std::memcpy(out, from, pixels.Row_Bytes());
+        return;
+    }
+    for (int x = 0; x < pixels.width; ++x, from += 3, out += 3) {
+        out[0] = from[2];
+        out[1] = from[1];
+        out[2] = from[0];
+    }
+}
+
+Result<void> Write_Strips(const Tiff_Handle& handle, const Bitmap_View& pixels, int rows)
+{
+    std::vector<std::uint8_t> strip(pixels.Row_Bytes() * std::size_t(rows));
+    std::uint32_t number = 0;
+    for (int top = 0; top < pixels.height; top += rows, ++number) {
+        const int count = std::min(rows, pixels.height - top);
+        for (int row = 0; row < count; ++row)
+            Copy_Row(pixels, top + row, strip.data() + std::size_t(row) * pixels.Row_Bytes());
+        const auto bytes = tmsize_t(pixels.Row_Bytes() * std::size_t(count));
+        if (TIFFWriteEncodedStrip(handle.Get(), number, strip.data(), bytes) != bytes) return Write_Failure(handle);
+    }
+    if (TIFFFlushData(handle.Get()) != 1) return Write_Failure(handle);
+    return {};
+}
+
+Tiff_Field Numbers_Field(const Tiff_Layout& layout, std::uint16_t tag, const std::uint64_t* numbers, std::size_t count)
+{
+    const std::size_t unit = layout.Field_Size();
+    Tiff_Field field{.tag = tag, .type = layout.big ? Tiff_Type::Long8 : Tiff_Type::Long, .count = count};
+    field.value.resize(count * unit);
+    for (std::size_t i = 0; i < count; ++i) layout.Put(field.value.data() + i * unit, unit, numbers[i]);
+    return field;
+}
+
+Tiff_Field Long_Field(const Tiff_Layout& layout, std::uint16_t tag, int value)
+{
+    Tiff_Field field{.tag = tag, .type = Tiff_Type::Long, .count = 1, .value = std::vector<std::byte>(4)};
+    layout.Put(field.value.data(), 4, std::uint64_t(value));
+    return field;
+}
+
+Result<Tiff_Fields> Pixel_Fields(const Tiff_Handle& handle, const Tiff_Layout& layout, const Bitmap_View& pixels,
+                                 std::uint16_t compression, int rows)
+{
+    std::uint64_t *offsets = nullptr, *sizes = nullptr;
+    if (TIFFGetField(handle.Get(), TIFFTAG_STRIPOFFSETS, &offsets) != 1 ||
+        TIFFGetField(handle.Get(), TIFFTAG_STRIPBYTECOUNTS, &sizes) != 1 || !offsets || !sizes)
+        return Write_Failure(handle);
+    const std::size_t strips = std::size_t((std::int64_t(pixels.height) + rows - 1) / rows);
+    Tiff_Field bits = Short_Field(layout, Tiff_Tag::Bits_Per_Sample, 8);
+    if (!pixels.Is_Grey()) {
+        bits.count = 3;
+        bits.value.resize(6);
+        for (std::size_t i = 0; i < 3; ++i) layout.Put(bits.value.data() + i * 2, 2, 8);
+    }
+    const std::uint16_t colors = pixels.Is_Grey() ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB;
+    Tiff_Fields fields{Long_Field(layout, Tiff_Tag::Image_Width, pixels.width),
+                       Long_Field(layout, Tiff_Tag::Image_Length, pixels.height),
+                       std::move(bits),
+                       Short_Field(layout, Tiff_Tag::Compression, compression),
+                       Short_Field(layout, TIFFTAG_PHOTOMETRIC, colors),
+                       Numbers_Field(layout, Tiff_Tag::Strip_Offsets, offsets, strips),
+                       Short_Field(layout, Tiff_Tag::Orientation, 1),
+                       Short_Field(layout, Tiff_Tag::Samples_Per_Pixel, std::uint16_t(pixels.bytes_per_pixel)),
+                       Long_Field(layout, Tiff_Tag::Rows_Per_Strip, rows),
+                       Numbers_Field(layout, Tiff_Tag::Strip_Byte_Counts, sizes, strips),
+                       Short_Field(layout, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG)};
+    if (Has_Predictor(compression)) fields.push_back(Short_Field(layout, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL));
+    return fields;
+}
+
+} // namespace
+
+Result<Tiff_Fields> Encode_Tiff_Strips(int descriptor, const Tiff_Layout& layout, const Bitmap_View& pixels,
+                                       std::uint16_t compression)
+{
+    const std::string mode = std::string("w") + (layout.little_endian ? "l" : "b") + (layout.big ? "8" : "4");
+    struct stat facts {};
+    Result<Tiff_Fields> fields;
+    {
+        auto handle = Tiff_Handle::Open_To_Write(descriptor, mode.c_str());
+        if (!handle) return tl::make_unexpected(handle.error());
+        const int rows = Rows_Per_Strip(pixels);
+        Set_Up(handle->Get(), pixels, compression, rows);
+        if (auto written = Write_Strips(*handle, pixels, rows); !written) return tl::make_unexpected(written.error());
+        fields = Pixel_Fields(*handle, layout, pixels, compression, rows);
+        if (fstat(descriptor, &facts) != 0) return Failure(System_Error_Text(errno), errno);
+    }
+    // The library has written a directory of its own at its close; the one that counts comes from the caller.
+    if (fields && ftruncate(descriptor, facts.st_size) != 0) return Failure(System_Error_Text(errno), errno);
+    return fields;
+}
