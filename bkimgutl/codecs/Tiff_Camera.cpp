@@ -209,7 +209,7 @@ Result<std::vector<std::byte>> Classic_Structure(Tiff_Branch root, const Tiff_La
 
 } // namespace
 
-Result<std::vector<std::byte>> Camera_Block(const Tiff_Structure& structure, std::uint64_t most_bytes)
+Result<std::vector<std::byte>> Camera_Block_Of_Tiff(const Tiff_Structure& structure, std::uint64_t most_bytes)
 {
     const auto directory = structure.First_Directory();
     if (!directory) return tl::make_unexpected(directory.error());
@@ -227,7 +227,9 @@ Result<std::vector<std::byte>> Camera_Block(const Tiff_Structure& structure, std
     const Tiff_Layout layout{.little_endian = structure.Layout().little_endian, .big = false};
     Make_Classic(*root, layout);
     constexpr std::string_view head("Exif\0\0", 6);
-    const auto bytes = Classic_Structure(std::move(*root), layout, most_bytes - head.size());
+    auto bytes = Classic_Structure(*root, layout, most_bytes - head.size());
+    // The room that is left free for a maker note may be just what is missing.
+    if (bytes && bytes->size() + head.size() > most_bytes) bytes = Classic_Structure(std::move(*root), layout, 0);
     if (!bytes) return bytes;
     if (bytes->size() + head.size() > most_bytes) return Too_Large(most_bytes);
     std::vector<std::byte> block(head.size() + bytes->size());

@@ -48,4 +48,4 @@ private:
 
 /// "Exif", 0, 0 and a classic TIFF structure with the camera tags and camera directories of the file's first page.
 /// Empty when it has none; fails beyond `most_bytes`.
-Result<std::vector<std::byte>> Camera_Block(const Tiff_Structure& structure, std::uint64_t most_bytes);
+Result<std::vector<std::byte>> Camera_Block_Of_Tiff(const Tiff_Structure& structure, std::uint64_t most_bytes);

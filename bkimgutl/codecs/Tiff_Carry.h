@@ -13,8 +13,8 @@
 
 struct Tiff_Carried {
     Tiff_Layout layout;
-    std::vector<std::byte> head; ///< of the file, the header included; may be empty
-    Tiff_Fields fields;          ///< of the new directory; offsets in them are true
+    std::vector<std::byte> head{}; ///< of the file, the header included; may be empty
+    Tiff_Fields fields{};          ///< of the new directory; offsets in them are true
     std::uint16_t compression = 8;
     std::uint64_t camera_payload = 0; ///< see Branch_Payload
 };

@@ -269,7 +269,7 @@ public:
     {
         const auto structure = Tiff_Structure::Open(file);
         if (!structure) return tl::make_unexpected(structure.error());
-        return Camera_Block(*structure, std::uint64_t(Current_Limits().exif_bytes));
+        return Camera_Block_Of_Tiff(*structure, std::uint64_t(Current_Limits().exif_bytes));
     }
     Result<std::vector<std::byte>> Read_Profile(const Regular_File& file) const override
     {

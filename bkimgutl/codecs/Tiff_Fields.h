@@ -12,8 +12,8 @@ struct Tiff_Field {
     std::uint16_t tag = 0;
     std::uint16_t type = 0;
     std::uint64_t count = 0;
-    std::vector<std::byte> value; ///< in the byte order of the file; placed by the writer
-    bool as_it_stands = false;    ///< no value: `field` is written as it is, an offset in it stays valid
+    std::vector<std::byte> value{}; ///< in the byte order of the file; placed by the writer
+    bool as_it_stands = false;      ///< no value: `field` is written as it is, an offset in it stays valid
     std::array<std::byte, 8> field{};
 };
 

@@ -1,6 +1,7 @@
 #include "bkimgutl/codecs/Tiff_Row.h"
 
 #include "bkimgutl/core/Background_Color.h"
+#include "bkimgutl/core/Color.h"
 
 #include <cstring>
 

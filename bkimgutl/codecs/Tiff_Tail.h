@@ -12,7 +12,7 @@
 /// tail are carried in the fields; all others stay where they are.
 struct Tiff_Base {
     std::uint64_t size = 0;
-    Tiff_Fields fields;
+    Tiff_Fields fields{};
     std::uint64_t next = 0; ///< the second directory
 };
 
