@@ -24,10 +24,10 @@ struct Picture_Facts {
 
 struct Save_Request {
     const Bitmap* bitmap = nullptr;
-    std::string target;
-    std::string comment; ///< UTF-8
-    std::string script;
-    std::string parent; ///< path, empty for none
+    std::string target{};
+    std::string comment{}; ///< UTF-8
+    std::string script{};
+    std::string parent{}; ///< path, empty for none
     Image_File_Type parent_type = Image_File_Type::Unknown;
     int quality = Quality_Default;
     int horizontal_dpi = -1;

@@ -229,6 +229,7 @@ int Sample_Opacity(int x, int width)
 void Write_Tiff_File(const std::string& path, const Sample_Picture& picture, const Tiff_File_Options& options)
 {
     const std::string mode = std::string("w") + (options.big_endian ? "b" : "l") + (options.big ? "8" : "4");
+    TIFFSetWarningHandler(nullptr); // that private tags are unknown is no news
     const Handle out(TIFFOpen(path.c_str(), mode.c_str()), &TIFFClose);
     if (!out) Fail_With(path);
     for (int page = 0; page < options.pages; ++page) {

@@ -1,0 +1,190 @@
+#include "tests/bkimgutl/Reference_Pictures.h"
+#include "tests/bkimgutl/codecs/Tiff_Fixture.h"
+
+#include <random>
+#include <tiff.h>
+
+namespace {
+
+using Options = Tiff_File_Options;
+
+struct Hostile_Case {
+    const char* name;
+    std::vector<std::byte> bytes;
+    const char* error; ///< a part of the load's error
+};
+
+std::ostream& operator<<(std::ostream& out, const Hostile_Case& row)
+{
+    return out << row.name;
+}
+
+class Tiff_Hostile : public Tiff_Folder, public testing::WithParamInterface<Hostile_Case> {};
+class Tiff_Damaged : public Tiff_Folder {};
+
+constexpr std::uint16_t Short = 3, Long = 4;
+
+/// A grey picture without data, with entries in place of or besides its own.
+std::vector<std::byte> Grey_Tiff(std::vector<Raw_Entry> others, std::uint32_t next = 0, std::size_t tail_bytes = 0)
+{
+    std::vector<Raw_Entry> entries{{256, Long, 1, 16}, {257, Long, 1, 16}, {258, Short, 1, 8},
+                                   {259, Short, 1, 1}, {262, Short, 1, 1}, {273, Long, 1, 8},
+                                   {277, Short, 1, 1}, {278, Long, 1, 16}, {279, Long, 1, 256}};
+    for (const Raw_Entry& other : others) {
+        std::erase_if(entries, [&](const Raw_Entry& entry) { return entry.tag == other.tag; });
+        entries.push_back(other);
+    }
+    std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.tag < b.tag; });
+    return Raw_Tiff(entries, next, tail_bytes);
+}
+
+std::vector<std::byte> Bytes_Of(std::string_view text)
+{
+    const auto bytes = std::as_bytes(std::span(text));
+    return {bytes.begin(), bytes.end()};
+}
+
+std::vector<std::byte> With_Entry_Count(std::uint16_t count)
+{
+    auto bytes = Grey_Tiff({}, 0, 70000 * 12 / 10);
+    Tiff_Layout().Put(bytes.data() + 8, 2, count);
+    return bytes;
+}
+
+using namespace std::string_view_literals;
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Tiff_Hostile,
+    testing::Values(
+        Hostile_Case{"empty", {}, "empty"}, Hostile_Case{"two_bytes", Bytes_Of("II"), "too short"},
+        Hostile_Case{"a_text", Bytes_Of("This is no picture at all."), "no TIFF file"},
+        Hostile_Case{"a_jpeg_by_another_name", Bytes_Of("\xFF\xD8\xFF\xE0\0\x10JFIF\0\1\1"sv), "no TIFF file"},
+        Hostile_Case{"header_alone", Bytes_Of("II\x2A\0\x08\0\0\0"sv), "outside the file"},
+        Hostile_Case{"directory_far_outside", Bytes_Of("II\x2A\0\xFF\xFF\xFF\xFF"sv), "outside the file"},
+        Hostile_Case{"directory_in_the_header", Bytes_Of("II\x2A\0\x02\0\0\0"sv), "outside the file"},
+        Hostile_Case{"bigtiff_header_cut", Bytes_Of("II\x2B\0\x08\0\0\0"sv), "too short"},
+        Hostile_Case{"bigtiff_with_odd_offsets", Bytes_Of("II\x2B\0\x04\0\0\0\0\0\0\0\0\0\0\0"sv), "header is damaged"},
+        Hostile_Case{"bigtiff_directory_beyond_everything",
+                     Bytes_Of("II\x2B\0\x08\0\0\0\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"sv), "outside the file"},
+        Hostile_Case{"too_many_entries", With_Entry_Count(1025), "1025 entries"},
+        Hostile_Case{"most_entries_there_can_be", With_Entry_Count(65535), "65535 entries"},
+        Hostile_Case{"no_entries", With_Entry_Count(0), "empty"},
+        Hostile_Case{"no_width", Grey_Tiff({{256, Long, 1, 0}}), "no size"},
+        Hostile_Case{"huge_sides", Grey_Tiff({{256, Long, 1, 0xFFFFFFFF}, {257, Long, 1, 0xFFFFFFFF}}), "larger than"},
+        Hostile_Case{"huge_area", Grey_Tiff({{256, Long, 1, 100000}, {257, Long, 1, 100000}}), "larger than"},
+        Hostile_Case{"too_many_samples", Grey_Tiff({{277, Short, 1, 6}}), "6 samples"},
+        Hostile_Case{"samples_without_end", Grey_Tiff({{277, Short, 1, 65535}}), "65535 samples"},
+        Hostile_Case{"no_samples", Grey_Tiff({{277, Short, 1, 0}}), "0 samples"},
+        Hostile_Case{"too_many_strips", Grey_Tiff({{257, Long, 1, 2000000}, {278, Long, 1, 1}}), "strips or tiles"},
+        Hostile_Case{"too_many_strip_offsets", Grey_Tiff({{273, Long, 0x7FFFFFFF, 8}}), "strips or tiles"},
+        Hostile_Case{"too_many_tiles",
+                     Grey_Tiff({{256, Long, 1, 20000}, {257, Long, 1, 20000}, {322, Long, 1, 16}, {323, Long, 1, 16}}),
+                     "strips or tiles"},
+        Hostile_Case{
+            "a_tile_larger_than_memory",
+            Grey_Tiff({{322, Long, 1, 0x7FFFFFF0}, {323, Long, 1, 0x7FFFFFF0}, {324, Long, 1, 8}, {325, Long, 1, 256}}),
+            "t"},
+        Hostile_Case{"strip_outside_the_file", Grey_Tiff({{273, Long, 1, 0x7FFFFFFF}}), "cannot be decoded"},
+        Hostile_Case{"no_strips_at_all", Raw_Tiff({{256, Long, 1, 16}, {257, Long, 1, 16}}), "cannot be"},
+        Hostile_Case{"unknown_compression", Grey_Tiff({{259, Short, 1, 4711}}), "compression 4711"},
+        Hostile_Case{"old_jpeg_coding", Grey_Tiff({{259, Short, 1, 6}}), "old kind of JPEG"},
+        Hostile_Case{"unknown_colours", Grey_Tiff({{262, Short, 1, 32803}}), "colour kind 32803"},
+        Hostile_Case{"palette_without_colours", Grey_Tiff({{262, Short, 1, 3}}), ""},
+        Hostile_Case{"bits_beyond_all", Grey_Tiff({{258, Short, 1, 65}}), "65 bits"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_P(Tiff_Hostile, Gives_One_Clear_Line)
+{
+    Write_File(Path(), GetParam().bytes);
+    for (const int divisor : {1, 8}) {
+        const std::string error = Load_Error(Path(), divisor);
+        EXPECT_FALSE(error.empty());
+        EXPECT_NE(std::string::npos, error.find(GetParam().error)) << error;
+        EXPECT_EQ(std::string::npos, error.find('\n'));
+    }
+    // The other readers must survive it too, whatever they say.
+    const auto file = Open_File(Path());
+    (void)TIFF_Codec().Read_Facts(file);
+    (void)TIFF_Codec().Read_Comment(file);
+    (void)TIFF_Codec().Read_Script(file);
+    (void)TIFF_Codec().Read_EXIF(file);
+    (void)TIFF_Codec().Read_Profile(file);
+}
+
+TEST_F(Tiff_Damaged, Directories_In_A_Circle_End)
+{
+    Write_File(Path(), Grey_Tiff({}, /*next=*/8, 300));
+    const Bitmap bitmap = Loaded(Path());
+    EXPECT_FALSE(bitmap.Origin()->reduced);
+
+    // The EXIF directory is the first one again, and points to itself.
+    Write_File(Path(), Grey_Tiff({{34665, Long, 1, 8}, {40965, Long, 1, 8}, {34853, Long, 1, 8}}, 8, 300));
+    EXPECT_TRUE(TIFF_Codec().Read_EXIF(Open_File(Path())));
+}
+
+TEST_F(Tiff_Damaged, Values_Outside_The_File_Are_Errors)
+{
+    Write_File(Path(), Grey_Tiff({{270, 2, 500, 0x7FFFFFFF}, {34675, 7, 0x7FFFFFFF, 100}}, 0, 300));
+    EXPECT_FALSE(TIFF_Codec().Read_Comment(Open_File(Path())));
+    EXPECT_FALSE(TIFF_Codec().Read_Profile(Open_File(Path())));
+    EXPECT_EQ(16, Facts(Path()).width);
+}
+
+TEST_F(Tiff_Damaged, A_Truncated_Picture_Shows_What_Is_There_And_Says_So)
+{
+    for (const int compression : {COMPRESSION_NONE, COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_PACKBITS}) {
+        SCOPED_TRACE(compression);
+        Write_Tiff_File(Path(), Meadow(64, 64, 2), {.compression = compression, .rows_per_strip = 8});
+        const Bitmap whole = Loaded(Path());
+        // The directory stands at the end, so the strips are damaged in their middle instead of being cut off.
+        auto bytes = File_Bytes(Path());
+        std::fill(bytes.begin() + long(bytes.size() / 2), bytes.begin() + long(bytes.size() / 2 + 40), std::byte(0xFF));
+        Write_File(Path(), bytes);
+        const Bitmap bitmap = Loaded(Path());
+        EXPECT_EQ(Row_Bytes(whole.View(), 0), Row_Bytes(bitmap.View(), 0));
+        if (compression == COMPRESSION_ADOBE_DEFLATE) {
+            EXPECT_TRUE(bitmap.Origin()->damaged);
+        }
+    }
+}
+
+TEST_F(Tiff_Damaged, A_Strip_That_Ends_Outside_The_File_Is_Black_And_The_Picture_Damaged)
+{
+    auto bytes = Grey_Tiff({{278, Long, 1, 8}, {273, Long, 2, 122}, {279, Long, 2, 130}}, 0, 16 + 128);
+    const Tiff_Layout layout;
+    layout.Put(bytes.data() + 122, 4, 138);
+    layout.Put(bytes.data() + 126, 4, 0x00FFFFFF);
+    layout.Put(bytes.data() + 130, 4, 128);
+    layout.Put(bytes.data() + 134, 4, 128);
+    std::fill(bytes.begin() + 138, bytes.begin() + 138 + 128, std::byte(77));
+    Write_File(Path(), bytes);
+    const Bitmap bitmap = Loaded(Path());
+    EXPECT_EQ(77, bitmap.View().Row(7)[15]);
+    EXPECT_EQ(0, bitmap.View().Row(8)[0]);
+    EXPECT_TRUE(bitmap.Origin()->damaged);
+}
+
+TEST_F(Tiff_Damaged, Every_Shortening_And_Random_Damage_Ends_Well)
+{
+    Options options{.compression = COMPRESSION_LZW, .rows_per_strip = 4};
+    options.maker_note = "note";
+    options.description = "text";
+    Write_Tiff_File(Path("whole.tif"), Meadow(24, 16, 2), options);
+    const auto whole = File_Bytes(Path("whole.tif"));
+    std::mt19937 random(8);
+    for (std::size_t i = 0; i < 600; ++i) {
+        auto bytes = whole;
+        if (i % 2 == 0) bytes.resize(bytes.size() * i / 600);
+        for (std::size_t n = 0; n < i % 4 && !bytes.empty(); ++n) bytes[random() % bytes.size()] = std::byte(random());
+        Write_File(Path(), bytes);
+        const auto file = Open_File(Path());
+        (void)TIFF_Codec().Load(file, 1 + int(i % 3));
+        (void)TIFF_Codec().Read_Facts(file);
+        (void)TIFF_Codec().Read_EXIF(file);
+        const auto loaded = TIFF_Codec().Load(file, 1);
+        if (!loaded) continue;
+        (void)TIFF_Codec().Save({.bitmap = &*loaded, .target = Path("b.tif"), .comment = "x", .parent = Path()});
+    }
+}
