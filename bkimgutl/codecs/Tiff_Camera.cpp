@@ -38,7 +38,8 @@ public:
         if (!directory) return;
         Tiff_Branch child;
         for (const Tiff_Entry& entry : directory->entries) Take(entry, *directory, child);
-        into.children.emplace_back(tag, std::move(child));
+        child.tag = tag;
+        into.children.push_back(std::move(child));
     }
 
 private:
@@ -77,13 +78,13 @@ void Make_Classic(Tiff_Branch& branch, const Tiff_Layout& layout)
         field.value = std::move(value);
         return false;
     });
-    for (auto& [tag, child] : branch.children) Make_Classic(child, layout);
+    for (auto& child : branch.children) Make_Classic(child, layout);
 }
 
 const Tiff_Branch* Branch_With_Maker_Note(const Tiff_Branch& branch)
 {
     if (branch.maker_note_position != 0) return &branch;
-    for (const auto& [tag, child] : branch.children)
+    for (const auto& child : branch.children)
         if (const Tiff_Branch* found = Branch_With_Maker_Note(child)) return found;
     return nullptr;
 }
@@ -105,7 +106,7 @@ std::uint64_t Branch_Payload(const Tiff_Branch& branch)
 {
     std::uint64_t sum = 0;
     for (const Tiff_Field& field : branch.fields) sum += field.value.size();
-    for (const auto& [tag, child] : branch.children) sum += Branch_Payload(child);
+    for (const auto& child : branch.children) sum += Branch_Payload(child);
     return sum;
 }
 
@@ -147,7 +148,7 @@ Result<std::uint64_t> Tiff_Assembly::Place(Tiff_Fields fields, std::uint64_t mak
 Result<Tiff_Fields> Tiff_Assembly::Place_Children(const Tiff_Branch& branch)
 {
     Tiff_Fields pointers;
-    for (const auto& [tag, child] : branch.children) {
+    for (const auto& child : branch.children) {
         auto below = Place_Children(child); // two levels at most, see Branch_Reader
         if (!below) return below;
         Tiff_Fields fields = child.fields;
@@ -155,7 +156,7 @@ Result<Tiff_Fields> Tiff_Assembly::Place_Children(const Tiff_Branch& branch)
         if (fields.empty()) continue;
         const auto position = Place(std::move(fields), child.maker_note_position);
         if (!position) return tl::make_unexpected(position.error());
-        pointers.push_back(Offset_Field(layout_, tag, *position));
+        pointers.push_back(Offset_Field(layout_, child.tag, *position));
     }
     return pointers;
 }
@@ -188,14 +189,14 @@ bool Tells_Of_A_Camera(const Tiff_Branch& root)
 Result<std::vector<std::byte>> Classic_Structure(Tiff_Branch root, const Tiff_Layout& layout, std::uint64_t most_bytes)
 {
     Tiff_Fields first = root.fields;
-    for (const auto& [tag, child] : root.children) first.push_back(Offset_Field(layout, tag, 0));
+    for (const auto& child : root.children) first.push_back(Offset_Field(layout, child.tag, 0));
     const auto measured = Directory_Bytes(first, layout, 8, 0);
     if (!measured) return measured;
     Tiff_Assembly assembly(layout, 8 + measured->size());
     assembly.Reserve_Maker_Note(root, most_bytes);
     const auto pointers = assembly.Place_Children(root);
     if (!pointers) return tl::make_unexpected(pointers.error());
-    for (const auto& [tag, child] : root.children) Remove_Field(first, tag);
+    for (const auto& child : root.children) Remove_Field(first, child.tag);
     first.insert(first.end(), pointers->begin(), pointers->end());
     const auto directory = Directory_Bytes(std::move(first), layout, 8, 0);
     if (!directory) return directory;

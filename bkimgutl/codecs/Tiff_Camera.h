@@ -2,8 +2,6 @@
 
 #include "bkimgutl/codecs/Tiff_Fields.h"
 
-#include <utility>
-
 // Camera data: the directories under a picture's own one (EXIF, GPS, interoperability), taken out of one structure as
 // values and put together in another. Values stay byte for byte. A maker note may hold offsets from the beginning of its
 // file that nobody can mend, so it keeps its position wherever the new place has room for that.
@@ -11,7 +9,8 @@
 /// A directory with the directories below it.
 struct Tiff_Branch {
     Tiff_Fields fields; ///< without the ones that point to children
-    std::vector<std::pair<std::uint16_t, Tiff_Branch>> children;
+    std::vector<Tiff_Branch> children;
+    std::uint16_t tag = 0;                 ///< that points to it, of a child
     std::uint64_t maker_note_position = 0; ///< where the maker note stood; 0 without one
 };
 

@@ -60,7 +60,8 @@ bool Pixels_Are_As_Stored(const Save_Request& request, const Opened& parent, con
 {
     const auto& origin = request.bitmap->Origin();
     return origin && !origin->damaged && origin->identity == parent.file.Identity() &&
-           origin->symmetry == Symmetry_Of_Orientation(facts.orientation);
+           origin->symmetry == Symmetry_Of_Orientation(facts.orientation) &&
+           Coded_Data_Lies_Before(parent.structure.Size(), parent.structure, parent.directory);
 }
 
 /// What the new file must give back when it is read.

@@ -42,6 +42,16 @@ std::uint64_t Pieces(const Tiff_Structure& structure, const Tiff_Directory& dire
 
 } // namespace
 
+std::uint64_t Tiff_Piece_Count(const Tiff_Structure& structure, const Tiff_Directory& directory)
+{
+    const std::uint64_t width = structure.Number(directory, Tiff_Tag::Image_Width, 0);
+    const std::uint64_t height = structure.Number(directory, Tiff_Tag::Image_Length, 0);
+    if (width == 0 || height == 0) return 0;
+    const bool separate = structure.Number(directory, TIFFTAG_PLANARCONFIG, 1) == PLANARCONFIG_SEPARATE;
+    const std::uint64_t samples = structure.Number(directory, Tiff_Tag::Samples_Per_Pixel, 1);
+    return Pieces(structure, directory, width, height) * (separate ? samples : 1);
+}
+
 Result<void> Check_Tiff_Limits(const Tiff_Structure& structure, const Tiff_Directory& directory)
 {
     const Limits& limits = Current_Limits();
@@ -52,8 +62,7 @@ Result<void> Check_Tiff_Limits(const Tiff_Structure& structure, const Tiff_Direc
     if (samples == 0 || samples > std::uint64_t(limits.tiff_samples_per_pixel))
         return Failure("the picture has " + std::to_string(samples) + " samples per pixel, the limit is " +
                        std::to_string(limits.tiff_samples_per_pixel));
-    const bool separate = structure.Number(directory, TIFFTAG_PLANARCONFIG, 1) == PLANARCONFIG_SEPARATE;
-    std::uint64_t pieces = Pieces(structure, directory, width, height) * (separate ? samples : 1);
+    std::uint64_t pieces = Tiff_Piece_Count(structure, directory);
     for (const auto tag :
          {Tiff_Tag::Strip_Offsets, Tiff_Tag::Strip_Byte_Counts, Tiff_Tag::Tile_Offsets, Tiff_Tag::Tile_Byte_Counts})
         if (const Tiff_Entry* entry = directory.Find(tag)) pieces = std::max(pieces, entry->count);

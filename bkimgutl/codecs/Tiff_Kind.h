@@ -38,6 +38,9 @@ struct Tiff_Kind {
 /// Refuses hostile counts before the TIFF library opens the file: strips or tiles, samples, sizes of the picture.
 Result<void> Check_Tiff_Limits(const Tiff_Structure& structure, const Tiff_Directory& directory);
 
+/// Strips or tiles, of all planes, that a picture of these sides has; 0 without sides.
+std::uint64_t Tiff_Piece_Count(const Tiff_Structure& structure, const Tiff_Directory& directory);
+
 /// The kind of the current directory; a kind that cannot be shown fails with its reason. JPEG coded colours are set to
 /// come out as RGB.
 Result<Tiff_Kind> Kind_Of(tiff* handle);

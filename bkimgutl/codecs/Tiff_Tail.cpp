@@ -1,5 +1,6 @@
 #include "bkimgutl/codecs/Tiff_Tail.h"
 
+#include "bkimgutl/codecs/Tiff_Kind.h"
 #include "frame/files/Limits.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ bool Holds_Positions(const Tiff_Entry& entry)
 /// True when the file can do without everything from `start` on but the directory's own values.
 bool Can_Be_Cut(const Tiff_Structure& structure, const Tiff_Directory& directory, std::uint64_t start)
 {
-    if (directory.next >= start) return false;
+    if (directory.next >= start || !Coded_Data_Lies_Before(start, structure, directory)) return false;
     return std::none_of(directory.entries.begin(), directory.entries.end(), [&](const Tiff_Entry& entry) {
         if (!Holds_Positions(entry)) return false;
         const auto positions = structure.Numbers(entry, std::uint64_t(Current_Limits().tiff_strips));
@@ -47,6 +48,24 @@ bool Can_Be_Cut(const Tiff_Structure& structure, const Tiff_Directory& directory
 }
 
 } // namespace
+
+bool Coded_Data_Lies_Before(std::uint64_t end, const Tiff_Structure& structure, const Tiff_Directory& directory)
+{
+    const bool tiled = directory.Find(Tiff_Tag::Tile_Offsets) != nullptr;
+    const Tiff_Entry* at = directory.Find(tiled ? Tiff_Tag::Tile_Offsets : Tiff_Tag::Strip_Offsets);
+    const Tiff_Entry* sizes = directory.Find(tiled ? Tiff_Tag::Tile_Byte_Counts : Tiff_Tag::Strip_Byte_Counts);
+    if (at == nullptr || sizes == nullptr || at->count != sizes->count) return false;
+    if (at->count != Tiff_Piece_Count(structure, directory)) return false;
+    const auto most = std::uint64_t(Current_Limits().tiff_strips);
+    const auto starts = structure.Numbers(*at, most), lengths = structure.Numbers(*sizes, most);
+    if (!starts || !lengths) return false;
+    for (std::size_t i = 0; i < starts->size(); ++i) {
+        const std::uint64_t start = starts->at(i), length = lengths->at(i);
+        if (start < structure.Layout().Header_Size() || start > end || length > end - start || length == 0)
+            return false;
+    }
+    return true;
+}
 
 Result<Tiff_Base> Base_Of(const Tiff_Structure& structure, const Tiff_Directory& directory)
 {

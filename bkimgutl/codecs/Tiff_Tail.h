@@ -16,6 +16,10 @@ struct Tiff_Base {
     std::uint64_t next = 0; ///< the second directory
 };
 
+/// True when every strip or tile says where it stands, and stands behind the header and before `end`. Of other files
+/// decoders guess the sizes, so that what is shown may depend on what follows.
+bool Coded_Data_Lies_Before(std::uint64_t end, const Tiff_Structure& structure, const Tiff_Directory& directory);
+
 /// Cuts an old tail off in thought, if nothing but its own directory points into it.
 Result<Tiff_Base> Base_Of(const Tiff_Structure& structure, const Tiff_Directory& directory);
 

@@ -188,3 +188,17 @@ TEST_F(Tiff_Damaged, Every_Shortening_And_Random_Damage_Ends_Well)
         (void)TIFF_Codec().Save({.bitmap = &*loaded, .target = Path("b.tif"), .comment = "x", .parent = Path()});
     }
 }
+
+TEST_F(Tiff_Damaged, A_File_That_Leaves_The_Size_Of_Its_Data_To_Guess_Is_Written_Anew)
+{
+    // Its data would seem to go on into whatever a save appends.
+    auto bytes = Grey_Tiff({{279, Long, 1, 0}}, 0, 400);
+    for (std::size_t i = 130; i < bytes.size(); ++i) bytes[i] = std::byte(i & 255);
+    Tiff_Layout().Put(bytes.data() + 10 + 5 * 12 + 8, 4, 130);
+    Write_File(Path(), bytes);
+    const Bitmap bitmap = Loaded(Path());
+    ASSERT_EQ(130, bitmap.View().Row(0)[0]);
+    Save({.bitmap = &bitmap, .target = Path("b.tif"), .comment = "c", .parent = Path()});
+    EXPECT_TRUE(Same_Pixels(bitmap.View(), Loaded(Path("b.tif")).View()));
+    EXPECT_EQ(256U, Tag_Number(Path("b.tif"), Tiff_Tag::Strip_Byte_Counts));
+}

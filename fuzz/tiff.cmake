@@ -1,0 +1,1 @@
+hv_fuzz(tiff_fuzz Tiff_Fuzz.cpp bkimgutl)
