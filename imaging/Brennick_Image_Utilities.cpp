@@ -1,6 +1,5 @@
 #include "imaging/Brennick_Image_Utilities.h"
 
-#include "frame/files/Limits.h"
 #include "frame/text/Text_Utilities.h"
 
 #include <string>
@@ -10,10 +9,15 @@ namespace {
 int live_bitmaps = 0;
 QString last_load_error;
 
+// More than any text that is stored here may have: one that another program made longer is not cut in silence, the save
+// that would lose it is refused.
+constexpr int Text_Buffer_Bytes = 1 << 17;
+
 /// The bytes that one of the library's text functions gives; empty when it fails.
 template <class Byte, class Reader>
-QByteArray Bytes_Of_File(Reader reader, const QString& path, int type, int size)
+QByteArray Bytes_Of_File(Reader reader, const QString& path, int type)
 {
+    constexpr int size = Text_Buffer_Bytes;
     QByteArray buffer(size, '\0');
     std::int32_t length = 0;
     if (!reader(File_System_Bytes(path), type, reinterpret_cast<Byte*>(buffer.data()), size, &length)) return {};
@@ -105,17 +109,17 @@ bool Get_Dimensions(const QString& path, int type, File_Dimensions& dimensions)
 
 QString Get_Comment(const QString& path, int type)
 {
-    return QString::fromUtf8(Bytes_Of_File<char>(Get_File_Comment, path, type, Current_Limits().comment_bytes));
+    return QString::fromUtf8(Bytes_Of_File<char>(Get_File_Comment, path, type));
 }
 
 QString Get_Image_Script(const QString& path, int type)
 {
-    return QString::fromUtf8(Bytes_Of_File<char>(Get_File_Image_Script, path, type, Current_Limits().script_bytes));
+    return QString::fromUtf8(Bytes_Of_File<char>(Get_File_Image_Script, path, type));
 }
 
 QByteArray Get_EXIF_Data(const QString& path, int type)
 {
-    return Bytes_Of_File<unsigned char>(Get_File_EXIF_Data, path, type, Current_Limits().exif_bytes);
+    return Bytes_Of_File<unsigned char>(Get_File_EXIF_Data, path, type);
 }
 
 bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File_Contents& contents,

@@ -7,6 +7,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QStringDecoder>
 
 namespace {
 
@@ -152,22 +153,50 @@ Result<int> Test_File_Exists(const QString& file_name, bool raise_error)
     return QFileInfo(Existing_Path(file_name)).isFile() ? 1 : 0;
 }
 
+// A byte that is no UTF-8 becomes a low surrogate of its own, U+DC80 to U+DCFF, which valid text never has.
+
 std::string File_System_Bytes(const QString& path)
 {
-    const QByteArray bytes = QFile::encodeName(path);
-    return std::string(bytes.constData(), std::size_t(bytes.size()));
+    QByteArray bytes;
+    qsizetype done = 0;
+    for (qsizetype i = 0; i < path.size(); ++i) {
+        const bool is_byte = path[i].unicode() >= 0xDC80 && path[i].unicode() <= 0xDCFF;
+        if (!is_byte || (i > 0 && path[i - 1].isHighSurrogate())) continue;
+        bytes += QStringView(path).mid(done, i - done).toUtf8();
+        bytes += char(path[i].unicode() & 0xFF);
+        done = i + 1;
+    }
+    bytes += QStringView(path).mid(done).toUtf8();
+    return bytes.toStdString();
 }
 
 QString Path_From_Bytes(const QByteArray& bytes)
 {
-    return QFile::decodeName(bytes);
+    QStringDecoder whole(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString path = whole.decode(bytes);
+    if (!whole.hasError() && !path.contains(QChar(0xFEFF))) return path;
+    path.clear();
+    for (qsizetype i = 0; i < bytes.size();) {
+        const auto lead = static_cast<unsigned char>(bytes[i]);
+        const int length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        const QByteArray sequence = bytes.mid(i, length);
+        const QString character = QString::fromUtf8(sequence);
+        if (character.toUtf8() == sequence) {
+            path += character;
+            i += length;
+        } else {
+            path += QChar(char16_t(0xDC00 | lead));
+            ++i;
+        }
+    }
+    return path;
 }
 
 bool Is_Valid_File_Name(const QString& name)
 {
     if (name.isEmpty() || name == u"." || name == u"..") return false;
     if (name.contains(u'/') || name.contains(QChar(u'\0'))) return false;
-    return QFile::encodeName(name).size() <= Current_Limits().file_name_bytes;
+    return File_System_Bytes(name).size() <= std::size_t(Current_Limits().file_name_bytes);
 }
 
 bool Fits_File_Pattern(const QString& name, const QString& patterns)

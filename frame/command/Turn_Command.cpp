@@ -1,0 +1,56 @@
+#include "frame/command/Command_Line.h"
+#include "frame/command/File_Jobs.h"
+#include "frame/command/Stored_Pictures.h"
+
+namespace {
+
+const QString Overwrite = QStringLiteral("overwrite");
+
+Exit_Status Turn_Files(const Command_Line& line, int degrees, int flip_bits)
+{
+    return For_Each_File(line.Files(), [&](const QString& file) {
+        return Change_Picture(file, line.Has(Overwrite), [&](Single_Picture& picture) {
+            if (degrees == 0 && flip_bits == 0) return true;
+            picture.Item().Rotate = degrees;
+            picture.Item().Flip = flip_bits;
+            return picture.Form().Saving().Save_Rotation_And_Flips(picture.Key());
+        });
+    });
+}
+
+void Add_Overwrite(Command_Line& line)
+{
+    line.Add_Flag(Overwrite, QStringLiteral("Write over read-only files, and files that hold more than is kept."));
+}
+
+/// A negative angle in the first place would be taken for an option.
+QStringList With_Plain_Angle(QStringList arguments)
+{
+    if (!arguments.isEmpty())
+        if (const auto degrees = Right_Angle(arguments[0])) arguments[0] = QString::number(*degrees);
+    return arguments;
+}
+
+} // namespace
+
+Exit_Status Run_Rotate_Command(const QStringList& arguments)
+{
+    Command_Line line("rotate", Command_Line::Takes::Files);
+    line.Add_Fixed(QStringLiteral("DEGREES"));
+    Add_Overwrite(line);
+    if (const auto end = line.Parse(With_Plain_Angle(arguments))) return *end;
+    const auto degrees = Right_Angle(line.Fixed(0));
+    if (!degrees) return line.Complain(QStringLiteral("DEGREES is a multiple of 90, counterclockwise"));
+    return Turn_Files(line, *degrees, 0);
+}
+
+Exit_Status Run_Flip_Command(const QStringList& arguments)
+{
+    Command_Line line("flip", Command_Line::Takes::Files);
+    line.Add_Fixed(QStringLiteral("h|v"));
+    Add_Overwrite(line);
+    if (const auto end = line.Parse(arguments)) return *end;
+    const QString direction = line.Fixed(0);
+    if (direction != u"h" && direction != u"v") return line.Complain(QStringLiteral("the direction is h or v"));
+    return Turn_Files(line, 0, direction == u"h" ? Flip_Left_To_Right : Flip_Top_To_Bottom);
+}
