@@ -5,21 +5,11 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
 namespace {
-
-std::string Resolved(const std::string& path)
-{
-    char* real = realpath(path.c_str(), nullptr);
-    if (real == nullptr) return path;
-    std::string result = real;
-    std::free(real);
-    return result;
-}
 
 bool Same_File(const std::string& left, const std::string& right)
 {
@@ -39,7 +29,7 @@ bool Has_No_Links(int number)
 
 Result<Kept_Original> Kept_Original::Keep(const std::string& path)
 {
-    const std::string real = Resolved(path);
+    const std::string real = Final_Path(path);
     // A backup of another program may have the "~" name already; it is left alone.
     static constexpr std::array endings{"~", "~2", "~3", "~4", "~5", "~6", "~7", "~8", "~9"};
     int number = 0;
@@ -96,7 +86,7 @@ Result<void> Kept_Original::Put_Back()
 
 void Clear_Stale_Keep(const std::string& path)
 {
-    const std::string real = Resolved(path);
+    const std::string real = Final_Path(path);
     const std::string kept = real + "~";
     if (Same_File(real, kept)) unlink(kept.c_str());
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,6 +30,26 @@ std::string System_Error_Text(int number)
 {
     char buffer[256];
     return strerror_r(number, buffer, sizeof buffer);
+}
+
+std::string Final_Path(const std::string& path)
+{
+    if (char* real = realpath(path.c_str(), nullptr)) {
+        std::string result = real;
+        std::free(real);
+        return result;
+    }
+    // A link whose file is not there yet: it is made where the link points to, and the link stays one.
+    constexpr int Most_Links = 40;
+    std::string result = path;
+    for (int i = 0; i < Most_Links; ++i) {
+        char target[PATH_MAX];
+        const ssize_t length = readlink(result.c_str(), target, sizeof target);
+        if (length <= 0 || std::size_t(length) >= sizeof target) break;
+        const std::string next(target, std::size_t(length));
+        result = next.front() == '/' ? next : result.substr(0, result.rfind('/') + 1) + next;
+    }
+    return result;
 }
 
 Result<File_Identity> Identity_Of(const std::string& path)

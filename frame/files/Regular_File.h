@@ -49,5 +49,8 @@ private:
 /// The identity of what stands under `path` now, links followed.
 Result<File_Identity> Identity_Of(const std::string& path);
 
+/// The file that a chain of symbolic links ends at, whether it is there or not; the path itself where it is no link.
+std::string Final_Path(const std::string& path);
+
 /// The text of an errno value, for messages.
 std::string System_Error_Text(int number);

@@ -1,8 +1,6 @@
 #include "frame/files/Replacement_File.h"
 
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -22,16 +20,6 @@ std::string Folder_Of(const std::string& path)
     const auto slash = path.rfind('/');
     if (slash == std::string::npos) return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-/// The file that a chain of symbolic links ends at; the path itself where there is none yet.
-std::string Resolved(const std::string& path)
-{
-    char* real = realpath(path.c_str(), nullptr);
-    if (real == nullptr) return path;
-    std::string result = real;
-    std::free(real);
-    return result;
 }
 
 void Copy_Extended_Attributes(int from, int to)
@@ -96,7 +84,7 @@ Result<void> Set_Times(const std::string& path, const File_Times& times)
 Result<Replacement_File> Replacement_File::Open(const std::string& target, Replacement_Options options)
 {
     Replacement_File file;
-    file.target_ = Resolved(target);
+    file.target_ = Final_Path(target);
     file.options_ = std::move(options);
     struct stat facts {};
     if (stat(file.target_.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode))

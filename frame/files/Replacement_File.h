@@ -46,8 +46,9 @@ public:
     /// For codecs that seek: open for reading and writing, positioned by whoever uses it; not to be closed.
     int Descriptor() const { return descriptor_; }
 
-    /// Attributes, times, fsync, verify, rename over the target, fsync of the folder. On failure the target stands
-    /// as it was and the hidden file is gone.
+    /// Attributes, times, fsync, verify, rename over the target, fsync of the folder. On failure the hidden file is
+    /// gone and the target stands as it was; when only the last step failed, the new file stands there, whole, and may
+    /// not outlive a power cut.
     Result<void> Commit();
 
 private:
