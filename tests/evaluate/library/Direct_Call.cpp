@@ -274,13 +274,13 @@ Evaluated<Variable_View> Direct_Call::Find_Variable(const Variant& reference)
 QString Direct_Call::Input_Box(const Host_Input_Question& question)
 {
     questions += question.prompt + u'|' + question.title + u'|' + question.text;
-    return QStringLiteral("answer");
+    return QString();
 }
 
 int Direct_Call::Message_Box(const Host_Message& message)
 {
     questions += message.prompt + u'|' + message.title + u'|' + QString::number(message.buttons);
-    return 6;
+    return 1;
 }
 
 QString Direct_Call::Environment_Value(const QString& name)
