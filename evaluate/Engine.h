@@ -1,0 +1,166 @@
+#pragma once
+
+#include "evaluate/Program_Code.h"
+#include "evaluate/library/Library.h"
+#include "evaluate/variant/Variant_Array.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Formula {
+
+enum class Opcode : std::uint8_t;
+
+/// A code record made ready for running, one for each record and at the same index: a dense number beside the token
+/// word, and what its name meant at the first use.
+struct Instruction {
+    Opcode opcode;
+    std::uint8_t count = 0;  ///< of elements, indices or arguments
+    bool global = false;     ///< the variable stands in the main program
+    std::int32_t number = 0; ///< jump target, procedure, function row; for a variable its row
+    std::int32_t owner = -1; ///< the procedure for which the variable was found; -1 not yet
+};
+
+struct Block_Record {
+    Token_Word word = Token::None;
+    int target = 0; ///< where Exit goes
+};
+
+struct For_Record {
+    QString counter;
+    Variant value, limit, step;
+    Instruction place{}; ///< of the counter, as in a code record
+};
+
+/// The frames share three stacks: locals, blocks and loops of the running call stand on top of them.
+struct Call_Record {
+    int procedure = Program_Code::Main;
+    int return_address = 0;
+    std::size_t first_local = 0, first_block = 0, first_loop = 0, first_reference = 0;
+    Variant return_value;
+};
+
+/// Runs code records as a stack machine. The variables of the main program are those of its procedure record: frame 0
+/// and the table are one, so that a host sees them during a run and after it.
+class Engine : private Variable_Access {
+public:
+    Engine(Program_Code& code, Formula_Host_Services& services);
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    // Properties
+    bool prompt_uninitialized = true;
+    bool raise_errors = true;
+    unsigned allowed_access = All_Access;
+    std::int64_t instruction_limit;       ///< for one run
+    std::function<void()> process_events; ///< after every instruction from the 10,000th of a run on
+
+    void Code_Changed();                         ///< after a compile: counter 0, nothing resolved
+    void Variables_Changed();                    ///< after variables of the main program were removed
+    void Prepare(const Value_Table& predefined); ///< for a run from the beginning; the counter becomes 1
+    bool Run(bool step_only);
+    void Terminate();
+    void Clear_Run_Stacks(); ///< behind a run: drops all frames but the first
+
+    int Counter() const { return counter_; }
+    int Current_Statement() const; ///< ordinal of the statement at the counter; 0 before a run, -1 behind the last
+    const Evaluation_Error& Last_Error() const { return error_; }
+    void Clear_Error() { error_ = {}; }
+    Variant Take_Top(); ///< pops; Empty from an empty stack
+
+    Evaluated<Variant> Read_By_Name(const QString& name); ///< as an instruction would: may prompt
+    Variable_Cell* Find_Cell(int frame, QStringView name);
+    int Current_Frame() const { return int(frames_.size()) - 1; }
+    int Current_Procedure() const { return frames_.back().procedure; }
+    Library_Context& Context() { return context_; }
+
+private:
+    Evaluated<Variable_View> Find_Variable(const Variant& reference) override;
+
+    Error_Number Dispatch();
+    Error_Number Run_Slow(const Instruction& instruction);
+    Error_Number Count_Slowly();
+    void Finish() { counter_ = code_.Code_Count() + 1; }
+    void Decode();
+    Instruction Decoded(const Code_Record& record) const;
+    void Set_Step_Range();
+
+    // The operand stack
+    std::size_t Depth() const { return std::size_t(top_ - stack_.data()); }
+    Error_Number Grow_Stack();
+    Error_Number Push(Variant value);
+    Variant Pop_Unchecked();
+    void Drop_Items(std::size_t count);
+
+    // Variables
+    Variable_Cell* Resolve(Instruction& instruction, const QString& name);
+    Variable_Cell* Cell_Of(const Instruction& instruction)
+    {
+        if (instruction.global)
+            return &code_.procedures[Program_Code::Main].Variables.rows[std::size_t(instruction.number)];
+        return &locals_[frames_.back().first_local + std::size_t(instruction.number)];
+    }
+    Error_Number Read(Instruction& instruction, const QString& name, Variant& value);
+    Error_Number Read_Cell(Variable_Cell* cell, const QString& name, Variant& value);
+    Variable_Cell* Prompted_Variable(const QString& name);
+    bool May_Prompt() const;
+    QString Ask_For(const QString& prompt, const QString& title);
+    Error_Number Store(Instruction& instruction, const QString& name, Variant value);
+    Error_Number Make_Reference(const QString& name);
+
+    // Arrays
+    Error_Number Assign_Array(Instruction& instruction, const QString& name);
+    Error_Number Element(Instruction& instruction, const QString& name, bool store);
+    Error_Number Find_Element(const Variable_Cell& cell, int count, std::size_t& place);
+    Error_Number Re_Dim(Instruction& instruction, const QString& name, bool preserve);
+    Error_Number Pop_Bounds(std::vector<Array_Bound>& bounds);
+    Error_Number Erase(Instruction& instruction, const QString& name);
+    Error_Number Replace_Mid(const Variant& operand, bool bytes);
+
+    // Loops and blocks
+    Error_Number Set_Up_For();
+    Error_Number Test_For();
+    Error_Number For_Goes_On(const For_Record& loop, Variant& result) const;
+    bool Loop_Left() const { return loops_.size() > frames_.back().first_loop; }
+    Error_Number Push_Block(Token_Word word, int target);
+    void Pop_Block(Token_Word word);
+    Error_Number Exit_Block(Token_Word word);
+    Error_Number Jump_To(int target);
+
+    // Procedures
+    Error_Number Call(const Instruction& instruction);
+    Error_Number Enter_Procedure(const Instruction& instruction);
+    Error_Number Ask_For_Arguments(const Procedure_Record& procedure);
+    Error_Number Make_Frame(int procedure, int return_address);
+    Error_Number Take_Arguments(const Procedure_Record& procedure, std::size_t items);
+    Error_Number Take_Reference(const Variant& reference, Variant& value);
+    Error_Number Leave_Procedure();
+    Error_Number Copy_Back_References(const Procedure_Record& procedure, const Call_Record& frame);
+
+    // Built-ins
+    Error_Number Call_Built_In(const Instruction& instruction);
+    Error_Number Run_Built_In(const Built_In& built_in, std::size_t count);
+    Error_Number Push_Niladic(const Instruction& instruction);
+    Error_Number Randomize_From(const Variant& operand);
+
+    Program_Code& code_;
+    Formula_Host_Services& services_;
+    const Function_Row* functions_;
+    Library_Context context_;
+    std::vector<Instruction> instructions_;
+    std::vector<Variant> stack_; ///< item 0 is not used
+    Variant* top_ = nullptr;
+    Variant* last_ = nullptr; ///< the last item there is room for
+    std::vector<Call_Record> frames_;
+    std::vector<Variable_Cell> locals_;
+    std::vector<Block_Record> blocks_;
+    std::vector<For_Record> loops_;
+    std::vector<Variant> references_;
+    int counter_ = 0;
+    int first_code_ = 1, last_code_ = 0; ///< the range in which the main loop stays
+    std::int64_t instructions_run_ = 0;
+    Evaluation_Error error_;
+};
+
+} // namespace Formula

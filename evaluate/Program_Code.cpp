@@ -1,0 +1,107 @@
+#include "evaluate/Program_Code.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace Formula {
+
+int Variable_Table::Declare(const QString& name, int dimensions, int flags)
+{
+    const int row = int(rows.size());
+    Variable_Record& record = rows.emplace_back();
+    record.Name = name;
+    record.Dimensions = dimensions;
+    record.Flags = flags;
+    index_.Insert(name, row);
+    order_.clear();
+    return row;
+}
+
+void Variable_Table::Remove(int row)
+{
+    rows.erase(rows.begin() + row);
+    index_.Clear();
+    for (std::size_t i = 0; i < rows.size(); ++i) index_.Insert(rows[i].Name, int(i));
+    order_.clear();
+}
+
+void Variable_Table::Clear()
+{
+    rows.clear();
+    index_.Clear();
+    order_.clear();
+}
+
+int Variable_Table::Row_In_Order(int ordinal) const
+{
+    if (ordinal < 1 || ordinal > int(rows.size())) return -1;
+    if (order_.size() != rows.size()) {
+        order_.resize(rows.size());
+        std::iota(order_.begin(), order_.end(), 0);
+        std::sort(order_.begin(), order_.end(),
+                  [this](int a, int b) { return Name_Before(rows[std::size_t(a)].Name, rows[std::size_t(b)].Name); });
+    }
+    return order_[std::size_t(ordinal - 1)];
+}
+
+void Value_Table::Store(const QString& name, const Variant& value)
+{
+    const int row = index_.Find(name);
+    if (row != Name_Index::Not_Found) {
+        rows[std::size_t(row)].second = value;
+        return;
+    }
+    index_.Insert(name, int(rows.size()));
+    rows.emplace_back(name, value);
+}
+
+void Value_Table::Remove(QStringView name)
+{
+    const int row = index_.Find(name);
+    if (row == Name_Index::Not_Found) return;
+    rows.erase(rows.begin() + row);
+    index_.Clear();
+    for (std::size_t i = 0; i < rows.size(); ++i) index_.Insert(rows[i].first, int(i));
+}
+
+void Value_Table::Clear()
+{
+    rows.clear();
+    index_.Clear();
+}
+
+int Label_Table::Find_Or_Add(const QString& name)
+{
+    const int found = index_.Find(name);
+    if (found != Name_Index::Not_Found) return found;
+    index_.Insert(name, int(rows.size()));
+    rows.push_back({.Name = name});
+    return int(rows.size()) - 1;
+}
+
+Program_Code::Program_Code() : code(1)
+{
+    Find_Or_Add_Procedure(QStringLiteral("@Main"));
+    procedures[Main].Kind = Token::Sub;
+}
+
+int Program_Code::Find_Or_Add_Procedure(const QString& name)
+{
+    const int found = procedure_index.Find(name);
+    if (found != Name_Index::Not_Found) return found;
+    procedure_index.Insert(name, int(procedures.size()));
+    procedures.emplace_back().Name = name;
+    return int(procedures.size()) - 1;
+}
+
+std::vector<int> Program_Code::Procedures_In_Order() const
+{
+    std::vector<int> order(procedures.size() - 1);
+    std::iota(order.begin(), order.end(), 1);
+    std::sort(order.begin(), order.end(), [this](int a, int b) {
+        return Name_Before(procedures[std::size_t(a)].Name, procedures[std::size_t(b)].Name);
+    });
+    return order;
+}
+
+} // namespace Formula
