@@ -36,7 +36,7 @@ int bkcEvaluate::c_LastLikeEnd(const QString& Test_String, const QString& Find_P
 bool bkcEvaluate::c_IsArray(const Variant& Test_Reference)
 {
     const auto variable = engine_.Context().variables.Find_Variable(Test_Reference);
-    return variable && (variable->dimensions != 0 || variable->value->Is_Array());
+    return variable && variable->value->Is_Array();
 }
 
 bool bkcEvaluate::c_IsEmpty(const Variant& Test_Reference)

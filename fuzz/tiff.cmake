@@ -1,1 +1,0 @@
-hv_fuzz(tiff_fuzz Tiff_Fuzz.cpp bkimgutl)

@@ -1,0 +1,119 @@
+// What keeps a hostile formula from taking the machine, and what a host sees while a formula runs.
+
+#include "tests/evaluate/engine/Case_File.h"
+#include "tests/evaluate/engine/Scripted_Services.h"
+
+#include <gtest/gtest.h>
+
+using namespace Formula;
+
+namespace {
+
+class Engine_Limits : public testing::Test {
+protected:
+    QString Error_Of(const QString& program)
+    {
+        evaluator.Execute(program);
+        return evaluator.Last_Error().Description;
+    }
+
+    Scripted_Services services;
+    bkcEvaluate evaluator{services};
+};
+
+TEST_F(Engine_Limits, Parentheses_Nest_So_Deep_And_No_Deeper)
+{
+    const auto nested = [](int depth) { return QString(depth, u'(') + u'1' + QString(depth, u')'); };
+    EXPECT_EQ("Long 1", Shown(evaluator.Value(nested(900))).toStdString());
+    for (const int depth : {1100, 1'000'000}) {
+        EXPECT_TRUE(evaluator.Value(nested(depth)).Is_Empty());
+        EXPECT_EQ(2, evaluator.Last_Error().Code);
+        EXPECT_EQ("Compiler error allocating memory", evaluator.Last_Error().Description.toStdString());
+    }
+}
+
+TEST_F(Engine_Limits, Arguments_Nest_So_Deep_And_No_Deeper)
+{
+    const auto nested = [](int depth) { return QStringLiteral("Trim(").repeated(depth) + u'1' + QString(depth, u')'); };
+    EXPECT_EQ("String 1", Shown(evaluator.Value(nested(900))).toStdString());
+    EXPECT_TRUE(evaluator.Value(nested(100'000)).Is_Empty());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+}
+
+TEST_F(Engine_Limits, Statements_Nest_So_Deep_And_No_Deeper)
+{
+    EXPECT_EQ("Compiler error allocating memory",
+              Error_Of(QStringLiteral("If 1=1 Then\n").repeated(100'000)).toStdString());
+    EXPECT_EQ("Compiler error allocating memory",
+              Error_Of(QStringLiteral("If 1=1 Then ").repeated(100'000)).toStdString());
+    EXPECT_EQ("Compiler error allocating memory", Error_Of(QStringLiteral("Do\n").repeated(100'000)).toStdString());
+}
+
+TEST_F(Engine_Limits, A_Run_Ends_After_So_Many_Instructions)
+{
+    evaluator.Set_InstructionLimit(1000);
+    EXPECT_EQ("Expression too complex", Error_Of(QStringLiteral("Do\nLoop")).toStdString());
+    EXPECT_EQ("Expression too complex", Error_Of(QStringLiteral("again:\nGoTo again")).toStdString());
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = 1")));
+}
+
+TEST_F(Engine_Limits, Loops_Left_By_GoTo_End_In_An_Error)
+{
+    EXPECT_EQ("Out of stack space",
+              Error_Of(QStringLiteral("i = 0\nagain:\nFor i = 1 To 2\nGoTo again\nNext")).toStdString());
+}
+
+TEST_F(Engine_Limits, Operands_Left_On_The_Stack_End_In_An_Error)
+{
+    EXPECT_EQ("Out of stack space",
+              Error_Of(QStringLiteral("again:\nx = Tessary.List(1).Count\nGoTo again")).toStdString());
+}
+
+TEST_F(Engine_Limits, A_Text_That_Grows_Without_End)
+{
+    EXPECT_EQ("Out of string space", Error_Of(QStringLiteral("s = \"abcdefgh\"\nDo\ns = s & s\nLoop")).toStdString());
+}
+
+TEST_F(Engine_Limits, Events_Are_Processed_From_Instruction_Ten_Thousand_On)
+{
+    int calls = 0;
+    evaluator.Set_ProcessEvents([&] { ++calls; });
+    ASSERT_TRUE(evaluator.Execute(QStringLiteral("x = 1\nx = 2")));
+    EXPECT_EQ(0, calls);
+    // Each turn of the loop is one jump; the program is Do, and 10,004 of them.
+    evaluator.Set_InstructionLimit(10'004);
+    EXPECT_FALSE(evaluator.Execute(QStringLiteral("Do\nLoop")));
+    EXPECT_EQ(6, calls) << "after the instructions 10,000 to 10,005";
+}
+
+TEST_F(Engine_Limits, The_Host_Ends_A_Run_While_Events_Are_Processed)
+{
+    int calls = 0;
+    evaluator.Set_ProcessEvents([&] {
+        if (++calls == 3) evaluator.ExecutionTerminate();
+    });
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = 0\nDo\nx = x + 1\nLoop")));
+    EXPECT_EQ(3, calls);
+    EXPECT_EQ(-1, evaluator.SourceStatement());
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = 1"))) << "the next run starts anew";
+}
+
+TEST_F(Engine_Limits, The_Engine_Has_A_Text_For_Each_Of_Its_Numbers)
+{
+    const std::pair<int, const char*> texts[] = {
+        {32769, "Stack underflow"},          {32770, "Not an array"},           {32771, "Array index invalid"},
+        {32772, "Invalid array assignment"}, {32773, "Unknown constant"},       {32774, "Unknown variable"},
+        {32775, "Uninitialized variable"},   {32776, "Undimensioned variable"}, {32777, "Resource allocation error"},
+        {32778, "Execution engine error"}};
+    for (const auto& [number, text] : texts) EXPECT_EQ(text, Error_Description(Error_Number(number)));
+}
+
+TEST_F(Engine_Limits, A_Megabyte_Of_Names_Labels_And_Statements_Compiles)
+{
+    QString text;
+    for (int i = 0; text.size() < (1 << 20); ++i) text += QStringLiteral("v%1 = %1\nl%1:\n").arg(i);
+    EXPECT_TRUE(evaluator.Program(text));
+    EXPECT_GT(evaluator.VariableCount(), 30'000);
+}
+
+} // namespace
