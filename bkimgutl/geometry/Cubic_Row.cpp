@@ -107,7 +107,9 @@ HWY_INLINE Lanes Color_At(const Cubic_Place& place, std::ptrdiff_t step)
         right_sum = hn::Add(right_sum, hn::MulFixedPoint15(Levels(pixels, right), weight));
     }
     const hn::FixedTag<std::uint64_t, 2> d64;
-    const auto weights = hn::BitCast(d8, hn::Set(d64, *reinterpret_cast<const std::uint64_t*>(place.across)));
+    std::uint64_t across = 0;
+    std::memcpy(&across, place.across, sizeof across);
+    const auto weights = hn::BitCast(d8, hn::Set(d64, across));
     const auto left_weight = hn::BitCast(d, hn::TableLookupBytes(weights, hn::Load(d8, left_weights)));
     const auto right_weight = hn::BitCast(d, hn::TableLookupBytes(weights, hn::Load(d8, right_weights)));
     const auto sum = hn::Add(hn::MulFixedPoint15(left_sum, left_weight), hn::MulFixedPoint15(right_sum, right_weight));

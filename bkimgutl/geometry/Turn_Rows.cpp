@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 // Pixels move in squares of 4 x 4 (colour) or 16 x 16 (grey) that are transposed in registers. Squares are taken in bands
 // of rows of the result, narrow enough that a band's lines of source and result stay in the first cache.
-//
-// A colour store writes 16 bytes of which 12 count; the next square to the right mends the other 4. Bytes right of the
-// last square of a row belong to others, so that one is stored exactly.
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "bkimgutl/geometry/Turn_Rows.cpp"
@@ -148,13 +146,6 @@ HWY_INLINE void Store_Square(const Square& square, std::uint8_t* to, std::ptrdif
     hn::StoreU(square.row3, d, to + 3 * step);
 }
 
-void Store_Square_Exactly(const Square& square, std::uint8_t* to, std::ptrdiff_t step)
-{
-    HWY_ALIGN std::uint8_t bytes[64];
-    Store_Square(square, bytes, 16);
-    for (int i = 0; i < 4; ++i) std::memcpy(to + i * step, bytes + 16 * i, 12);
-}
-
 // A band jumps from row to row of the source, which no processor foresees.
 HWY_INLINE void Prefetch_Ahead(const Bitmap_View& from, int row, std::ptrdiff_t offset, int bytes)
 {
@@ -162,26 +153,46 @@ HWY_INLINE void Prefetch_Ahead(const Bitmap_View& from, int row, std::ptrdiff_t 
         for (int k = 0; k < bytes; k += 64) __builtin_prefetch(from.Row(i) + offset + k);
 }
 
+// Part of a band: `columns` pixels wide, a multiple of 4. It is put together in the first cache and leaves as whole lines;
+// written square by square, the lines of a band would travel half filled.
+struct Tile {
+    static constexpr int side = Transpose_Band;
+    static constexpr std::ptrdiff_t step = 3 * side + 16; // a square's last store runs over by 4
+    HWY_ALIGN std::uint8_t bytes[side * step];
+};
+
+void Fill_Tile(const Bitmap_View& from, int x, int columns, int y, int rows, Tile& tile)
+{
+    for (int column = 0; column < columns; column += 4) {
+        Prefetch_Ahead(from, x + column + 32, 3 * std::ptrdiff_t(y), 3 * rows);
+        for (int row = 0; row < rows; row += 4)
+            Store_Square(Transposed_Square(from, x + column, y + row), tile.bytes + row * Tile::step + 3 * column,
+                         Tile::step);
+    }
+}
+
+void Store_Tile(const Tile& tile, const Mutable_Bitmap_View& to, int x, int columns, int y, int rows)
+{
+    const auto bytes = 3 * std::size_t(columns);
+    for (int row = 0; row < rows; ++row)
+        std::memcpy(to.Row(y + row) + 3 * std::ptrdiff_t(x), tile.bytes + row * Tile::step, bytes);
+}
+
 void Transpose_Color(const Bitmap_View& from, const Mutable_Bitmap_View& to, int first, int end)
 {
     const int columns = to.width / 4 * 4; // rows of the source that fill squares
+    const auto tile_memory = std::make_unique<Tile>();
+    Tile& tile = *tile_memory;
     for (int band = first; band < end; band += band_rows) {
         const int band_end = std::min(end, band + band_rows);
         // A load takes 16 bytes: six pixels must be left in the source's row.
-        const int vector_end = band + std::max(0, std::min(band_end - band, from.width - 2 - band)) / 4 * 4;
-        for (int x = 0; x < columns; x += 4) {
-            const bool last = x + 6 > to.width;
-            Prefetch_Ahead(from, x + 16, 3 * std::ptrdiff_t(band), 3 * (band_end - band));
-            for (int y = band; y < vector_end; y += 4) {
-                const Square square = Transposed_Square(from, x, y);
-                std::uint8_t* place = to.Row(y) + 3 * std::ptrdiff_t(x);
-                if (last)
-                    Store_Square_Exactly(square, place, to.step);
-                else
-                    Store_Square(square, place, to.step);
-            }
-            Transpose_Plainly(from, to, x, x + 4, vector_end, band_end);
+        const int rows = std::max(0, std::min(band_end - band, from.width - 2 - band)) / 4 * 4;
+        for (int x = 0; x < columns; x += Tile::side) {
+            const int width = std::min(Tile::side, columns - x);
+            Fill_Tile(from, x, width, band, rows, tile);
+            Store_Tile(tile, to, x, width, band, rows);
         }
+        Transpose_Plainly(from, to, 0, columns, band + rows, band_end);
         Transpose_Plainly(from, to, columns, to.width, band, band_end);
     }
 }

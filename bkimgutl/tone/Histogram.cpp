@@ -58,7 +58,8 @@ private:
         for (std::size_t k = 0; k < 8; ++k, eight >>= 8) ++counts_[k][eight & 255];
     }
 
-    std::array<std::array<std::uint32_t, 256>, tables> counts_{};
+    // 16 more than needed: tables 4096 bytes apart would make the processor take one counter for another.
+    std::array<std::array<std::uint32_t, 256 + 16>, tables> counts_{};
 };
 
 // Rows of values of one component, and which of them count.
