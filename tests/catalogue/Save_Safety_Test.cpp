@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <random>
 #include <sched.h>
 #include <set>
@@ -28,6 +29,7 @@ protected:
     {
         for (int n = 1; n < 500; ++n) {
             form.Discard_All();
+            for (const std::string& name : folder.Names()) std::filesystem::remove(folder.File(name));
             Put_File(File("a.jpg"), old_contents);
             const int key = Pick(Path("a.jpg"));
             platform.dialogs.asked.clear();
