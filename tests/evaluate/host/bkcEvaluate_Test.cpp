@@ -247,7 +247,7 @@ TEST_F(Evaluator, Steps_Through_Statements)
         visited.push_back(evaluator.SourceStatement());
         if (visited.back() == -1) break;
     }
-    EXPECT_EQ((std::vector<int>{2, 3, 4, 5, 3, 4, 5, 3, -1}), visited);
+    EXPECT_EQ((std::vector<int>{2, 3, 4, 5, 3, 4, 5, 3, 5, -1}), visited);
     EXPECT_EQ(4, evaluator.Variable("y"_q)->Long());
     EXPECT_EQ(1, evaluator.SourceStatementBegin(1));
     EXPECT_EQ(7, evaluator.SourceStatementBegin(2));
