@@ -101,7 +101,7 @@ TEST_F(Save_Safety, A_Process_Killed_At_Any_Instant_Leaves_A_Whole_Picture)
                           : 2000;
     const unsigned seed = 20260314;
     std::mt19937 random(seed);
-    std::set<int> seen;
+    std::set<int> seen{int(old_contents.size())};
     for (int round = 0; round < kills; ++round) {
         const pid_t child = fork();
         ASSERT_GE(child, 0);
