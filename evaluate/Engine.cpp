@@ -264,10 +264,16 @@ Error_Number Engine::Dispatch()
         case Opcode::Store: {
             HV_NEED(1)
             Variable_Cell* cell = instruction.owner == frames_.back().procedure ? Cell_Of(instruction) : nullptr;
-            if (cell && cell->Dimensions == 0)
-                cell->Value = std::move(*top);
-            else
+            if (cell && cell->Dimensions == 0) {
+                if (top->Type() == Variant_Type::Long)
+                    cell->Value.Set_Long(top->Long());
+                else if (top->Type() == Variant_Type::Double)
+                    cell->Value.Set_Double(top->Double());
+                else
+                    cell->Value = std::move(*top);
+            } else {
                 error = Store(instruction, records[pc].Operand.Text(), std::move(*top));
+            }
             --top;
             break;
         }
@@ -286,9 +292,16 @@ Error_Number Engine::Dispatch()
         case Opcode::Less_Or_Equal: HV_COMPARISON(<=)
         case Opcode::Greater: HV_COMPARISON(>)
         case Opcode::Greater_Or_Equal: HV_COMPARISON(>=)
+        case Opcode::Modulo:
+            HV_NEED(2)
+            if (Both(top, Variant_Type::Long) && top[0].Long() > 0)
+                top[-1].Set_Long(top[-1].Long() % top[0].Long());
+            else
+                error = General_Binary(instruction.opcode, top);
+            --top;
+            break;
         case Opcode::Divide:
         case Opcode::Integer_Divide:
-        case Opcode::Modulo:
         case Opcode::Power:
         case Opcode::Concatenate:
         case Opcode::Like:
