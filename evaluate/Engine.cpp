@@ -28,7 +28,7 @@ bool Both(const Variant* top, Variant_Type type)
     return top[-1].Type() == type && top[0].Type() == type;
 }
 
-/// Both operands Long and the result too, or both Double and the result finite: most arithmetic there is.
+/// Both operands Long and the result too, or one Double and the result finite: most arithmetic there is.
 template <class Long_Way, class Double_Way>
 bool Quick_Arithmetic(Variant* top, Long_Way long_way, Double_Way double_way)
 {
@@ -38,8 +38,11 @@ bool Quick_Arithmetic(Variant* top, Long_Way long_way, Double_Way double_way)
         top[-1].Set_Long(result);
         return true;
     }
-    if (!Both(top, Variant_Type::Double)) return false;
-    const double result = double_way(top[-1].Double(), top[0].Double());
+    const auto real = [](const Variant& value) { return value.Type() == Variant_Type::Double; };
+    const auto whole = [](const Variant& value) { return value.Type() == Variant_Type::Long; };
+    if (!(real(top[-1]) && (real(top[0]) || whole(top[0]))) && !(whole(top[-1]) && real(top[0]))) return false;
+    const auto number = [&](const Variant& value) { return real(value) ? value.Double() : double(value.Long()); };
+    const double result = double_way(number(top[-1]), number(top[0]));
     if (!std::isfinite(result)) return false;
     top[-1].Set_Double(result);
     return true;
