@@ -448,7 +448,8 @@ Error_Number Engine::Push(Variant value)
 
 Variant Engine::Pop_Unchecked()
 {
-    return std::move(*top_--);
+    // A step that is repeated behind an error may find less than the compiler wrote.
+    return Depth() > 0 ? std::move(*top_--) : Variant();
 }
 
 void Engine::Drop_Items(std::size_t count)
