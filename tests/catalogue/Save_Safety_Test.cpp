@@ -66,16 +66,7 @@ protected:
     std::string old_contents = Contents_Of(File("a.jpg"));
 };
 
-TEST_F(Save_Safety, Every_Failing_Call_Leaves_A_Whole_Picture)
-{
-    Fail_Every_Call(EIO);
-}
-
-TEST_F(Save_Safety, Every_Failing_Call_Leaves_A_Whole_Picture_On_A_File_System_Without_Links)
-{
-    Failing_Calls::Refuse_Always("link", EPERM);
-    Fail_Every_Call(ENOSPC);
-}
+// The first test of its program: a child of fork has no threads, so the kernel must not have started any before.
 
 /// Saves again and again, with ever changing texts and pixels, until it is killed. Runs in a child process.
 [[noreturn]] void Save_For_Ever(const QString& path)
@@ -121,6 +112,17 @@ TEST_F(Save_Safety, A_Process_Killed_At_Any_Instant_Leaves_A_Whole_Picture)
         }
     }
     EXPECT_GT(seen.size(), 1U) << "no save came through: the test shows nothing";
+}
+
+TEST_F(Save_Safety, Every_Failing_Call_Leaves_A_Whole_Picture)
+{
+    Fail_Every_Call(EIO);
+}
+
+TEST_F(Save_Safety, Every_Failing_Call_Leaves_A_Whole_Picture_On_A_File_System_Without_Links)
+{
+    Failing_Calls::Refuse_Always("link", EPERM);
+    Fail_Every_Call(ENOSPC);
 }
 
 TEST_F(Save_Safety, A_Full_File_System_Gives_The_Message_And_Keeps_The_Picture)
