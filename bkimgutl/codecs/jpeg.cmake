@@ -21,7 +21,7 @@ list(APPEND bkimgutl_sources
     codecs/Save_Checks.h
     codecs/Stored_Text.cpp
     codecs/Stored_Text.h
-    codecs/Upright_Rows.cpp
-    codecs/Upright_Rows.h
+    codecs/Upright_Sink.cpp
+    codecs/Upright_Sink.h
     contract/Files.cpp
     contract/Parameters.cpp)
