@@ -279,6 +279,13 @@ TEST_F(Evaluator, Terminate_Leaves_Nothing_To_Step)
     EXPECT_TRUE(evaluator.Variable("y"_q)->Is_Empty());
 }
 
+TEST_F(Evaluator, A_Step_Is_Repeated_Behind_An_Error)
+{
+    evaluator.Program("Dim a()\nReDim a(5 To 1)"_q);
+    for (int step = 0; step < 20; ++step) evaluator.ExecuteStep();
+    EXPECT_EQ("32769 Stack underflow at 9", Error_Now());
+}
+
 TEST_F(Evaluator, Lists_Public_And_Undefined_Procedures)
 {
     ASSERT_TRUE(evaluator.Program(
