@@ -51,8 +51,9 @@ public:
     void Select_All();
     void Invert_Selection();
 
-    void Rotate_Clockwise() { Rotate_Selected(90); }
-    void Rotate_Counterclockwise() { Rotate_Selected(270); }
+    // Degrees run counterclockwise.
+    void Rotate_Clockwise() { Rotate_Selected(270); }
+    void Rotate_Counterclockwise() { Rotate_Selected(90); }
     void Rotate_Half() { Rotate_Selected(180); }
     void Flip_Horizontal() { Flip_Selected(Flip_Left_To_Right); }
     void Flip_Vertical() { Flip_Selected(Flip_Top_To_Bottom); }

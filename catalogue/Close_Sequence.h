@@ -7,15 +7,15 @@ class Close_Steps {
 public:
     virtual ~Close_Steps() = default;
     virtual bool Confirm_Abandon_Slide_Show() { return true; }
-    virtual void Take_Path_And_Pattern() {}  ///< from the folder pane into the program's defaults
-    virtual void Take_Printer_Name() {}      ///< empty when the system has none
+    virtual void Take_Path_And_Pattern() {} ///< from the folder pane into the program's defaults
+    virtual void Take_Printer_Name() {}     ///< empty when the system has none
     virtual void Detach_Folder_Pane() {}
-    virtual void Release_Pictures() {}       ///< what the window itself keeps of them
-    virtual void Save_Placement() {}         ///< window and splitters
+    virtual void Release_Pictures() {} ///< what the window itself keeps of them
+    virtual void Save_Placement() {}   ///< window and splitters
     virtual void Write_Settings(bool /*with_extensions*/) {}
     virtual void Release_Resize_Lists() {}
     virtual void Quit_Help() {}
-    virtual void Unload_Other_Windows() {}   ///< last opened first
+    virtual void Unload_Other_Windows() {} ///< last opened first
 };
 
 /// Decides whether the main window may close, and what happens on the way.

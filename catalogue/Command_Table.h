@@ -73,11 +73,11 @@ struct Command_Facts {
     bool show_running = false;
 };
 
-std::span<const Command> Command_Table();          ///< sorted by menu and number
-std::span<const Command> Commands_Of(Menu menu);   ///< in order
-const Command* Find_Command(Command_Id id);        ///< null when there is none
-std::span<const Menu> Menu_Bar();                  ///< the menus of the first level, left to right
-QString Menu_Title(Menu menu);                     ///< with its mnemonic
+std::span<const Command> Command_Table();        ///< sorted by menu and number
+std::span<const Command> Commands_Of(Menu menu); ///< in order
+const Command* Find_Command(Command_Id id);      ///< null when there is none
+std::span<const Menu> Menu_Bar();                ///< the menus of the first level, left to right
+QString Menu_Title(Menu menu);                   ///< with its mnemonic
 bool Is_Enabled(const Command& command, const Command_Facts& facts);
 
 /// The commands that are not there yet; they answer "Feature Not Implemented". A row without a handler stands here too.

@@ -12,10 +12,10 @@ struct Strip_Modifiers {
 };
 
 struct Strip_Action {
-    int current_index = 0;     ///< becomes the current picture; 0 leaves it
-    bool opens_popup = false;  ///< the menu of the filmstrip, at the pointer
-    bool blows_up = false;     ///< the full-window view
-    int cursor_index = 0;      ///< where the keyboard goes on from; 0 leaves it
+    int current_index = 0;    ///< becomes the current picture; 0 leaves it
+    bool opens_popup = false; ///< the menu of the filmstrip, at the pointer
+    bool blows_up = false;    ///< the full-window view
+    int cursor_index = 0;     ///< where the keyboard goes on from; 0 leaves it
 };
 
 enum class Strip_Button { Left, Right };
