@@ -4,6 +4,7 @@
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
+#include <vector>
 
 std::optional<Pixel_Size> New_Image_Size(const QString& text)
 {
@@ -18,5 +19,10 @@ std::optional<Pixel_Size> New_Image_Size(const QString& text)
 
 Bitmap_Handle New_White_Bitmap(Pixel_Size size)
 {
-    return Count_Bitmap(Create_Empty_Bitmap_CPP(size.width, size.height, 3, 8));
+    Owned_Bitmap bitmap(Count_Bitmap(Create_Empty_Bitmap_CPP(size.width, size.height, 3, 8)));
+    Bitmap_Facts facts;
+    if (!Get_Bitmap_Facts_CPP(bitmap.Get(), &facts)) return 0;
+    const std::vector<std::uint8_t> white(std::size_t(facts.stride) * std::size_t(facts.height), 255);
+    Put_Bitmap_Bytes_CPP(bitmap.Get(), white.data(), white.size());
+    return bitmap.Release();
 }

@@ -1,5 +1,6 @@
 #include "imaging/Tone_Tables.h"
 
+#include "bkimgutl/tone/Clip_Table.h"
 #include "frame/text/Number_Text.h"
 
 #include <algorithm>
@@ -96,15 +97,9 @@ Clip_Range Search_Clip_Range(const Histogram_Counts& histogram, int sample_count
 bool Build_Clip_Table(const Histogram_Counts& histogram, int sample_count, float shadow_clip, float highlight_clip,
                       Tone_Table& table)
 {
-    const Clip_Range range = Search_Clip_Range(histogram, sample_count, shadow_clip, highlight_clip);
-    const int distance = range.in_high - range.in_low;
-    if (distance == 0) return false;
-    const int reach = range.out_high - range.out_low;
-    table.fill(0);
-    for (int x = range.in_low; x < 256; ++x)
-        table[std::size_t(x)] =
-            std::clamp(((x - range.in_low) * reach + distance / 2) / distance + range.out_low, 0, 255);
-    return true;
+    const auto built = Clip_Table(histogram, sample_count, shadow_clip, highlight_clip); // as the kernels stretch
+    if (built) table = *built;
+    return built.has_value();
 }
 
 void Find_Clip_Points(const Histogram_Counts& histogram, int sample_count, float shadow_clip, float highlight_clip,

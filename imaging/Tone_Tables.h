@@ -28,7 +28,7 @@ struct Clip_Range {
     int out_high = 255;
 };
 
-/// The search behind the next two. sample_count is what the clips are fractions of.
+/// Where the two sides of a stretch lie. sample_count is what the clips are fractions of.
 Clip_Range Search_Clip_Range(const Histogram_Counts& histogram, int sample_count, float shadow_clip,
                              float highlight_clip);
 

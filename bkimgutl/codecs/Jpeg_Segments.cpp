@@ -179,7 +179,8 @@ Result<std::vector<std::byte>> Read_Segment(const Regular_File& file, const Jpeg
 std::vector<std::byte> Segment_Bytes(std::uint8_t marker, const std::vector<std::byte>& data)
 {
     const std::size_t length = data.size() + 2;
-    std::vector<std::byte> bytes{std::byte(0xFF), std::byte(marker), std::byte(length >> 8), std::byte(length)};
-    bytes.insert(bytes.end(), data.begin(), data.end());
+    const std::byte head[] = {std::byte(0xFF), std::byte(marker), std::byte(length >> 8), std::byte(length)};
+    std::vector<std::byte> bytes(sizeof head + data.size());
+    std::copy(data.begin(), data.end(), std::copy(std::begin(head), std::end(head), bytes.begin()));
     return bytes;
 }

@@ -2,7 +2,6 @@
 
 #include "frame/files/Regular_File.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <sys/stat.h>
@@ -31,10 +30,10 @@ Result<Kept_Original> Kept_Original::Keep(const std::string& path)
 {
     const std::string real = Final_Path(path);
     // A backup of another program may have the "~" name already; it is left alone.
-    static constexpr std::array endings{"~", "~2", "~3", "~4", "~5", "~6", "~7", "~8", "~9"};
+    constexpr int Most_Kept = 99;
     int number = 0;
-    for (const char* ending : endings) {
-        std::string kept = real + ending;
+    for (int i = 1; i <= Most_Kept; ++i) {
+        std::string kept = real + (i == 1 ? "~" : "~" + std::to_string(i));
         if (link(real.c_str(), kept.c_str()) == 0 || (errno == EEXIST && Same_File(real, kept)))
             return Kept_Original(real, std::move(kept), false);
         number = errno;
