@@ -31,11 +31,18 @@ int Open_For_Lock(const std::string& path)
     return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
 }
 
-/// -1 where the file cannot be locked: then the save goes on without, for the lock only keeps tidying hands away.
+/// -1 where the file cannot be locked: then the save goes on without, for the lock only keeps tidying hands away. One who
+/// looks whether it is locked holds it for an instant, so a refusal is tried again a few times.
 int Locked(const std::string& path)
 {
+    constexpr int Tries = 10;
+    constexpr int Microseconds_Between = 500;
     const int descriptor = Open_For_Lock(path);
-    if (descriptor >= 0 && flock(descriptor, LOCK_SH | LOCK_NB) == 0) return descriptor;
+    for (int i = 0; descriptor >= 0 && i < Tries; ++i) {
+        if (flock(descriptor, LOCK_SH | LOCK_NB) == 0) return descriptor;
+        if (errno != EWOULDBLOCK) break;
+        usleep(Microseconds_Between);
+    }
     if (descriptor >= 0) close(descriptor);
     return -1;
 }
