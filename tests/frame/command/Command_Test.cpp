@@ -289,6 +289,15 @@ TEST_F(Hv, Four_Turns_And_Two_Flips_Bring_The_Pixels_Back)
     }
 }
 
+TEST_F(Hv, A_Flip_Takes_The_Crop_Of_The_Script_To_The_Other_Side)
+{
+    Make("a.tif", "Crop(10,2,3,4)");
+    EXPECT_EQ(Run({Q("flip"), Q("h"), Q("a.tif")}).status, 0);
+    EXPECT_EQ(Get_Image_Script(Path("a.tif"), 0), Q("Crop(3,2,10,4)"));
+    EXPECT_EQ(Run({Q("flip"), Q("v"), Q("a.tif")}).status, 0);
+    EXPECT_EQ(Get_Image_Script(Path("a.tif"), 0), Q("Crop(3,4,10,2)"));
+}
+
 TEST_F(Hv, Save_Makes_Copies_And_Leaves_Originals_Alone)
 {
     Make("a.tif", "Crop(10,20,30,4)");
@@ -318,6 +327,20 @@ TEST_F(Hv, Snapshots_Are_Kept_Listed_And_Restored)
     EXPECT_EQ(Get_Comment(Path("a.tif"), 0), Q("first"));
     EXPECT_EQ(Run({Q("snapshot"), Q("list"), Q("a.tif")}).out.count(u'\n'), 2) << "what stood there is one now";
     EXPECT_EQ(Run({Q("snapshot"), Q("restore"), Q("a.tif")}).status, 1) << "no snapshot";
+}
+
+TEST_F(Hv, A_Picture_That_A_Crash_Left_Under_Its_Kept_Name_Is_Put_Back_Before_A_Change)
+{
+    Make("a.jpg");
+    Make("b.jpg");
+    ASSERT_TRUE(QFile::rename(Path("a.jpg"), Path("a.jpg~")));
+    EXPECT_EQ(Run({Q("info"), Q("a.jpg")}).status, 1) << "reading changes no folder";
+    const Answer answer = Run({Q("rotate"), Q("90"), Q("a.jpg"), Q("b.jpg")});
+    EXPECT_EQ(answer.status, 0) << answer.messages.toStdString();
+    EXPECT_EQ(answer.messages.count(Q("a.jpg: was put back after an interrupted save")), 1)
+        << answer.messages.toStdString();
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({Q("a.jpg"), Q("b.jpg")}));
+    EXPECT_EQ(Size("a.jpg").width, 48);
 }
 
 TEST_F(Hv, A_Full_Standard_Output_Is_No_Success)
