@@ -11,6 +11,7 @@
 #include "frame/ui/Qt_Platform.h"
 #include "frame/ui/Twips.h"
 
+#include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <clocale>
 #include <cstdlib>
@@ -39,6 +40,26 @@ void Take_Start_Folder(Program_State& state)
 {
     const QByteArray folder = qgetenv("HALVINE_START_FOLDER");
     if (!folder.isEmpty()) state.Default_Path = Path_From_Bytes(folder);
+}
+
+/// HALVINE_PALETTE=dark, for desktops that do not tell Qt that they are dark.
+void Take_Palette()
+{
+    if (qgetenv("HALVINE_PALETTE") != "dark") return;
+    QApplication::setStyle(QStringLiteral("fusion"));
+    const QColor window(0x2b, 0x2b, 0x2b);
+    const QColor text(0xee, 0xee, 0xee);
+    QPalette palette(text, window.lighter(140), window.lighter(200), window.darker(160), window.lighter(120), text,
+                     Qt::white, window.darker(130), window);
+    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x7e, 0xc8));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(0x6d, 0xb3, 0xff));
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::ToolTipBase, window.lighter(140));
+    palette.setColor(QPalette::ToolTipText, text);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x80));
+    QApplication::setPalette(palette);
 }
 
 int Run(const QString& command_line)
@@ -74,5 +95,6 @@ int main(int argc, char** argv)
     const auto arguments = Read_Arguments(argc, argv);
     if (!arguments) return Wrong_Usage;
     Describe(application);
+    Take_Palette();
     return Run(arguments->show);
 }
