@@ -40,6 +40,10 @@ public:
     /// kept, read with errors. `pixels_change` is false for a save of texts alone.
     bool Confirm_In_Place(Picture_Item& item, bool pixels_change);
 
+    /// False, with a message, when the record holds only a part of the file's script: storing it would lose the rest. A
+    /// script that was changed since is what the user wants.
+    bool Holds_Whole_Script(const Picture_Item& item);
+
 private:
     struct Job;
     bool Run(Job& job);

@@ -62,6 +62,7 @@ Outcome Series::Save(int key)
     }
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr) return Outcome::Skipped;
+    if (options_.Script_Option == Scripts::Save_With && !saver_.Holds_Whole_Script(*item)) return Outcome::Skipped;
     Load(*item, one);
     if ((!one.bitmap && !one.texts_alone) || !Confirm(*item, one) || (item = state_.pictures.Find(key)) == nullptr ||
         !Write(*item, one))
