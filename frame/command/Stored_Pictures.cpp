@@ -1,13 +1,27 @@
 #include "frame/command/Stored_Pictures.h"
 
+#include "catalogue/Recover_Folder.h"
 #include "frame/command/File_Jobs.h"
+#include "frame/command/Terminal.h"
 #include "frame/text/Text_Utilities.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QSet>
 
 QString Absolute_Path(const QString& file)
 {
     return file.startsWith(u'/') ? file : With_Trailing_Separator(QDir::currentPath()) + file;
+}
+
+void Recover_Folder_Of(const QString& file)
+{
+    static QSet<QString> recovered;
+    const QString folder = Folder_Part(Absolute_Path(file));
+    if (recovered.contains(folder)) return;
+    recovered.insert(folder);
+    Terminal_Platform platform(false);
+    for (const QString& name : Recover_Folder(platform.platform, folder))
+        Print_Message(name, QStringLiteral("was put back after an interrupted save"));
 }
 
 Result<Script_Item_Array> Stored_Items(const QString& file)
@@ -36,6 +50,7 @@ tl::unexpected<Error> Single_Picture::Refusal() const
 
 Result<void> Change_Picture(const QString& file, bool overwrite, const std::function<bool(Single_Picture&)>& change)
 {
+    Recover_Folder_Of(file);
     Single_Picture picture(file, overwrite);
     if (!picture.Is_Picked() || !change(picture)) return picture.Refusal();
     return {};

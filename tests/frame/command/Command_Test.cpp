@@ -393,6 +393,20 @@ TEST_F(Hv, Snapshots_Are_Kept_Listed_And_Restored)
     EXPECT_EQ(Run({Q("snapshot"), Q("restore"), Q("a.tif")}).status, 1) << "no snapshot";
 }
 
+TEST_F(Hv, A_Picture_That_A_Crash_Left_Under_Its_Kept_Name_Is_Put_Back_Before_A_Change)
+{
+    Make("a.jpg");
+    Make("b.jpg");
+    ASSERT_TRUE(QFile::rename(Path("a.jpg"), Path("a.jpg~")));
+    EXPECT_EQ(Run({Q("info"), Q("a.jpg")}).status, 1) << "reading changes no folder";
+    const Answer answer = Run({Q("rotate"), Q("90"), Q("a.jpg"), Q("b.jpg")});
+    EXPECT_EQ(answer.status, 0) << answer.messages.toStdString();
+    EXPECT_EQ(answer.messages.count(Q("a.jpg: was put back after an interrupted save")), 1)
+        << answer.messages.toStdString();
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({Q("a.jpg"), Q("b.jpg")}));
+    EXPECT_EQ(Size("a.jpg").width, 48);
+}
+
 TEST_F(Hv, A_Full_Standard_Output_Is_No_Success)
 {
     Make("a.jpg");
