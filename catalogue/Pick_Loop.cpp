@@ -77,9 +77,10 @@ std::optional<Picture_Item> Pick_Loop::Read_Picture(const File_Entry& entry)
     item.File_Size_KB = entry.File_Size_KB;
     item.Rotate = entry.Rotate;
     item.Interval_In_Seconds = entry.Interval;
-    Picture_Pictures::Make_Thumbnail(item);
-    if (!item.Thumbnail_Bitmap) return std::nullopt;
+    pictures_.Make_Thumbnail(item);
+    if (!item.Thumbnail_Bitmap && state_.view->Shows_Thumbnails()) return std::nullopt;
     Picture_Pictures::Read_Facts(item);
+    if (item.Horz_Pixels < 1) return std::nullopt;
     return item;
 }
 

@@ -41,7 +41,7 @@ private:
     void Show_Progress(const Run& run);
     void Yield_After(const Run& run, bool read);
     void Discard(bool all);
-    static std::optional<Picture_Item> Read_Picture(const File_Entry& entry);
+    std::optional<Picture_Item> Read_Picture(const File_Entry& entry);
 
     Catalogue_State& state_;
     Picture_Pictures& pictures_;

@@ -13,12 +13,6 @@ constexpr int First_Divisor = 8;
 constexpr int Cell_Side_Twips = 1920;
 constexpr int Twips_Per_Pixel = 15;
 
-Owned_Bitmap Load_Thumbnail(const Picture_Item& item)
-{
-    return Owned_Bitmap(
-        Load_Picture_Bitmap(item.Full_Name(), item.File_Type, item.Scale_Divisor, item.Rotate, item.Flip));
-}
-
 /// The smallest power-of-two reduction that still fills a cell, or 1 for a small picture.
 int Divisor_That_Fills_A_Cell(Pixel_Size at_first_divisor)
 {
@@ -69,6 +63,21 @@ Bitmap_Handle Picture_Pictures::Thumbnail_Adjusted(const Picture_Item& item, int
         {.divisor = item.Scale_Divisor, .rotation = rotation, .margin_division = Margin_Division::Truncated});
 }
 
+Owned_Bitmap Picture_Pictures::Load_Thumbnail(const Picture_Item& item) const
+{
+    if (!state_.view->Shows_Thumbnails()) return {};
+    return Owned_Bitmap(
+        Load_Picture_Bitmap(item.Full_Name(), item.File_Type, item.Scale_Divisor, item.Rotate, item.Flip));
+}
+
+void Picture_Pictures::Read_File_Facts(Picture_Item& item)
+{
+    const File_Entry entry = Entry_Of_File(item.Full_Name());
+    item.File_Date = Normalize_Date(entry.File_Date, true);
+    item.File_Size_KB = entry.File_Size_KB;
+    if (const auto identity = Identity_Of(File_System_Bytes(item.Full_Name()))) item.Identity = *identity;
+}
+
 void Picture_Pictures::Make_Thumbnail(Picture_Item& item)
 {
     item.Scale_Divisor = First_Divisor;
@@ -112,10 +121,7 @@ void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)
         Make_Thumbnail(item);
     else
         item.Thumbnail_Bitmap = Load_Thumbnail(item);
-    const File_Entry entry = Entry_Of_File(item.Full_Name());
-    item.File_Date = Normalize_Date(entry.File_Date, true);
-    item.File_Size_KB = entry.File_Size_KB;
-    if (const auto identity = Identity_Of(File_System_Bytes(item.Full_Name()))) item.Identity = *identity;
+    Read_File_Facts(item);
     state_.view->Draw_Thumbnail(index);
     Refresh_Current_Picture(item.Picture_Key);
 }

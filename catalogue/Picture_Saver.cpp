@@ -21,12 +21,13 @@ struct Picture_Saver::Job {
     Bitmap_Handle bitmap = 0;
     QString target;
     bool in_place = true;
-    bool keep_rotation = false; // the pixels do not hold the pending rotation
+    bool texts_alone = false; // the coded data stays, and the pending rotation with it
     bool error_message = true;
     int type = 0;
     int quality = Quality_Of_Parent;
     Script_Item_Array items{}; // what the file shall hold
     std::vector<int> clear_types{};
+    bool changed_meanwhile = false; // the file shows something else than the record
 };
 
 bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const QString& as_file_name,
@@ -106,13 +107,14 @@ bool Picture_Saver::Write(Job& job, Kept_Original* kept)
     if (item == nullptr) return false;
     const QString parent =
         kept != nullptr ? Path_From_Bytes(QByteArray::fromStdString(kept->Name())) : item->Full_Name();
-    return Save_Bitmap(job.bitmap, job.target, job.type,
-                       {.comment = item->Description,
-                        .script = Join_Script_Items(job.items),
-                        .parent = parent,
-                        .quality = job.quality,
-                        .horizontal_dpi = item->Horz_Resolution,
-                        .vertical_dpi = item->Vert_Resolution});
+    const File_Contents contents{.comment = item->Description,
+                                 .script = Join_Script_Items(job.items),
+                                 .parent = parent,
+                                 .quality = job.quality,
+                                 .horizontal_dpi = item->Horz_Resolution,
+                                 .vertical_dpi = item->Vert_Resolution};
+    if (job.texts_alone) return Save_Texts_Of_File(job.target, contents);
+    return Save_Bitmap(job.bitmap, job.target, job.type, contents);
 }
 
 void Picture_Saver::Report_Failure(const Job& job, const QString& tail)
@@ -124,10 +126,11 @@ void Picture_Saver::Report_Failure(const Job& job, const QString& tail)
 void Picture_Saver::After_Success(const Job& job)
 {
     if (Picture_Item* item = state_.pictures.Find(job.key); item != nullptr && job.in_place) {
-        if (!job.keep_rotation) item->Rotate = item->Flip = 0;
+        if (!job.texts_alone) item->Rotate = item->Flip = 0;
         item->Script_Items = job.items;
         item->Description_Modified = false;
     }
+    if (job.texts_alone) return Take_New_Texts(job);
     const Pixel_Size saved = Size_Of_Bitmap(job.bitmap);
     const std::vector<int> shown = state_.pictures.Indices_From_Name(job.target);
     for (const int index : shown) {
@@ -147,20 +150,28 @@ void Picture_Saver::After_Success(const Job& job)
     if (shown.empty()) pick_.Add_Picture_By_File_Name(job.target);
 }
 
+/// Every record of the file is the file's again; what it shows has not changed.
+void Picture_Saver::Take_New_Texts(const Job& job)
+{
+    for (const int index : state_.pictures.Indices_From_Name(job.target))
+        if (job.changed_meanwhile)
+            pictures_.Reload_Picture_Thumbnail(index, true);
+        else
+            Picture_Pictures::Read_File_Facts(state_.pictures.Item(index));
+}
+
 bool Picture_Saver::Save_Texts(int key)
 {
     Picture_Item* item = state_.pictures.Find(key);
     if (item == nullptr) return false;
     if (!Confirm_Writable(state_.platform.dialogs, item->Full_Name(), QStringLiteral("overwrite"), true)) return false;
-    Owned_Bitmap bitmap(Load_Bitmap(item->Full_Name(), item->File_Type, 1, 0));
-    item->Source_Warnings = bitmap ? Get_Bitmap_Source_Warnings_CPP(bitmap.Get()) : -1;
-    Job job = In_Place_Job(*item, bitmap.Get());
-    job.keep_rotation = true;
-    if (!bitmap) {
-        Report_Failure(job, QStringLiteral("\r\n") + Last_Load_Error());
-        return false;
-    }
-    if (!Confirm_In_Place(*item, false) || !Run(job)) return false;
+    if ((item = state_.pictures.Find(key)) == nullptr || !Confirm_In_Place(*item, false)) return false;
+    if ((item = state_.pictures.Find(key)) == nullptr) return false; // a question lets events run
+    Job job = In_Place_Job(*item, 0);
+    job.texts_alone = true;
+    const auto identity = Identity_Of(File_System_Bytes(job.target));
+    job.changed_meanwhile = identity && *identity != item->Identity;
+    if (!Run(job)) return false;
     if ((item = state_.pictures.Find(key)) != nullptr) item->Script_Modified = false;
     return true;
 }
@@ -231,14 +242,15 @@ In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_chan
         const Owned_Bitmap stored(Load_Bitmap(name, item.File_Type, 1, 0));
         if (stored) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(stored.Get());
     }
-    const int warnings = std::max(item.Source_Warnings, 0);
+    // Texts alone leave the coded data as it is, and so lose nothing of it.
+    const int warnings = pixels_change ? std::max(item.Source_Warnings, 0) : 0;
     if ((warnings & Warning_Damaged) != 0) {
         dialogs.Refuse(name +
                        QStringLiteral(" was read with errors and can't be saved over itself, save a copy instead."));
         return In_Place_Answer::Nothing;
     }
     if (!Confirm_Identity(item)) return In_Place_Answer::Nothing;
-    if (!pixels_change || (warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
+    if ((warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
     const Message question{.text =
                                name + QStringLiteral(" holds more than is kept by a save (more than 8 bits, several "
                                                      "pages or transparency), do you wish to overwrite?\r\nTo save "

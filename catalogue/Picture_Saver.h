@@ -57,6 +57,7 @@ private:
     bool Write(Job& job, Kept_Original* kept);
     void Report_Failure(const Job& job, const QString& tail);
     void After_Success(const Job& job);
+    void Take_New_Texts(const Job& job);
     Job In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const;
     bool Save_Snapshot_Of(const Picture_Item& item);
     bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);

@@ -33,7 +33,11 @@ public:
 
 private:
     Terminal_Platform platform_;
-    Halvine_Form form_{platform_.platform};
+    struct No_Window final : Catalogue_View {
+        bool Shows_Thumbnails() const override { return false; }
+    };
+    No_Window window_;
+    Halvine_Form form_{platform_.platform, &window_};
     int key_ = 0;
 };
 

@@ -180,7 +180,7 @@ TEST(Table_Map, Agrees_With_The_Reference_For_Every_Mask)
 {
     const Table red = Random_Table(1), green = Random_Table(2), blue = Random_Table(3), luminance = Random_Table(4);
     For_Every_Target([&] {
-        for (const auto size : Edge_Sizes())
+        for (const auto size : Edge_Case_Sizes())
             for (const int depth : {1, 3})
                 for (int mask = 1; mask < 16; ++mask) {
                     const Bitmap source = Random_Picture(size.width, size.height, depth, unsigned(size.width + mask));
@@ -249,7 +249,7 @@ TEST(Hsv_Map, Agrees_With_The_Reference_At_Every_Size)
 {
     const Table saturation = Scale_Table(2.1), value = Random_Table(8);
     For_Every_Target([&] {
-        for (const auto size : Edge_Sizes())
+        for (const auto size : Edge_Case_Sizes())
             for (const int depth : {1, 3}) {
                 const Bitmap source = Random_Picture(size.width, size.height, depth, unsigned(size.width));
                 const auto actual = Hsv_Table_Mapped(source.View(), saturation.data(), value.data());

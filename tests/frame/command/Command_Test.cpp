@@ -289,6 +289,15 @@ TEST_F(Hv, Four_Turns_And_Two_Flips_Bring_The_Pixels_Back)
     }
 }
 
+TEST_F(Hv, A_Flip_Takes_The_Crop_Of_The_Script_To_The_Other_Side)
+{
+    Make("a.tif", "Crop(10,2,3,4)");
+    EXPECT_EQ(Run({Q("flip"), Q("h"), Q("a.tif")}).status, 0);
+    EXPECT_EQ(Get_Image_Script(Path("a.tif"), 0), Q("Crop(3,2,10,4)"));
+    EXPECT_EQ(Run({Q("flip"), Q("v"), Q("a.tif")}).status, 0);
+    EXPECT_EQ(Get_Image_Script(Path("a.tif"), 0), Q("Crop(3,4,10,2)"));
+}
+
 TEST_F(Hv, Save_Makes_Copies_And_Leaves_Originals_Alone)
 {
     Make("a.tif", "Crop(10,20,30,4)");

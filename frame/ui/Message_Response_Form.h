@@ -1,0 +1,26 @@
+#pragma once
+
+#include "frame/ports/Platform.h"
+
+#include <QtWidgets/QDialog>
+
+/// A question with buttons of its own, such as Yes, Yes To All, No, Cancel. Closing the window is Cancel.
+class Message_Response_Form final : public QDialog {
+    Q_OBJECT
+
+public:
+    struct Button {
+        QString caption;
+        Response_Code code;
+    };
+
+    /// platform    keeps the window's place; null: the window is centred over its owner
+    /// standard    what Enter answers
+    Message_Response_Form(const Platform* platform, const QString& Dialog_Caption, const QString& Dialog_Prompt,
+                          const std::vector<Button>& buttons, Response_Code standard, QWidget* parent);
+    Response_Code Response(); ///< shows the window until it is answered
+
+private:
+    void Add_Buttons(const std::vector<Button>& buttons, Response_Code standard, class QHBoxLayout& row);
+    Response_Code code_ = Response_Code::Cancel;
+};
