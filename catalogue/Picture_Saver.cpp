@@ -254,14 +254,15 @@ In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_chan
         const Owned_Bitmap stored(Load_Bitmap(name, item.File_Type, 1, 0));
         if (stored) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(stored.Get());
     }
-    const int warnings = std::max(item.Source_Warnings, 0);
+    // Texts alone leave the coded data as it is, and so lose nothing of it.
+    const int warnings = pixels_change ? std::max(item.Source_Warnings, 0) : 0;
     if ((warnings & Warning_Damaged) != 0) {
         dialogs.Refuse(name +
                        QStringLiteral(" was read with errors and can't be saved over itself, save a copy instead."));
         return In_Place_Answer::Nothing;
     }
     if (!Confirm_Identity(item)) return In_Place_Answer::Nothing;
-    if (!pixels_change || (warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
+    if ((warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
     const Message question{.text =
                                name + QStringLiteral(" holds more than is kept by a save (more than 8 bits, several "
                                                      "pages or transparency), do you wish to overwrite?\r\nTo save "

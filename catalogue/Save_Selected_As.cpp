@@ -131,8 +131,7 @@ Outcome Series::Confirm(Picture_Item& item, One& one)
         return asked || Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
     }
     if (!Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true)) return Outcome::Skipped;
-    const bool pixels_change = options_.Script_Option == Scripts::Run || one.rotation != 0 || one.quality >= 0;
-    switch (saver_.Ask_In_Place(item, pixels_change)) {
+    switch (saver_.Ask_In_Place(item, !one.texts_alone)) {
     case In_Place_Answer::Overwrite: return Outcome::Saved;
     case In_Place_Answer::Save_Copy: return Ask_For_Copy(item, one);
     case In_Place_Answer::Nothing: break;
