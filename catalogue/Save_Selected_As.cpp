@@ -30,14 +30,16 @@ private:
         int rotation = 0;
         Owned_Bitmap bitmap{};
         QString script{};
-        bool in_place = false;
-        bool texts_alone = false;    // the coded data goes as it is
-        bool looks_the_same = false; // as the record, which so keeps its thumbnail
+        bool in_place = false;        // over the picture's own file
+        bool is_copy_instead = false; // the user kept the original and named a copy
+        bool texts_alone = false;     // the coded data goes as it is
+        bool looks_the_same = false;  // as the record, which so keeps its thumbnail
     };
     Outcome Ask_For_Target(const Picture_Item& item, One& one);
     void Name_Target(const Picture_Item& item, One& one);
     void Load(Picture_Item& item, One& one);
-    bool Confirm(Picture_Item& item, const One& one);
+    Outcome Confirm(Picture_Item& item, One& one);
+    Outcome Ask_For_Copy(const Picture_Item& item, One& one);
     bool Write(const Picture_Item& item, const One& one);
     void Bring_Record_In_Line(int key, const One& one);
 
@@ -62,10 +64,11 @@ Outcome Series::Save(int key)
     }
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr) return Outcome::Skipped;
+    if (options_.Script_Option == Scripts::Save_With && !saver_.Holds_Whole_Script(*item)) return Outcome::Skipped;
     Load(*item, one);
-    if ((!one.bitmap && !one.texts_alone) || !Confirm(*item, one) || (item = state_.pictures.Find(key)) == nullptr ||
-        !Write(*item, one))
-        return Outcome::Skipped;
+    if (!one.bitmap && !one.texts_alone) return Outcome::Skipped;
+    if (const Outcome outcome = Confirm(*item, one); outcome != Outcome::Saved) return outcome;
+    if ((item = state_.pictures.Find(key)) == nullptr || !Write(*item, one)) return Outcome::Skipped;
     Bring_Record_In_Line(key, one);
     return Outcome::Saved;
 }
@@ -83,6 +86,7 @@ Outcome Series::Ask_For_Target(const Picture_Item& item, One& one)
     const Qualified_Name name = Split_Qualifier(picked.front());
     one.target = name.name;
     Parse_Save_Qualifier(name.name, name.qualifier, one.type, one.quality);
+    one.in_place = Is_Same_File(one.target, item.Full_Name());
     return Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
 }
 
@@ -119,13 +123,28 @@ void Series::Load(Picture_Item& item, One& one)
     one.script = Join_Script_Items(items);
 }
 
-bool Series::Confirm(Picture_Item& item, const One& one)
+Outcome Series::Confirm(Picture_Item& item, One& one)
 {
     User_Dialogs& dialogs = state_.platform.dialogs;
-    if (!one.in_place) return options_.Save_Option == Target::Prompted_Copy || Confirm_Overwrite(dialogs, one.target);
-    const bool pixels_change = options_.Script_Option == Scripts::Run || one.rotation != 0 || one.quality >= 0;
-    return Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true) &&
-           saver_.Confirm_In_Place(item, pixels_change);
+    if (!one.in_place) {
+        const bool asked = options_.Save_Option == Target::Prompted_Copy;
+        return asked || Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
+    }
+    if (!Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true)) return Outcome::Skipped;
+    switch (saver_.Ask_In_Place(item, !one.texts_alone)) {
+    case In_Place_Answer::Overwrite: return Outcome::Saved;
+    case In_Place_Answer::Save_Copy: return Ask_For_Copy(item, one);
+    case In_Place_Answer::Nothing: break;
+    }
+    return Outcome::Skipped;
+}
+
+Outcome Series::Ask_For_Copy(const Picture_Item& item, One& one)
+{
+    const Outcome outcome = Ask_For_Target(item, one);
+    if (outcome == Outcome::Saved && one.in_place) return Outcome::Skipped; // the same file again is no copy
+    one.is_copy_instead = true;
+    return outcome;
 }
 
 bool Series::Write(const Picture_Item& item, const One& one)
@@ -152,7 +171,8 @@ bool Series::Write(const Picture_Item& item, const One& one)
 void Series::Bring_Record_In_Line(int key, const One& one)
 {
     Picture_Item* item = state_.pictures.Find(key);
-    if (item == nullptr || options_.Save_Option != Target::Original) return;
+    const bool is_copy = options_.Save_Option != Target::Original && !one.in_place;
+    if (item == nullptr || is_copy || one.is_copy_instead) return;
     item->Description_Modified = false;
     if (options_.Script_Option != Scripts::Ignore) item->Script_Modified = false;
     if (!one.in_place) return; // another type: the record goes on with its own file
