@@ -44,15 +44,24 @@ Bitmap_Handle Picture_Pictures::Load_Adjusted(Picture_Item& item, int rotate_del
                                      {.divisor = scale_divisor, .rotation = item.Rotate + rotate_delta});
 }
 
-Bitmap_Handle Picture_Pictures::Thumbnail(const Picture_Item& item, int rotate_delta, bool& is_copy) const
+bool Picture_Pictures::Ensure_Thumbnail(Picture_Item& item) const
+{
+    if (!item.Thumbnail_Bitmap) item.Thumbnail_Bitmap = Load_Thumbnail(item);
+    return bool(item.Thumbnail_Bitmap);
+}
+
+Bitmap_Handle Picture_Pictures::Thumbnail(Picture_Item& item, int rotate_delta, bool& is_copy) const
 {
     is_copy = rotate_delta != 0;
-    if (!is_copy) return item.Thumbnail_Bitmap.Get();
+    if (!is_copy) {
+        Ensure_Thumbnail(item);
+        return item.Thumbnail_Bitmap.Get();
+    }
     return Load_Picture_Bitmap(item.Full_Name(), item.File_Type, item.Scale_Divisor,
                                Normal_Rotation(item.Rotate + rotate_delta), item.Flip);
 }
 
-Bitmap_Handle Picture_Pictures::Thumbnail_Adjusted(const Picture_Item& item, int rotate_delta, bool& is_copy) const
+Bitmap_Handle Picture_Pictures::Thumbnail_Adjusted(Picture_Item& item, int rotate_delta, bool& is_copy) const
 {
     Bitmap_Handle bitmap = Thumbnail(item, rotate_delta, is_copy);
     if (bitmap == 0) return 0;
@@ -105,8 +114,12 @@ void Picture_Pictures::Read_Facts(Picture_Item& item)
     item.Description_Modified = false;
     item.Script_Items.Clear();
     item.Script_Modified = false;
-    if (const QString script = Get_Image_Script(name, item.File_Type); !script.isEmpty())
-        Parse_Script_Items(script, item.Script_Items); // what could be split before a fault stays
+    item.Script_Fault.clear();
+    if (!Image_Script_Is_Readable(name, item.File_Type))
+        item.Script_Fault = Last_Image_Error();
+    else if (const QString script = Get_Image_Script(name, item.File_Type); !script.isEmpty())
+        // What could be split before a fault stays.
+        item.Script_Fault = Script_Status_Text(Parse_Script_Items(script, item.Script_Items));
     const auto camera = Camera_Record_Of_File(name, item.File_Type);
     item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
     if (const auto identity = Identity_Of(File_System_Bytes(name))) item.Identity = *identity;
@@ -134,10 +147,8 @@ void Picture_Pictures::Rotate_Picture(int key, int angle)
     // Flips come after the rotation: a picture that is mirrored once turns the other way round as seen.
     const bool mirrored = item->Flip == Flip_Left_To_Right || item->Flip == Flip_Top_To_Bottom;
     const int seen_angle = Normal_Rotation(mirrored ? -angle : angle);
-    if (seen_angle != 0 || !item->Thumbnail_Bitmap) {
-        Owned_Bitmap turned(item->Thumbnail_Bitmap && seen_angle % 90 == 0
-                                ? Rotate_Bitmap(item->Thumbnail_Bitmap.Get(), seen_angle)
-                                : 0);
+    if (seen_angle != 0 && item->Thumbnail_Bitmap) { // one that was given up is read again when it is needed
+        Owned_Bitmap turned(seen_angle % 90 == 0 ? Rotate_Bitmap(item->Thumbnail_Bitmap.Get(), seen_angle) : 0);
         item->Thumbnail_Bitmap = turned ? std::move(turned) : Load_Thumbnail(*item);
     }
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(key));

@@ -9,8 +9,10 @@ public:
 
     Bitmap_Handle Load(Picture_Item& item, int rotate_delta, int scale_divisor);
     Bitmap_Handle Load_Adjusted(Picture_Item& item, int rotate_delta, int scale_divisor);
-    Bitmap_Handle Thumbnail(const Picture_Item& item, int rotate_delta, bool& is_copy) const;
-    Bitmap_Handle Thumbnail_Adjusted(const Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    /// A thumbnail that was given up to save memory is read again, at the record's divisor.
+    Bitmap_Handle Thumbnail(Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    Bitmap_Handle Thumbnail_Adjusted(Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    bool Ensure_Thumbnail(Picture_Item& item) const; ///< false when the file cannot be read any more
 
     /// Loads the thumbnail at divisor 8 and again at the smallest power of two that still fills a cell.
     /// Nothing where no view shows thumbnails.

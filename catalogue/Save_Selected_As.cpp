@@ -64,6 +64,7 @@ Outcome Series::Save(int key)
     }
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr) return Outcome::Skipped;
+    if (options_.Script_Option == Scripts::Save_With && !saver_.Holds_Whole_Script(*item)) return Outcome::Skipped;
     Load(*item, one);
     if (!one.bitmap && !one.texts_alone) return Outcome::Skipped;
     if (const Outcome outcome = Confirm(*item, one); outcome != Outcome::Saved) return outcome;

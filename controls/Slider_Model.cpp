@@ -6,6 +6,6 @@ QString Slider_Model::Legend() const
 {
     if (!ShowLegend) return {};
     // A whole scale shows whole numbers, whatever the type of the scale.
-    const QVariant shown = Legend_Scale == 1 ? QVariant(Bar.Value()) : QVariant(Bar.Value() * Legend_Scale);
+    const QVariant shown = Legend_Scale == 1 ? QVariant(Value) : QVariant(Value * Legend_Scale);
     return LegendText + Format_Value(shown, LegendFormatString);
 }

@@ -21,7 +21,7 @@ struct Message {
 struct Input_Question {
     QString prompt;
     QString title = QStringLiteral("Halvine");
-    QString text; ///< what stands in the field at first
+    QString text{}; ///< what stands in the field at first
 };
 
 /// What a button of the dialogs with their own buttons answers. Hosts compare the numbers: never renumber.
@@ -29,10 +29,10 @@ enum class Response_Code { None = 0, Yes = 1, Yes_To_All = 2, No = 3, Cancel = 4
 
 /// A folder or file picker ("bkcExplorer").
 struct Picker_Question {
-    QString caption;
-    QString folder;  ///< where it starts
-    QString name;    ///< proposed name; may carry a save qualifier behind the name
-    QString pattern; ///< "*.jpg;*.jif;*.tif"
+    QString caption{};
+    QString folder{};  ///< where it starts
+    QString name{};    ///< proposed name; may carry a save qualifier behind the name
+    QString pattern{}; ///< "*.jpg;*.jif;*.tif"
     enum class Kind { Save_File, Open_File, Open_Files, Folder } kind = Kind::Save_File;
 };
 

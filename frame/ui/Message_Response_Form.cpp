@@ -33,16 +33,19 @@ Message_Response_Form::Message_Response_Form(const Platform* platform, const QSt
     top->addWidget(prompt, 1);
     auto* row = new QHBoxLayout;
     row->addStretch();
-    Add_Buttons(buttons, standard, *row);
+    QPushButton* standard_button = Add_Buttons(buttons, standard, *row);
     auto* column = new QVBoxLayout(this);
     column->addLayout(top, 1);
     column->addLayout(row);
+    if (standard_button != nullptr) standard_button->setFocus(); // only now is it a child of this window
     adjustSize();
     if (platform != nullptr) new Form_Frame(*this, *platform, QStringLiteral("Halvine-Message"));
 }
 
-void Message_Response_Form::Add_Buttons(const std::vector<Button>& buttons, Response_Code standard, QHBoxLayout& row)
+QPushButton* Message_Response_Form::Add_Buttons(const std::vector<Button>& buttons, Response_Code standard,
+                                                QHBoxLayout& row)
 {
+    QPushButton* standard_button = nullptr;
     for (const Button& button : buttons) {
         auto* push = new QPushButton(button.caption);
         push->setAutoDefault(true);
@@ -52,8 +55,9 @@ void Message_Response_Form::Add_Buttons(const std::vector<Button>& buttons, Resp
             accept();
         });
         row.addWidget(push);
-        if (button.code == standard) push->setFocus();
+        if (button.code == standard) standard_button = push;
     }
+    return standard_button;
 }
 
 Response_Code Message_Response_Form::Response()

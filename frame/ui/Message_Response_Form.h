@@ -4,6 +4,9 @@
 
 #include <QtWidgets/QDialog>
 
+class QHBoxLayout;
+class QPushButton;
+
 /// A question with buttons of its own, such as Yes, Yes To All, No, Cancel. Closing the window is Cancel.
 class Message_Response_Form final : public QDialog {
     Q_OBJECT
@@ -21,6 +24,6 @@ public:
     Response_Code Response(); ///< shows the window until it is answered
 
 private:
-    void Add_Buttons(const std::vector<Button>& buttons, Response_Code standard, class QHBoxLayout& row);
+    QPushButton* Add_Buttons(const std::vector<Button>& buttons, Response_Code standard, QHBoxLayout& row);
     Response_Code code_ = Response_Code::Cancel;
 };
