@@ -14,7 +14,8 @@ using Table = std::array<std::int32_t, 256>;
 /// What ours and the peers work with; lives as long as the program.
 struct Tone_Inputs {
     Table red, green, blue, saturation, value;
-    cv::Mat tables{1, 256, CV_8UC3}, hsv_tables{1, 256, CV_8UC3}, hsv, out;
+    // Not in braces: those would make a matrix of the three numbers.
+    cv::Mat tables = cv::Mat(1, 256, CV_8UC3), hsv_tables = cv::Mat(1, 256, CV_8UC3), hsv, out;
     std::optional<Bitmap> result;
 
     Tone_Inputs()

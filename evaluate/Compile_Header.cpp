@@ -74,13 +74,14 @@ bool Compiler::Compile_Argument_Default(Argument_Record& argument)
 bool Compiler::Compile_Procedure()
 {
     int procedure = 0;
+    const int position = token_.start;
     if (!Compile_Header(procedure) || !Expect_Next()) return false;
     if (!Require(Token::End_Of_Line, "Function or Sub statement syntax error")) return false;
     // References into the table do not live across statements, which may add procedures to it.
     const auto record = [&]() -> Procedure_Record& { return code_.procedures[std::size_t(procedure)]; };
     current_ = procedure;
     record().Entry = Next_Address();
-    Emit(Token::Procedure_Entry, Variant(record().Name));
+    Emit(Token::Procedure_Entry, Variant(record().Name), position);
     if (!Compile_Statements_Until({Token::End, Token::End_Of_Source})) return false;
     if (!Compile_Procedure_End(record().Kind)) return false;
     current_ = Program_Code::Main; // also at the end of one that stands inside another

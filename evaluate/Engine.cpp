@@ -28,7 +28,7 @@ bool Both(const Variant* top, Variant_Type type)
     return top[-1].Type() == type && top[0].Type() == type;
 }
 
-/// Both operands Long and the result too, or both Double and the result finite: most arithmetic there is.
+/// Both operands Long and the result too, or one Double and the result finite: most arithmetic there is.
 template <class Long_Way, class Double_Way>
 bool Quick_Arithmetic(Variant* top, Long_Way long_way, Double_Way double_way)
 {
@@ -38,8 +38,11 @@ bool Quick_Arithmetic(Variant* top, Long_Way long_way, Double_Way double_way)
         top[-1].Set_Long(result);
         return true;
     }
-    if (!Both(top, Variant_Type::Double)) return false;
-    const double result = double_way(top[-1].Double(), top[0].Double());
+    const auto real = [](const Variant& value) { return value.Type() == Variant_Type::Double; };
+    const auto whole = [](const Variant& value) { return value.Type() == Variant_Type::Long; };
+    if (!(real(top[-1]) && (real(top[0]) || whole(top[0]))) && !(whole(top[-1]) && real(top[0]))) return false;
+    const auto number = [&](const Variant& value) { return real(value) ? value.Double() : double(value.Long()); };
+    const double result = double_way(number(top[-1]), number(top[0]));
     if (!std::isfinite(result)) return false;
     top[-1].Set_Double(result);
     return true;
@@ -264,10 +267,16 @@ Error_Number Engine::Dispatch()
         case Opcode::Store: {
             HV_NEED(1)
             Variable_Cell* cell = instruction.owner == frames_.back().procedure ? Cell_Of(instruction) : nullptr;
-            if (cell && cell->Dimensions == 0)
-                cell->Value = std::move(*top);
-            else
+            if (cell && cell->Dimensions == 0) {
+                if (top->Type() == Variant_Type::Long)
+                    cell->Value.Set_Long(top->Long());
+                else if (top->Type() == Variant_Type::Double)
+                    cell->Value.Set_Double(top->Double());
+                else
+                    cell->Value = std::move(*top);
+            } else {
                 error = Store(instruction, records[pc].Operand.Text(), std::move(*top));
+            }
             --top;
             break;
         }
@@ -286,9 +295,16 @@ Error_Number Engine::Dispatch()
         case Opcode::Less_Or_Equal: HV_COMPARISON(<=)
         case Opcode::Greater: HV_COMPARISON(>)
         case Opcode::Greater_Or_Equal: HV_COMPARISON(>=)
+        case Opcode::Modulo:
+            HV_NEED(2)
+            if (Both(top, Variant_Type::Long) && top[0].Long() > 0)
+                top[-1].Set_Long(top[-1].Long() % top[0].Long());
+            else
+                error = General_Binary(instruction.opcode, top);
+            --top;
+            break;
         case Opcode::Divide:
         case Opcode::Integer_Divide:
-        case Opcode::Modulo:
         case Opcode::Power:
         case Opcode::Concatenate:
         case Opcode::Like:
@@ -432,7 +448,8 @@ Error_Number Engine::Push(Variant value)
 
 Variant Engine::Pop_Unchecked()
 {
-    return std::move(*top_--);
+    // A step that is repeated behind an error may find less than the compiler wrote.
+    return Depth() > 0 ? std::move(*top_--) : Variant();
 }
 
 void Engine::Drop_Items(std::size_t count)

@@ -121,6 +121,7 @@ private:
     // Loops and blocks
     Error_Number Set_Up_For();
     Error_Number Test_For();
+    bool Quick_Test(For_Record& loop);
     Error_Number For_Goes_On(const For_Record& loop, Variant& result) const;
     bool Loop_Left() const { return loops_.size() > frames_.back().first_loop; }
     Error_Number Push_Block(Token_Word word, int target);

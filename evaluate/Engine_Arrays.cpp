@@ -80,7 +80,10 @@ Error_Number Engine::Pop_Bounds(std::vector<Array_Bound>& bounds)
 
 Error_Number Engine::Re_Dim(Instruction& instruction, const QString& name, bool preserve)
 {
-    std::vector<Array_Bound> bounds(std::size_t(Pop_Unchecked().Long())); // the compiler wrote 1 to 3
+    const Variant dimensions = Pop_Unchecked(); // the compiler wrote 1 to 3
+    if (dimensions.Type() != Variant_Type::Long || dimensions.Long() < 1 || dimensions.Long() > 3)
+        return Error_Number::Stack_Underflow;
+    std::vector<Array_Bound> bounds(std::size_t(dimensions.Long()));
     if (const Error_Number error = Pop_Bounds(bounds); error != Error_Number::None) return error;
     Variable_Cell* cell = Resolve(instruction, name);
     if (!cell) return Error_Number::Unknown_Variable;

@@ -174,10 +174,27 @@ Error_Number Engine::Set_Up_For()
     return Error_Number::None;
 }
 
+/// The same as the general way for what nearly all loops are made of: Longs, and room for one more item.
+bool Engine::Quick_Test(For_Record& loop)
+{
+    const auto is_long = [](const Variant& value) { return value.Type() == Variant_Type::Long; };
+    if (!is_long(loop.value) || !is_long(loop.step) || !is_long(loop.limit) || top_ == last_) return false;
+    Variable_Cell* counter = Resolve(loop.place, loop.counter);
+    std::int32_t next = 0;
+    if (!counter || counter->Dimensions != 0 || __builtin_add_overflow(loop.value.Long(), loop.step.Long(), &next))
+        return false;
+    loop.value.Set_Long(next);
+    counter->Value.Set_Long(next);
+    const bool goes_on = loop.step.Long() > 0 ? next <= loop.limit.Long() : next < 0 && next >= loop.limit.Long();
+    std::construct_at(++top_, goes_on);
+    return true;
+}
+
 Error_Number Engine::Test_For()
 {
     if (!Loop_Left()) return Error_Number::None; // and nothing on the stack: the jump behind will notice
     For_Record& loop = loops_.back();
+    if (Quick_Test(loop)) return Error_Number::None;
     if (const Error_Number error = Add(loop.value, loop.step); error != Error_Number::None) return error;
     Variable_Cell* counter = Resolve(loop.place, loop.counter);
     if (!counter || (counter->Dimensions != 0 && raise_errors)) return Error_Number::Execution_Engine;

@@ -23,6 +23,8 @@ list(APPEND hv_evaluate_sources
     Program_Code.h
     Scanner.cpp
     Scanner.h
+    System_Host.cpp
+    System_Host.h
     Token_Word.h
     bkcEvaluate.cpp
     bkcEvaluate.h

@@ -24,6 +24,7 @@ const Command* Find_Command(const QString& name);
 // One file each; Command_Table.cpp has the row.
 Exit_Status Run_Camera_Command(const QStringList& arguments);
 Exit_Status Run_Describe_Command(const QStringList& arguments);
+Exit_Status Run_Eval_Command(const QStringList& arguments);
 Exit_Status Run_Flip_Command(const QStringList& arguments);
 Exit_Status Run_Histogram_Command(const QStringList& arguments);
 Exit_Status Run_Info_Command(const QStringList& arguments);

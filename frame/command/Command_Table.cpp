@@ -14,6 +14,7 @@ constexpr Command Commands[] = {
     {"flip", "h|v FILE...", "Mirror the stored pixels left to right (h) or top to bottom (v)", &Run_Flip_Command},
     {"snapshot", "save FILE... | list FILE... | restore SNAPSHOT", "Keep, list and restore dated copies",
      &Run_Snapshot_Command},
+    {"eval", "TEXT", "Print the value of a formula", &Run_Eval_Command},
     {"histogram", "FILE", "Count the levels of a picture as rendered", &Run_Histogram_Command},
 };
 

@@ -7,7 +7,6 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QStringDecoder>
 
 namespace {
 
@@ -172,9 +171,8 @@ std::string File_System_Bytes(const QString& path)
 
 QString Path_From_Bytes(const QByteArray& bytes)
 {
-    QStringDecoder whole(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString path = whole.decode(bytes);
-    if (!whole.hasError() && !path.contains(QChar(0xFEFF))) return path;
+    QString path = QString::fromUtf8(bytes);
+    if (path.toUtf8() == bytes) return path;
     path.clear();
     for (qsizetype i = 0; i < bytes.size();) {
         const auto lead = static_cast<unsigned char>(bytes[i]);

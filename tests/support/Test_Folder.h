@@ -34,6 +34,15 @@ void Become_Ordinary_User();
 int Wait_For(int child);
 } // namespace support_detail
 
+/// The same as the user that runs the tests.
+template <class Work>
+int In_A_Child(Work work)
+{
+    const int child = support_detail::Fork();
+    if (child == 0) support_detail::Leave(work());
+    return support_detail::Wait_For(child);
+}
+
 template <class Work>
 int As_Ordinary_User(Work work)
 {

@@ -1,3 +1,4 @@
+#include "dev/samples/Tiff_File.h"
 #include "tests/bkimgutl/codecs/Jpeg_Fixture.h"
 
 #include <sys/stat.h>
@@ -365,6 +366,38 @@ TEST_F(Jpeg_Save, A_Parent_That_Is_No_Picture_Is_An_Error)
     EXPECT_NE(std::string::npos, Error_Text().find("missing.jpg"));
     EXPECT_FALSE(Save(New_Picture(), Path("a.jpg"), {.parent = Put("text.jpg", {'n', 'o', 'n', 'e', '!'})}));
     EXPECT_FALSE(std::filesystem::exists(Path("a.jpg")));
+}
+
+/// What a profile stands for in a TIFF file.
+std::string Long_Profile()
+{
+    std::string profile(70'000, 'p'); // more than one segment holds
+    profile.replace(16, 4, "RGB ");
+    return profile;
+}
+
+TEST_F(Jpeg_Save, A_TIFF_Parent_Gives_Camera_Data_Profile_And_The_Default_Quality)
+{
+    constexpr std::uint16_t profile_tag = 34675;
+    const Sample_Picture seen = Meadow(48, 32, 1);
+    Tiff_File_Options options{.orientation = 6, .make = "Sample Works", .model = "Field Camera 2"};
+    options.private_tags = {{profile_tag, Long_Profile()}};
+    options.maker_note = "a maker note";
+    const std::string parent = Path("p.tif");
+    Write_Tiff_File(parent, Stored_With_Orientation(seen, 6), options);
+    const auto bitmap = Load(parent);
+    ASSERT_TRUE(bitmap) << Error_Text();
+    ASSERT_TRUE(Save(bitmap, Path("a.jpg"), {.comment = "c", .parent = parent})) << Error_Text();
+    const File_Bytes exif = EXIF(Path("a.jpg"));
+    const auto bytes = std::as_bytes(std::span(exif));
+    EXPECT_EQ(EXIF(parent).size(), exif.size());
+    EXPECT_NE(std::string::npos, std::string(exif.begin(), exif.end()).find("Field Camera 2"));
+    EXPECT_EQ(1, Orientation_Of_EXIF_Block({bytes.begin(), bytes.end()}));
+    EXPECT_EQ(48, Facts(Path("a.jpg")).width);
+    const auto profile = JPEG_Codec().Read_Profile(*Regular_File::Open(Path("a.jpg")));
+    ASSERT_TRUE(profile);
+    EXPECT_EQ(Long_Profile(), std::string(reinterpret_cast<const char*>(profile->data()), profile->size()));
+    EXPECT_EQ(90, Estimated_Quality(*Regular_File::Open(Path("a.jpg"))));
 }
 
 TEST_F(Jpeg_Save, A_Folder_As_Target_And_A_Stale_Handle_Are_Errors)

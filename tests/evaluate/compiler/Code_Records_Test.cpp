@@ -83,11 +83,11 @@ INSTANTIATE_TEST_SUITE_P(
         Code_Case{"an_element", "a=Array(1)\na(0)=a(0)",
                   "552200:1 126A301:a 552200:0 552200:0 127A401:a 128A501:a 13FC000"},
         Code_Case{"if_on_one_line", "If True Then Beep Else End",
-                  "542200:True 135C000:5 ED7000 133C000:6 13FC000 13FC000"},
+                  "542200:True 135C000:5 ED7000 133C000:5 13FC000 13FC000"},
         Code_Case{"while_wend", "While True\nWend", "542200:True 135C000:4 133C000:1 13FC000"},
-        Code_Case{"do_loop", "Do\nLoop", "13BC100:3 133C000:2 13CC000:15990784 13FC000"},
+        Code_Case{"do_loop", "Do\nLoop", "13BC100:3 133C000:2 13CC000:16019456 13FC000"},
         Code_Case{"do_until_loop", "Do Until True\nLoop",
-                  "13BC100:5 542200:True 134C000:5 133C000:2 13CC000:15990784 13FC000"},
+                  "13BC100:5 542200:True 134C000:5 133C000:2 13CC000:16019456 13FC000"},
         Code_Case{"for_next", "For i=1 To 2\nNext",
                   "13BC200:11 582400:i 552200:1 552200:2 562200:1 136C000 137C000 135C000:11 137C000 134C000:9 "
                   "13CC000:16150528 138C000 13FC000"},
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
         Code_Case{"the_mid_statement", "Mid(s,1,2)=3", "12CA800:s 552200:1 552200:2 552200:3 12AA700:3 13FC000"},
         Code_Case{"erase", "Erase a, b", "F57000:a F57000:b 13FC000"},
         Code_Case{"randomize", "Randomize\nRandomize 5", "1077000:0 552200:5 1077000:1 13FC000"},
-        Code_Case{"exit_do", "Exit Do", "13DC000:15990784 13FC000"},
+        Code_Case{"exit_do", "Exit Do", "13DC000:16019456 13FC000"},
         Code_Case{"declarations_leave_no_code", "Dim a\nStatic b\nConst c=1\nOption Base 1", "13FC000"}),
     [](const auto& row) { return row.param.name; });
 

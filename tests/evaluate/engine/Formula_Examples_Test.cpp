@@ -51,8 +51,9 @@ TEST(Formula_Examples, Formulas_Give_What_The_Reference_Says)
         bkcEvaluate evaluator(services);
         evaluator.Set_PromptUninitialized(false);
         const Variant value = evaluator.Value(match.captured(1));
-        const QString result = evaluator.Last_Error().Code == 0 ? QStringLiteral("gives ") + Display(value)
-                                                                : QStringLiteral("fails: ") + evaluator.Last_Error().Description;
+        const QString result = evaluator.Last_Error().Code == 0
+                                   ? QStringLiteral("gives ") + Display(value)
+                                   : QStringLiteral("fails: ") + evaluator.Last_Error().Description;
         EXPECT_EQ((match.captured(2) + u' ' + match.captured(3)).toStdString(), result.toStdString())
             << line.toStdString();
     }

@@ -247,7 +247,7 @@ TEST_F(Evaluator, Steps_Through_Statements)
         visited.push_back(evaluator.SourceStatement());
         if (visited.back() == -1) break;
     }
-    EXPECT_EQ((std::vector<int>{2, 3, 4, 5, 3, 4, 5, 3, -1}), visited);
+    EXPECT_EQ((std::vector<int>{2, 3, 4, 5, 3, 4, 5, 3, 5, -1}), visited);
     EXPECT_EQ(4, evaluator.Variable("y"_q)->Long());
     EXPECT_EQ(1, evaluator.SourceStatementBegin(1));
     EXPECT_EQ(7, evaluator.SourceStatementBegin(2));
@@ -277,6 +277,13 @@ TEST_F(Evaluator, Terminate_Leaves_Nothing_To_Step)
     EXPECT_EQ(-1, evaluator.SourceStatement());
     EXPECT_TRUE(evaluator.ExecuteStep());
     EXPECT_TRUE(evaluator.Variable("y"_q)->Is_Empty());
+}
+
+TEST_F(Evaluator, A_Step_Is_Repeated_Behind_An_Error)
+{
+    evaluator.Program("Dim a()\nReDim a(5 To 1)"_q);
+    for (int step = 0; step < 20; ++step) evaluator.ExecuteStep();
+    EXPECT_EQ("32769 Stack underflow at 9", Error_Now());
 }
 
 TEST_F(Evaluator, Lists_Public_And_Undefined_Procedures)

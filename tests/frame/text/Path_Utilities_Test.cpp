@@ -146,7 +146,8 @@ TEST(File_Names, Are_Checked)
 
 TEST(File_System_Names, Come_Back_Byte_By_Byte)
 {
-    for (const char* name : {"plain", "Bild \xC3\xA4", "Bild \xE4", "\xC3", "a\xF0\x9F\x98\x80z\xFF", "\xED\xB2\x80", "\xEF\xBB\xBFx"})
+    for (const char* name :
+         {"plain", "Bild \xC3\xA4", "Bild \xE4", "\xC3", "a\xF0\x9F\x98\x80z\xFF", "\xED\xB2\x80", "\xEF\xBB\xBFx"})
         EXPECT_EQ(File_System_Bytes(Path_From_Bytes(name)), name);
     EXPECT_EQ(Path_From_Bytes("Bild \xC3\xA4"), Q("Bild ä"));
 }

@@ -1,0 +1,213 @@
+// hv eval. The arguments are read here and not by the common reader: a formula may begin with a sign.
+
+#include "evaluate/System_Host.h"
+#include "evaluate/bkcEvaluate.h"
+#include "evaluate/variant/Conversions.h"
+#include "evaluate/variant/Dates.h"
+#include "evaluate/variant/Variant_Array.h"
+#include "frame/command/Command.h"
+#include "frame/command/Terminal.h"
+#include "frame/files/Limits.h"
+#include "frame/files/Regular_File.h"
+#include "frame/text/Text_Utilities.h"
+
+using namespace Formula;
+
+namespace {
+
+constexpr const char* Help =
+    "Usage: hv eval [OPTIONS] TEXT\n"
+    "Print the value of a formula.\n\n"
+    "  --program                  TEXT is a program; its value is that of the formula it begins with, as in \"=1+2\"\n"
+    "  -f FILE                    take the text from a file; it may read nothing but the clock unless allowed\n"
+    "  -v NAME=TEXT               set a variable to a text\n"
+    "  -n NAME=NUMBER             set a variable to a number\n"
+    "  -i NAME=INTEGER            set a variable to a 16-bit number\n"
+    "  -d NAME=DATE               set a variable to a date\n"
+    "  --null NAME                set a variable to Null\n"
+    "  --print NAME               print a variable after the run\n"
+    "  --allow-formula LIST       what a formula from a file may read: files,environment,settings\n"
+    "  --                         what follows is TEXT";
+
+/// A message box is a line on standard error.
+class Terminal_Host final : public System_Host {
+public:
+    int Message_Box(const Host_Message& message) override
+    {
+        Print_Message({}, message.prompt);
+        return 1;
+    }
+};
+
+struct Eval_Job {
+    std::optional<QString> text, file;
+    bool program = false, help = false;
+    std::vector<std::pair<QString, Variant>> variables;
+    QStringList printed;
+    unsigned allowed = 0;
+    QString fault; ///< empty when the arguments are right
+};
+
+Evaluated<Variant> Number_Value(const QString& text)
+{
+    if (!text.contains(u'.'))
+        if (const Evaluated<std::int32_t> whole = Formula::Long_From_Text(text)) return Variant(*whole);
+    return Number_From_Text(text).map([](double number) { return Variant(number); });
+}
+
+Evaluated<Variant> Variable_Of(const QString& option, const QString& text)
+{
+    if (option == u"-v") return Variant(text);
+    if (option == u"-n") return Number_Value(text);
+    if (option == u"-i") return Integer_From_Text(text).map([](std::int16_t number) { return Variant(number); });
+    return Date_From_Text(text, This_Year()).map([](double days) { return Variant(Date_Value{days}); });
+}
+
+void Read_Variable(const QString& option, const QString& argument, Eval_Job& job)
+{
+    const qsizetype equals = argument.indexOf(u'=');
+    if (equals < 1) {
+        job.fault = QStringLiteral("%1 needs NAME=VALUE").arg(option);
+        return;
+    }
+    const Evaluated<Variant> value = Variable_Of(option, argument.mid(equals + 1));
+    if (value)
+        job.variables.emplace_back(argument.left(equals), *value);
+    else
+        job.fault = QStringLiteral("%1 is no value for %2").arg(argument.mid(equals + 1), option);
+}
+
+void Read_Allowed(const QString& list, Eval_Job& job)
+{
+    for (const QString& word : list.split(u',')) {
+        if (word == u"files")
+            job.allowed |= unsigned(Access_Class::Files);
+        else if (word == u"environment")
+            job.allowed |= unsigned(Access_Class::Environment);
+        else if (word == u"settings")
+            job.allowed |= unsigned(Access_Class::Settings);
+        else
+            job.fault = QStringLiteral("--allow-formula knows files, environment and settings, not \"%1\"").arg(word);
+    }
+}
+
+void Read_Valued_Option(const QString& option, const QString& value, Eval_Job& job)
+{
+    if (option == u"-f")
+        job.file = value;
+    else if (option == u"--null")
+        job.variables.emplace_back(value, Variant::Null());
+    else if (option == u"--print")
+        job.printed += value;
+    else if (option == u"--allow-formula")
+        Read_Allowed(value, job);
+    else
+        Read_Variable(option, value, job);
+}
+
+void Read_Text(const QString& text, Eval_Job& job)
+{
+    if (job.text) job.fault = QStringLiteral("more than one formula");
+    job.text = text;
+}
+
+Eval_Job Read_Arguments(const QStringList& arguments)
+{
+    static const QStringList valued = {
+        QStringLiteral("-f"), QStringLiteral("-v"),     QStringLiteral("-n"),      QStringLiteral("-i"),
+        QStringLiteral("-d"), QStringLiteral("--null"), QStringLiteral("--print"), QStringLiteral("--allow-formula")};
+    Eval_Job job;
+    for (qsizetype i = 0; i < arguments.size() && job.fault.isEmpty(); ++i) {
+        const QString& argument = arguments[i];
+        if (argument == u"--program") {
+            job.program = true;
+        } else if (argument == u"--help" || argument == u"-h") {
+            job.help = true;
+        } else if (valued.contains(argument)) {
+            if (++i == arguments.size())
+                job.fault = QStringLiteral("%1 needs a value").arg(argument);
+            else
+                Read_Valued_Option(argument, arguments[i], job);
+        } else if (argument == u"--" && i + 1 < arguments.size()) {
+            Read_Text(arguments[++i], job);
+        } else if (argument.startsWith(u"--")) {
+            job.fault = QStringLiteral("unknown option %1").arg(argument);
+        } else {
+            Read_Text(argument, job);
+        }
+    }
+    if (job.fault.isEmpty() && !job.help && bool(job.text) == bool(job.file))
+        job.fault = QStringLiteral("either a formula or -f FILE is needed");
+    return job;
+}
+
+void Print_Value(const Variant& value)
+{
+    if (value.Is_Array()) {
+        for (const Variant& element : value.Array().elements) Print_Value(element);
+        return;
+    }
+    Print_Line(value.Is_Null() ? QStringLiteral("Null") : To_Display_Text(value).value_or(QString()));
+}
+
+Result<QString> Read_Formula_File(const QString& path)
+{
+    const auto file = Regular_File::Open(path.toStdString());
+    if (!file) return tl::make_unexpected(file.error());
+    const auto bytes = file->Read_All(Current_Limits().document_bytes);
+    if (!bytes) return tl::make_unexpected(bytes.error());
+    return Decode_Text(QByteArray(reinterpret_cast<const char*>(bytes->data()), qsizetype(bytes->size())));
+}
+
+Exit_Status Print_Error(int code, const QString& text, int position)
+{
+    Print_Message({}, QStringLiteral("error %1: %2 (at character position %3)").arg(code).arg(text).arg(position));
+    return Exit_Status::Some_Failed;
+}
+
+Exit_Status Print_Variables(const bkcEvaluate& evaluator, const QStringList& names)
+{
+    for (const QString& name : names) {
+        const auto value = evaluator.Variable(name);
+        if (!value) return Print_Error(int(value.error()), QString::fromUtf8(Error_Description(value.error())), 0);
+        Print_Value(*value);
+    }
+    return Exit_Status::All_Done;
+}
+
+/// What the user types may use everything; there are no dialogs here that could disturb anybody.
+Exit_Status Run_Job(const Eval_Job& job, const QString& text)
+{
+    Terminal_Host host;
+    bkcEvaluate evaluator(host);
+    evaluator.Set_PromptUninitialized(false);
+    if (job.file)
+        evaluator.Set_AllowedAccess(unsigned(Access_Class::Pure) | unsigned(Access_Class::Clock) | job.allowed);
+    for (const auto& [name, value] : job.variables) (void)evaluator.AddVariable(name, value);
+    const bool compiled = job.program ? evaluator.Program(text) : evaluator.Expression(text);
+    const Variant value = !compiled ? Variant() : job.program ? evaluator.ProgramValue() : evaluator.Value();
+    const Evaluation_Error& error = evaluator.Last_Error();
+    if (error.Code != 0) return Print_Error(error.Code, error.Description, error.Position);
+    if (!job.program || evaluator.Variable(QStringLiteral("=Value"))) Print_Value(value);
+    return Print_Variables(evaluator, job.printed);
+}
+
+} // namespace
+
+Exit_Status Run_Eval_Command(const QStringList& arguments)
+{
+    const Eval_Job job = Read_Arguments(arguments);
+    if (job.help) {
+        Print_Line(QString::fromLatin1(Help));
+        return Exit_Status::All_Done;
+    }
+    if (!job.fault.isEmpty()) {
+        Print_Message({}, job.fault + QStringLiteral(" (see hv eval --help)"));
+        return Exit_Status::Wrong_Usage;
+    }
+    if (!job.file) return Run_Job(job, *job.text);
+    const Result<QString> text = Read_Formula_File(*job.file);
+    if (text) return Run_Job(job, *text);
+    Print_Message(*job.file, QString::fromStdString(text.error().text));
+    return Exit_Status::Some_Failed;
+}

@@ -1,0 +1,209 @@
+#include "catalogue/Selection_For_Function.h"
+#include "dev/samples/Jpeg_File.h"
+#include "tests/catalogue/Picture_Fixture.h"
+
+namespace {
+
+class Picking : public Picture_Test {
+protected:
+    QStringList Make_Many(int count)
+    {
+        QStringList paths{Make("0.jpg")};
+        for (int i = 1; i < count; ++i) {
+            paths << Path(QString::number(i) + ".jpg");
+            Put_File(paths.back().toStdString(), Contents_Of(paths.front().toStdString()));
+        }
+        return paths;
+    }
+};
+
+TEST_F(Picking, Reads_Sizes_Texts_And_Leaves_The_Record_Unmodified)
+{
+    const int key = Pick(Make("a.jpg", 160, 96, 1, "Crop(1,2,3,4)", "sea"));
+    ASSERT_EQ(1, key);
+    EXPECT_EQ(160, form.Return_Picture_Horz_Pixels(key));
+    EXPECT_EQ(96, form.Return_Picture_Vert_Pixels(key));
+    EXPECT_EQ(24, form.Return_Picture_Pixel_Depth(key));
+    EXPECT_EQ("sea", form.Return_Picture_Description(key));
+    EXPECT_EQ("Crop(1,2,3,4)", form.Recall_Picture_All_Script_Items(key));
+    EXPECT_FALSE(Item(key).Script_Modified);
+    EXPECT_FALSE(Item(key).Description_Modified);
+    EXPECT_EQ(Path("a.jpg"), form.Return_Picture_Path(key));
+    EXPECT_EQ("a.jpg", form.Return_Picture_File_Name(key));
+}
+
+TEST_F(Picking, Three_Files_With_Six_Columns_Show_No_Progress_Frame_And_Six_Do)
+{
+    Pick_List(Make_Many(3));
+    EXPECT_EQ(0, view.progress_begun);
+    Pick_List(Make_Many(6));
+    EXPECT_EQ(1, view.progress_begun);
+    EXPECT_EQ(1, view.progress_ended);
+    EXPECT_EQ("1 of 6 (17%)", view.labels.front());
+    EXPECT_EQ("6 of 6 (100%)", view.labels.back());
+}
+
+TEST_F(Picking, An_Empty_File_Goes_To_The_Failure_List_And_Leaves_No_Gap_And_No_Lost_Key)
+{
+    Put_File(File("empty.jpg"), "");
+    Make("a.jpg");
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Pick_List({Path("a.jpg"), Path("empty.jpg"), Path("a.jpg")});
+    EXPECT_EQ(2, form.State().pictures.Count());
+    EXPECT_EQ(2, form.State().pictures.Item(2).Picture_Key);
+    EXPECT_EQ("Halvine was unable to read 1 of the selected pictures.\r\nDo you wish to see a list of failed files?",
+              Last_Message());
+    ASSERT_EQ(1U, platform.dialogs.lists_shown.size());
+    EXPECT_EQ("Halvine read failure for", platform.dialogs.lists_shown[0].first);
+    EXPECT_EQ(QStringList{Path("empty.jpg")}, platform.dialogs.lists_shown[0].second);
+}
+
+TEST_F(Picking, While_Appending_The_Old_Selection_Survives_Unless_It_Is_Refreshed)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_Key_Selected(key, true);
+    Pick_List({Make("b.jpg")}, true, false);
+    EXPECT_EQ(std::vector<int>{1}, form.State().selection.Selected_Indices());
+    Pick_List({Make("c.jpg")}, true, true);
+    EXPECT_EQ(std::vector<int>{3}, form.State().selection.Selected_Indices());
+}
+
+TEST_F(Picking, A_Tiny_Picture_Ends_At_Divisor_1_And_A_Large_One_Stays_At_8)
+{
+    EXPECT_EQ(1, Item(Pick(Make("tiny.jpg", 100, 80))).Scale_Divisor);
+    EXPECT_EQ(4, Item(Pick(Make("middle.jpg", 600, 80))).Scale_Divisor);
+    EXPECT_EQ(8, Item(Pick(Make("large.jpg", 1024, 80))).Scale_Divisor);
+}
+
+TEST_F(Picking, Stop_After_The_First_Row_Keeps_What_Was_Read_And_Still_Reports_Failures)
+{
+    QStringList paths = Make_Many(12);
+    Put_File(File("empty.jpg"), "");
+    paths.insert(1, Path("empty.jpg"));
+    platform.events.on_call = [this](int) { form.Picking().Request_Stop(); };
+    Pick_List(paths);
+    EXPECT_EQ(6, form.State().pictures.Count());
+    EXPECT_TRUE(Last_Message().startsWith("Halvine was unable to read 1"));
+    EXPECT_FALSE(form.Picking().Pick_In_Progress());
+}
+
+TEST_F(Picking, Yields_At_Each_Full_Row_And_Nowhere_Else)
+{
+    Pick_List(Make_Many(13));
+    EXPECT_EQ(2, platform.events.calls);
+}
+
+TEST_F(Picking, A_Long_Run_Of_Unreadable_Files_Can_Be_Stopped)
+{
+    QStringList paths;
+    for (int i = 0; i < 50; ++i) paths << Path(QString("missing%1.jpg").arg(i));
+    platform.events.on_call = [this](int) { form.Picking().Request_Stop(); };
+    Pick_List(paths);
+    EXPECT_EQ(1, platform.events.calls);
+}
+
+TEST_F(Picking, An_Event_During_A_Pick_Cannot_Start_Another)
+{
+    const QStringList paths = Make_Many(6);
+    platform.events.on_call = [&](int) { Pick_List(paths); };
+    Pick_List(paths);
+    EXPECT_EQ(6, form.State().pictures.Count());
+}
+
+TEST_F(Picking, Afresh_Is_Refused_While_Pictures_Are_In_Use)
+{
+    Item(Pick_New("a.jpg")).Lock_Flags = 0x1000;
+    const File_Entry entry[] = {Entry_Of_File(Path("a.jpg"))};
+    form.Picking().Pick_Selected(entry, false, false);
+    EXPECT_EQ("Some or all of the pictures that would be discarded are in use.\r\nUse Pick/Append Selected to add "
+              "selected pictures to thumbnail.",
+              Last_Message());
+    EXPECT_EQ(1, form.Return_Picture_Key(Path("a.jpg"), false));
+}
+
+TEST_F(Picking, A_Missing_Key_Is_Loaded_When_Asked_For)
+{
+    const QString path = Make("a.jpg");
+    EXPECT_EQ(0, form.Return_Picture_Key(path, false));
+    EXPECT_EQ(1, form.Return_Picture_Key(path, true));
+    EXPECT_EQ(0, form.Return_Picture_Key(Path("missing.jpg"), true));
+}
+
+TEST_F(Picking, Four_Turns_By_90_Leave_No_Trace_In_The_Record_Or_On_Disk)
+{
+    const int key = Pick_New("a.jpg");
+    const std::string before = Contents_Of(File("a.jpg"));
+    const auto pixels = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
+    slide_show.open = true;
+    form.Rotate_Picture(key, 90);
+    EXPECT_EQ(90, form.Return_Picture_Rotate(key));
+    EXPECT_TRUE(slide_show.modified);
+    EXPECT_EQ((Pixel_Size{96, 160}), Size_Of_Bitmap(Item(key).Thumbnail_Bitmap.Get()));
+    for (int i = 0; i < 3; ++i) form.Rotate_Picture(key, 90);
+    EXPECT_EQ(0, form.Return_Picture_Rotate(key));
+    EXPECT_EQ(pixels, Pixels_Of(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ(before, Contents_Of(File("a.jpg")));
+}
+
+TEST_F(Picking, The_Turned_Thumbnail_Of_A_Flipped_Picture_Is_What_A_Reload_Would_Show)
+{
+    const int key = Pick(Make("a.tif", 60, 40, 2));
+    Item(key).Flip = Flip_Left_To_Right;
+    form.Pictures().Reload_Picture_Thumbnail(1, false);
+    form.Rotate_Picture(key, 90);
+    const auto turned = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
+    form.Pictures().Reload_Picture_Thumbnail(1, false);
+    EXPECT_EQ(turned, Pixels_Of(Item(key).Thumbnail_Bitmap.Get()));
+}
+
+TEST_F(Picking, The_Thumbnail_Itself_Is_Given_Out_Unless_It_Must_Be_Turned)
+{
+    const int key = Pick_New("a.jpg");
+    bool copy = true;
+    EXPECT_EQ(Item(key).Thumbnail_Bitmap.Get(), form.Return_Thumbnail_Picture(key, 0, copy));
+    EXPECT_FALSE(copy);
+    EXPECT_EQ(Item(key).Thumbnail_Bitmap.Get(), form.Return_Thumbnail_Picture_Adjusted(key, 0, copy));
+    EXPECT_FALSE(copy);
+    const Owned_Bitmap turned(form.Return_Thumbnail_Picture(key, 90, copy));
+    EXPECT_TRUE(copy);
+    EXPECT_TRUE(turned);
+}
+
+TEST_F(Picking, A_Picture_Without_Items_Borrows_The_Prepared_Script)
+{
+    const int key = Pick_New("a.jpg");
+    const Owned_Bitmap plain(form.Return_Picture_Adjusted(key, 0, 1));
+    form.State().Current_Prepared_Script = 3;
+    const Owned_Bitmap adjusted(form.Return_Picture_Adjusted(key, 0, 1));
+    EXPECT_NE(Pixels_Of(plain.Get()), Pixels_Of(adjusted.Get()));
+}
+
+TEST_F(Picking, A_Grey_Picture_Stays_Grey_Through_Its_Whole_Life)
+{
+    const auto bytes = Jpeg_File(To_Grey(Meadow(160, 96, 1)));
+    Put_File(File("grey.jpg"), std::string(bytes.begin(), bytes.end()));
+    const int key = Pick(Path("grey.jpg"));
+    const int color = Pick_New("color.jpg");
+    EXPECT_EQ(8, form.Return_Picture_Pixel_Depth(key));
+    EXPECT_EQ(24, form.Return_Picture_Pixel_Depth(color));
+    EXPECT_EQ(std::vector<int>{2}, Pictures_For_Function(form.State(), {.grey_allowed = false}));
+    EXPECT_EQ((std::vector<int>{1, 2}), Pictures_For_Function(form.State(), {}));
+    form.Rotate_Picture(key, 90);
+    ASSERT_TRUE(form.Saving().Save_Rotation_And_Flips(key)) << Last_Message().toStdString();
+    EXPECT_EQ(8, form.Return_Picture_Pixel_Depth(key));
+    Bitmap_Facts facts;
+    ASSERT_TRUE(Get_Bitmap_Facts_CPP(Owned_Bitmap(form.Return_Picture(key, 0, 1)).Get(), &facts));
+    EXPECT_EQ(8, facts.bits_per_pixel);
+}
+
+TEST_F(Picking, At_The_End_No_Bitmap_Is_Left_Over)
+{
+    const int before = Bitmap_Count();
+    Pick_List(Make_Many(7));
+    form.Pictures().Set_Current_Picture(2);
+    EXPECT_EQ(before + 8, Bitmap_Count());
+    form.Discard_All();
+    EXPECT_EQ(before, Bitmap_Count());
+}
+
+} // namespace
