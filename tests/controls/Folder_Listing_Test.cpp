@@ -3,6 +3,7 @@
 #include "frame/text/Path_Utilities.h"
 #include "tests/support/Test_Folder.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -62,6 +63,23 @@ TEST(Folder_Listing, Keeps_Names_That_Are_No_Valid_Text)
     const auto listed = List_Folder({.folder = Path_Of(folder), .pattern = Pictures});
     ASSERT_TRUE(listed);
     EXPECT_EQ(std::vector<std::string>{name}, Names(*listed));
+}
+
+TEST(Folder_Listing, Fifty_Thousand_Files_Come_Sorted_Into_The_Grid)
+{
+    const Test_Folder folder;
+    for (int i = 0; i < 50'000; ++i) Put_File(folder.File("IMG_" + std::to_string(100'000 + i) + ".JPG"), {});
+    Grid_Model grid;
+    Explorer_Model explorer(grid);
+    explorer.Pattern = Pictures;
+    explorer.Set_Path(Path_Of(folder));
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(explorer.Refresh());
+    const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+    RecordProperty("milliseconds", int(taken.count()));
+    std::printf("50 000 files: %.0f ms\n", taken.count());
+    EXPECT_EQ(50'000, grid.Rows());
+    EXPECT_EQ("IMG_149999.JPG", explorer.Name_At(50'000).toStdString());
 }
 
 TEST(Folder_Listing, Tells_Why_A_Folder_Cannot_Be_Read)

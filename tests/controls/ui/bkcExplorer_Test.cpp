@@ -110,7 +110,10 @@ TEST_F(Explorer_Window, Dropped_Files_Name_Their_Folder)
     QMimeData files;
     files.setUrls({QUrl::fromLocalFile("/somewhere/x.jpg")});
     auto& tree = explorer.ExplorerTree();
+    tree.scrollTo(tree.currentIndex());
     const auto place = tree.visualRect(tree.currentIndex()).center();
+    QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(tree.viewport(), &enter);
     QDropEvent drop(place, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(tree.viewport(), &drop);
     EXPECT_EQ(root, target);
