@@ -148,9 +148,9 @@ void Filmstrip_Widget::Begin_Drag()
         urls << QUrl::fromLocalFile(state.pictures.Item(index).Full_Name());
     if (urls.isEmpty()) return;
     auto* drag = new QDrag(this);
-    auto* data = new QMimeData; // the drag's from here on
-    data->setUrls(urls);
-    drag->setMimeData(data);
+    auto* files = new QMimeData; // the drag's from here on
+    files->setUrls(urls);
+    drag->setMimeData(files);
     const Picture_Item& first = state.pictures.Item(state.selection.Selected_Indices().front());
     const QImage picture = Fitted_Image(first.Thumbnail_Bitmap.Get(), {64, 64});
     if (!picture.isNull()) drag->setPixmap(QPixmap::fromImage(picture));
