@@ -114,8 +114,12 @@ void Picture_Pictures::Read_Facts(Picture_Item& item)
     item.Description_Modified = false;
     item.Script_Items.Clear();
     item.Script_Modified = false;
-    if (const QString script = Get_Image_Script(name, item.File_Type); !script.isEmpty())
-        Parse_Script_Items(script, item.Script_Items); // what could be split before a fault stays
+    item.Script_Fault.clear();
+    if (!Image_Script_Is_Readable(name, item.File_Type))
+        item.Script_Fault = Last_Image_Error();
+    else if (const QString script = Get_Image_Script(name, item.File_Type); !script.isEmpty())
+        // What could be split before a fault stays.
+        item.Script_Fault = Script_Status_Text(Parse_Script_Items(script, item.Script_Items));
     const auto camera = Camera_Record_Of_File(name, item.File_Type);
     item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
     if (const auto identity = Identity_Of(File_System_Bytes(name))) item.Identity = *identity;

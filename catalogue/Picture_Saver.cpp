@@ -68,8 +68,18 @@ Picture_Saver::Job Picture_Saver::In_Place_Job(Picture_Item& item, Bitmap_Handle
     return job;
 }
 
+bool Picture_Saver::Holds_Whole_Script(const Picture_Item& item)
+{
+    if (item.Script_Fault.isEmpty() || item.Script_Modified) return true;
+    state_.platform.dialogs.Refuse(QStringLiteral("Error saving picture to ") + item.Full_Name() +
+                                   QStringLiteral("\r\nits script would be cut: ") + item.Script_Fault);
+    return false;
+}
+
 bool Picture_Saver::Run(Job& job)
 {
+    const Picture_Item* item = state_.pictures.Find(job.key);
+    if (item == nullptr || !Holds_Whole_Script(*item)) return false;
     const std::string target = File_System_Bytes(job.target);
     const auto times = Times_Of(target);
     if (!job.in_place) {
@@ -172,7 +182,9 @@ bool Picture_Saver::Save_Texts(int key)
     const auto identity = Identity_Of(File_System_Bytes(job.target));
     job.changed_meanwhile = identity && *identity != item->Identity;
     if (!Run(job)) return false;
-    if ((item = state_.pictures.Find(key)) != nullptr) item->Script_Modified = false;
+    if ((item = state_.pictures.Find(key)) == nullptr) return true;
+    item->Script_Modified = false;
+    item->Script_Fault.clear(); // the file holds what the record does
     return true;
 }
 
@@ -242,14 +254,15 @@ In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_chan
         const Owned_Bitmap stored(Load_Bitmap(name, item.File_Type, 1, 0));
         if (stored) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(stored.Get());
     }
-    const int warnings = std::max(item.Source_Warnings, 0);
+    // Texts alone leave the coded data as it is, and so lose nothing of it.
+    const int warnings = pixels_change ? std::max(item.Source_Warnings, 0) : 0;
     if ((warnings & Warning_Damaged) != 0) {
         dialogs.Refuse(name +
                        QStringLiteral(" was read with errors and can't be saved over itself, save a copy instead."));
         return In_Place_Answer::Nothing;
     }
     if (!Confirm_Identity(item)) return In_Place_Answer::Nothing;
-    if (!pixels_change || (warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
+    if ((warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
     const Message question{.text =
                                name + QStringLiteral(" holds more than is kept by a save (more than 8 bits, several "
                                                      "pages or transparency), do you wish to overwrite?\r\nTo save "

@@ -50,6 +50,10 @@ public:
         return Ask_In_Place(item, pixels_change) == In_Place_Answer::Overwrite;
     }
 
+    /// False, with a message, when the record holds only a part of the file's script: storing it would lose the rest. A
+    /// script that was changed since is what the user wants.
+    bool Holds_Whole_Script(const Picture_Item& item);
+
 private:
     bool Confirm_Identity(const Picture_Item& item);
     struct Job;

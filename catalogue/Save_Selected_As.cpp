@@ -64,6 +64,7 @@ Outcome Series::Save(int key)
     }
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr) return Outcome::Skipped;
+    if (options_.Script_Option == Scripts::Save_With && !saver_.Holds_Whole_Script(*item)) return Outcome::Skipped;
     Load(*item, one);
     if (!one.bitmap && !one.texts_alone) return Outcome::Skipped;
     if (const Outcome outcome = Confirm(*item, one); outcome != Outcome::Saved) return outcome;
@@ -130,8 +131,7 @@ Outcome Series::Confirm(Picture_Item& item, One& one)
         return asked || Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
     }
     if (!Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true)) return Outcome::Skipped;
-    const bool pixels_change = options_.Script_Option == Scripts::Run || one.rotation != 0 || one.quality >= 0;
-    switch (saver_.Ask_In_Place(item, pixels_change)) {
+    switch (saver_.Ask_In_Place(item, !one.texts_alone)) {
     case In_Place_Answer::Overwrite: return Outcome::Saved;
     case In_Place_Answer::Save_Copy: return Ask_For_Copy(item, one);
     case In_Place_Answer::Nothing: break;

@@ -117,6 +117,11 @@ QString Get_Image_Script(const QString& path, int type)
     return QString::fromUtf8(Bytes_Of_File<char>(Get_File_Image_Script, path, type));
 }
 
+bool Image_Script_Is_Readable(const QString& path, int type)
+{
+    return Get_File_Image_Script(File_System_Bytes(path), type, nullptr, 0, nullptr) != 0;
+}
+
 QByteArray Get_EXIF_Data(const QString& path, int type)
 {
     return Bytes_Of_File<unsigned char>(Get_File_EXIF_Data, path, type);

@@ -82,6 +82,9 @@ bool Get_Dimensions(const QString& path, int type, File_Dimensions& dimensions);
 /// Empty when the file has none, or cannot be read. An entry that fills the whole buffer is taken as it stands.
 QString Get_Comment(const QString& path, int type);
 QString Get_Image_Script(const QString& path, int type);
+
+/// False when a script stands in the file and cannot be read, with the reason in Last_Image_Error.
+bool Image_Script_Is_Readable(const QString& path, int type);
 QByteArray Get_EXIF_Data(const QString& path, int type);
 
 /// What a saved file holds besides the pixels.

@@ -76,9 +76,9 @@ void bkcExplorer::Connect_Grid()
     grid_->Drag_Data = [this] {
         QList<QUrl> urls;
         for (const auto& path : Selected_Files()) urls += QUrl::fromLocalFile(path);
-        auto* data = new QMimeData; // owned by the drag
-        data->setUrls(urls);
-        return data;
+        auto* payload = new QMimeData; // owned by the drag
+        payload->setUrls(urls);
+        return payload;
     };
     connect(grid_, &bkcGrid::Click, this, &bkcExplorer::GridClick);
     connect(grid_, &bkcGrid::SelChange, this, &bkcExplorer::SelChange);

@@ -60,10 +60,10 @@ void bkcGrid::startDrag(Qt::DropActions)
 {
     if (!Drag_Data) return;
     click_at_release_ = false;
-    auto* data = Drag_Data();
-    if (!data) return;
+    auto* payload = Drag_Data();
+    if (!payload) return;
     auto* drag = new QDrag(this); // owned by Qt once it runs
-    drag->setMimeData(data);
+    drag->setMimeData(payload);
     drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
 }
 

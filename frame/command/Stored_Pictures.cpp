@@ -27,7 +27,7 @@ void Recover_Folder_Of(const QString& file)
 Result<Script_Item_Array> Stored_Items(const QString& file)
 {
     const int type = File_Type_From_Signature(file);
-    if (type == 0) return Image_Failure();
+    if (type == 0 || !Image_Script_Is_Readable(file, type)) return Image_Failure();
     Script_Item_Array items;
     const Script_Status status = Parse_Script_Items(Get_Image_Script(file, type), items);
     if (status != Script_Status::Complete) return Failure(Script_Status_Text(status).toStdString());
@@ -36,7 +36,8 @@ Result<Script_Item_Array> Stored_Items(const QString& file)
 
 Single_Picture::Single_Picture(const QString& file, bool overwrite) : platform_(overwrite)
 {
-    if (File_Type_From_Signature(file) == 0) return;
+    File_Dimensions facts;
+    if (!Get_Dimensions(file, 0, facts)) return;
     key_ = form_.Return_Picture_Key(Absolute_Path(file), true);
     if (key_ != 0) form_.Set_Picture_Key_Selected(key_, true);
 }

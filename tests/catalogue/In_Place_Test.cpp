@@ -61,9 +61,9 @@ bool Save_Selected(Halvine_Form& form, int key, const Save_Options& options)
     return form.Save_Selected_As(options) == 1;
 }
 
-bool Save_With_Scripts(Halvine_Form& form, int key)
+bool Save_Coded_Anew(Halvine_Form& form, int key)
 {
-    return Save_Selected(form, key, {.Script_Option = Scripts::Save_With});
+    return Save_Selected(form, key, {.Script_Option = Scripts::Save_With, .JPEG_Quality = 80});
 }
 
 bool Save_Run_Scripts(Halvine_Form& form, int key)
@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
         testing::Values(Damaged_File{"jpeg", Put_Half_A_Jpeg}, Damaged_File{"tiff", Put_Tiff_With_A_Bad_Strip}),
         testing::Values(Route{"by_a_window", Save_New_Pixels}, Route{"after_a_snapshot", Save_By_Method<2>},
                         Route{"after_the_question", Save_By_Method<3>}, Route{"under_its_own_name", Save_By_Method<0>},
-                        Route{"turned", Save_Turned}, Route{"as_selected_with_scripts", Save_With_Scripts},
+                        Route{"turned", Save_Turned}, Route{"as_selected_with_a_quality", Save_Coded_Anew},
                         Route{"as_selected_with_scripts_run", Save_Run_Scripts})),
     [](const auto& row) { return std::string(std::get<0>(row.param).name) + "_" + std::get<1>(row.param).name; });
 
@@ -131,6 +131,32 @@ TEST_F(In_Place, A_Damaged_Picture_Can_Be_Saved_As_A_Copy)
     const Owned_Bitmap copy(Load_Bitmap(Path("b.jpg"), 0, 1, 0));
     EXPECT_EQ(0, Get_Bitmap_Source_Warnings_CPP(copy.Get()));
 }
+
+class Damaged_Texts : public Picture_Test, public testing::WithParamInterface<Damaged_File> {};
+
+// Where the coded data can be carried over as it is, nothing is lost; where it cannot, the save is refused.
+TEST_P(Damaged_Texts, Never_Cost_A_Pixel)
+{
+    GetParam().put(File("a.pic"));
+    const std::string before = Contents_Of(File("a.pic"));
+    const int key = Pick(Path("a.pic"));
+    const auto pixels = Pixels_Of(Owned_Bitmap(form.Return_Picture(key, 0, 1)).Get());
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
+    const bool saved = form.Saving().Save_Texts(key);
+    EXPECT_EQ(saved ? "Crop(1,2,3,4)" : "", Get_Image_Script(Path("a.pic"), 0));
+    if (!saved) {
+        EXPECT_EQ(before, Contents_Of(File("a.pic")));
+        EXPECT_TRUE(Last_Message().contains("was read with errors")) << Last_Message().toStdString();
+    }
+    const Owned_Bitmap stored(Load_Bitmap(Path("a.pic"), 0, 1, 0));
+    EXPECT_EQ(1, Get_Bitmap_Source_Warnings_CPP(stored.Get()));
+    EXPECT_EQ(pixels, Pixels_Of(stored.Get()));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Damaged_Texts,
+                         testing::Values(Damaged_File{"jpeg", Put_Half_A_Jpeg},
+                                         Damaged_File{"tiff", Put_Tiff_With_A_Bad_Strip}),
+                         [](const auto& row) { return row.param.name; });
 
 struct Rich_Case {
     const char* name;

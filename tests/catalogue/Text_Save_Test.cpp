@@ -142,6 +142,46 @@ TEST_F(Text_Saves, Take_A_Picture_That_Only_Lacks_Its_End_Mark)
     EXPECT_EQ("Crop(1,2,3,4)", Script_In(Path("a.jpg")));
 }
 
+TEST_F(Text_Saves, Never_Cut_A_Stored_Script_Of_Too_Many_Items)
+{
+    const QString script = QStringList(1001, "Crop(1,2,3,4)").join(';');
+    const int key = Pick(Make("a.jpg", 160, 96, 1, script, "old"));
+    const std::string before = Contents_Of(File("a.jpg"));
+    EXPECT_EQ(1000, Item(key).Script_Items.Count());
+    Item(key).Description = "new";
+    const auto refused = [&] {
+        return Last_Message().endsWith("its script would be cut: the script has more than 1000 items");
+    };
+    EXPECT_FALSE(form.Saving().Save_Texts(key));
+    EXPECT_TRUE(refused()) << Last_Message().toStdString();
+    form.Set_Picture_Key_Selected(key, true);
+    EXPECT_EQ(0, form.Save_Selected_As({.Script_Option = Save_Options::Scripts::Save_With}));
+    EXPECT_TRUE(refused()) << Last_Message().toStdString();
+    form.Rotate_Picture(key, 90);
+    EXPECT_FALSE(form.Saving().Save_Rotation_And_Flips(key));
+    EXPECT_TRUE(refused()) << Last_Message().toStdString();
+    EXPECT_EQ(before, Contents_Of(File("a.jpg")));
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)"); // what the user wants instead
+    EXPECT_TRUE(form.Saving().Save_Texts(key)) << Last_Message().toStdString();
+    EXPECT_EQ("Crop(1,2,3,4)", Script_In(Path("a.jpg")));
+    EXPECT_EQ("new", Get_Comment(Path("a.jpg"), 0));
+    Item(key).Description = "newer";
+    EXPECT_TRUE(form.Saving().Save_Texts(key)) << "the script is whole now";
+}
+
+TEST_F(Text_Saves, Refuse_The_Item_Beyond_The_Limit_And_Take_The_Last_Within)
+{
+    const int key = Pick_Type(1);
+    EXPECT_TRUE(form.Set_Picture_All_Script_Items(key, QStringList(999, "Crop(1,2,3,4)").join(';')));
+    EXPECT_EQ(1000, form.Set_Picture_Crop(key, 1, 2, 3, 4, 0));
+    EXPECT_EQ(0, form.Set_Picture_Crop(key, 1, 2, 3, 4, 0));
+    EXPECT_EQ("the script has more than 1000 items", Last_Message());
+    EXPECT_FALSE(form.Set_Picture_All_Script_Items(key, QStringList(1001, "Crop(1,2,3,4)").join(';')));
+    EXPECT_EQ(1000, Item(key).Script_Items.Count()) << "the record stays as it was";
+    EXPECT_TRUE(form.Saving().Save_Texts(key)) << Last_Message().toStdString();
+    EXPECT_EQ(form.Recall_Picture_All_Script_Items(key), Script_In(Path("a.jpg")));
+}
+
 TEST_F(Text_Saves, Refuse_Texts_Beyond_The_Limits_And_Name_Them)
 {
     for (const int type : {1, 2}) {
