@@ -61,7 +61,8 @@ struct Prepared_Pattern {
 
 Prepared_Pattern Prepared(const QString& pattern)
 {
-    Prepared_Pattern prepared{.pattern = pattern};
+    Prepared_Pattern prepared;
+    prepared.pattern = pattern;
     prepared.is_general_number = pattern.compare(QLatin1StringView("General Number"), Qt::CaseInsensitive) == 0;
     QString meant = pattern;
     for (const auto& row : Named_Patterns)

@@ -2,6 +2,7 @@
 #include "catalogue/Script_Item_Deletion.h"
 #include "catalogue/Thumbnail_Budget.h"
 #include "tests/catalogue/Picture_Fixture.h"
+#include "frame/text/Date_Utilities.h"
 
 namespace {
 
