@@ -14,6 +14,7 @@
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <langinfo.h>
@@ -25,6 +26,16 @@ void Use_Utf8()
 {
     const char* const locale = std::setlocale(LC_CTYPE, "");
     if (locale == nullptr || std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+/// Without a display Qt would end the program as if it had crashed. A platform that was named is believed.
+bool Has_Display(int argc, char** argv)
+{
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (!qEnvironmentVariableIsEmpty(name)) return true;
+    for (int i = 1; i < argc; ++i)
+        if (std::strncmp(argv[i], "-platform", 9) == 0 || std::strncmp(argv[i], "--platform", 10) == 0) return true;
+    return false;
 }
 
 void Describe(QApplication& application)
@@ -91,6 +102,10 @@ int main(int argc, char** argv)
 {
     Use_Utf8();
     if (const auto status = Answer_Without_Window(argc, argv)) return *status;
+    if (!Has_Display(argc, argv)) {
+        std::fputs("halvine: there is no display to open a window on; hv works without one\n", stderr);
+        return 1;
+    }
     QApplication application(argc, argv);
     const auto arguments = Read_Arguments(argc, argv);
     if (!arguments) return Wrong_Usage;

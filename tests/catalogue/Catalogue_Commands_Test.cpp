@@ -1,5 +1,6 @@
 #include "catalogue/Catalogue_Commands.h"
 #include "catalogue/New_Image_Size.h"
+#include "imaging/Script_Interpreter.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
 namespace {

@@ -34,8 +34,10 @@ TEST(Command_Rows, The_Menu_Bar_Has_Mnemonics_That_Are_Its_Own)
 TEST(Command_Rows, Shortcuts_Are_Unique)
 {
     std::set<std::string> shortcuts;
-    for (const Command& row : Command_Table())
-        if (*row.shortcut != 0) EXPECT_TRUE(shortcuts.insert(row.shortcut).second) << row.shortcut;
+    for (const Command& row : Command_Table()) {
+        if (*row.shortcut == 0) continue;
+        EXPECT_TRUE(shortcuts.insert(row.shortcut).second) << row.shortcut;
+    }
     for (const char* expected : {"Del", "Ctrl+A", "Ctrl+Q", "F5"}) EXPECT_EQ(1U, shortcuts.count(expected)) << expected;
 }
 
@@ -59,7 +61,8 @@ TEST(Command_Rows, Every_Panel_Button_Has_A_Command_Or_Is_A_Partner)
             EXPECT_NE(nullptr, Find_Command(entry.command)) << entry.icon;
         else
             EXPECT_EQ(Stop_Pick_Button, entry.id);
-        if (entry.partner != 0) EXPECT_EQ(entry.id, Find_Panel_Entry(entry.partner)->partner);
+        const Panel_Entry* partner = Find_Panel_Entry(entry.partner);
+        EXPECT_EQ(entry.partner != 0 ? entry.id : 0, partner != nullptr ? partner->partner : 0);
     }
     EXPECT_EQ(nullptr, Find_Panel_Entry(99));
 }
