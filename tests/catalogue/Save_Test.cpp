@@ -2,8 +2,10 @@
 #include "frame/files/Replacement_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -200,15 +202,44 @@ TEST_F(Saving, A_Vanished_Original_Gives_The_Message_And_Makes_No_File)
     EXPECT_EQ(QStringList{}, Names());
 }
 
-TEST_F(Saving, A_Read_Only_File_Is_Asked_For_And_Then_Made_Writable)
+TEST_F(Saving, A_Read_Only_File_Is_Asked_For_And_Stays_On_No)
 {
     const int key = Pick_New("a.jpg");
+    const std::string before = Contents_Of(File("a.jpg"));
     chmod(File("a.jpg").c_str(), 0444);
     const int answer = As_Ordinary_User([&] {
         EXPECT_FALSE(Save_Onto_Itself(key));
         return Last_Message() == Path("a.jpg") + " is Read-only, do you wish to overwrite?" ? 0 : 1;
     });
     EXPECT_EQ(0, answer);
+    EXPECT_EQ(before, Contents_Of(File("a.jpg")));
+}
+
+TEST_F(Saving, A_Read_Only_File_Is_Made_Writable_On_Yes)
+{
+    const int key = Pick_New("a.jpg");
+    chmod(File("a.jpg").c_str(), 0444);
+    for (const std::string& path : {folder.Path(), File("a.jpg")})
+        ASSERT_EQ(0, geteuid() == 0 ? chown(path.c_str(), 65534, 65534) : 0);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    const int answer = As_Ordinary_User([&] { return Save_Onto_Itself(key) ? 0 : 1; });
+    EXPECT_EQ(0, answer);
+    File_Dimensions facts;
+    ASSERT_TRUE(Get_Dimensions(Path("a.jpg"), 0, facts));
+    EXPECT_EQ(80, facts.width);
+}
+
+TEST_F(Saving, A_Read_Only_File_That_Stays_So_Gives_The_Systems_Reason)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can give a file to somebody else";
+    const int key = Pick_New("a.jpg");
+    chmod(File("a.jpg").c_str(), 0444);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    const int answer = As_Ordinary_User([&] {
+        if (Save_Onto_Itself(key)) return 1;
+        return Last_Message() == QString::fromStdString(System_Error_Text(EPERM)) ? 0 : 2;
+    });
+    EXPECT_EQ(0, answer) << "1 saved, 2 another message";
 }
 
 TEST_F(Saving, Method_3_Asks_And_Only_Yes_Saves)

@@ -1,9 +1,8 @@
 #include "catalogue/Picture_Texts.h"
 #include "catalogue/Script_Item_Deletion.h"
 #include "catalogue/Thumbnail_Budget.h"
-#include "frame/text/Text_Utilities.h"
-#include "tests/catalogue/Picture_Fixture.h"
 #include "frame/text/Date_Utilities.h"
+#include "tests/catalogue/Picture_Fixture.h"
 
 namespace {
 
