@@ -1,5 +1,6 @@
 #include "bench/Harness.h"
 
+#include "bkimgutl/codecs/Codec.h"
 #include "bkimgutl/core/Row_Loop.h"
 
 #include <algorithm>
@@ -15,8 +16,10 @@
 #include <vips/vips.h>
 
 // bkimgutl_bench [--only TEXT] [--rounds N]
-//   --only    operations whose name holds TEXT
-//   --rounds  at least 7, also the default
+// bkimgutl_bench --pictures FOLDER
+//   --only      operations whose name holds TEXT
+//   --rounds    at least 7, also the default
+//   --pictures  measures nothing, but writes 24.jpg and 100.jpg, of so many megapixels, for hv_bench.sh
 
 namespace {
 
@@ -87,6 +90,7 @@ Bitmap Painted(int width, int height)
 
 struct Options {
     std::string only;
+    std::string pictures;
     int rounds = 7;
 };
 
@@ -95,9 +99,20 @@ Options Read_Options(int count, char** words)
     Options options;
     for (int i = 1; i + 1 < count; i += 2) {
         if (std::string_view(words[i]) == "--only") options.only = words[i + 1];
+        if (std::string_view(words[i]) == "--pictures") options.pictures = words[i + 1];
         if (std::string_view(words[i]) == "--rounds") options.rounds = std::max(7, std::atoi(words[i + 1]));
     }
     return options;
+}
+
+bool Write_Picture(int width, int height, const std::string& path)
+{
+    const Bitmap picture = Painted(width, height);
+    Save_Request request;
+    request.bitmap = &picture;
+    request.target = path;
+    request.quality = 92;
+    return JPEG_Codec().Save(request).has_value();
 }
 
 class Copy_Clock {
@@ -229,6 +244,11 @@ int main(int count, char** words)
     vips_cache_set_max(0);
     cv::setNumThreads(threads);
     const Options options = Read_Options(count, words);
+    if (!options.pictures.empty()) {
+        const bool written = Write_Picture(6000, 4000, options.pictures + "/24.jpg") &&
+                             Write_Picture(12000, 8334, options.pictures + "/100.jpg");
+        return written ? 0 : 1;
+    }
     Bench_Inputs inputs{Painted(6000, 4000), {}, Painted(1500, 1000), {}};
     inputs.mat = Mat_Of(inputs.picture.View());
     inputs.small_mat = Mat_Of(inputs.small.View());

@@ -81,6 +81,11 @@ focus_files() { # the file grid is the lower half of the left pane
     sleep 0.3
 }
 
+focus_strip() { # a click on its third cell
+    xdotool mousemove --window "$window" $((670 * scale)) $((130 * scale)) click 1
+    sleep 0.3
+}
+
 scale=1
 start_server 1280x800
 start "$work/empty"
@@ -99,12 +104,11 @@ start "$pictures"
 pick_all
 sleep 3
 shoot filled
-keys space Return
+focus_strip
+keys Return
 sleep 1
 shoot full-window
-keys Escape alt+o
-for _ in 1 2 3 4 5 6; do keys Down; done
-keys Return
+keys Escape alt+o t
 sleep 1
 shoot list
 stop

@@ -2,59 +2,34 @@
 
 #include "bkimgutl/core/Color.h"
 
+#ifndef HWY_WANT_AVX3_DL
+#define HWY_WANT_AVX3_DL // pixels are split by byte permutes of whole registers
+#endif
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "bkimgutl/tone/Component_Row.cpp"
 #include <hwy/foreach_target.h>
-#include <hwy/highway.h>
+
+#include "bkimgutl/core/Vector_Blocks-inl.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace bkimgutl {
-namespace HWY_NAMESPACE {
-
-namespace hn = hwy::HWY_NAMESPACE;
-
-#if HWY_TARGET == HWY_SCALAR
-int Luminance_Blocks(const std::uint8_t*, int, std::uint8_t*)
-{
-    return 0;
-}
-#else
-// A quarter of a register of bytes at a time, grown to 32 bits, where the sum is exact.
-template <class Bytes, class D8>
-HWY_INLINE auto Quarter_Luminance(D8 d8, Bytes blue, Bytes green, Bytes red)
-{
-    const hn::Rebind<std::uint32_t, D8> d32;
-    auto sum = hn::Add(hn::Mul(hn::PromoteTo(d32, red), hn::Set(d32, 19660)), hn::Set(d32, 32768));
-    sum = hn::Add(sum, hn::Mul(hn::PromoteTo(d32, green), hn::Set(d32, 38666)));
-    sum = hn::Add(sum, hn::Mul(hn::PromoteTo(d32, blue), hn::Set(d32, 7209)));
-    return hn::DemoteTo(d8, hn::BitCast(hn::RebindToSigned<decltype(d32)>(), hn::ShiftRight<16>(sum)));
-}
+namespace bkimgutl::HWY_NAMESPACE {
 
 int Luminance_Blocks(const std::uint8_t* pixels, int width, std::uint8_t* luminance)
 {
-    const hn::ScalableTag<std::uint8_t> whole;
-    const hn::Rebind<std::uint8_t, hn::ScalableTag<std::uint32_t>> quarter;
-    const int lanes = int(hn::Lanes(whole));
-    const int step = int(hn::Lanes(quarter));
-    HWY_ALIGN std::uint8_t planes[3][HWY_MAX_BYTES];
+    const Bytes_Tag d;
+    const int lanes = int(hn::Lanes(d));
     int x = 0;
     for (; x + lanes <= width; x += lanes) {
-        hn::Vec<decltype(whole)> blue, green, red;
-        hn::LoadInterleaved3(whole, pixels + 3 * std::ptrdiff_t(x), blue, green, red);
-        hn::Store(blue, whole, planes[0]);
-        hn::Store(green, whole, planes[1]);
-        hn::Store(red, whole, planes[2]);
-        for (int i = 0; i < lanes; i += step)
-            hn::StoreU(Quarter_Luminance(quarter, hn::LoadU(quarter, planes[0] + i), hn::LoadU(quarter, planes[1] + i),
-                                         hn::LoadU(quarter, planes[2] + i)),
-                       quarter, luminance + x + i);
+        Bytes blue, green, red;
+        hn::LoadInterleaved3(d, pixels + 3 * std::ptrdiff_t(x), blue, green, red);
+        const Words even = Luminance_Words(Even_Words(red), Even_Words(green), Even_Words(blue));
+        const Words odd = Luminance_Words(Odd_Words(red), Odd_Words(green), Odd_Words(blue));
+        hn::StoreU(Joined_Words(even, odd), d, luminance + x);
     }
     return x;
 }
-#endif
 
-} // namespace HWY_NAMESPACE
-} // namespace bkimgutl
+} // namespace bkimgutl::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE

@@ -32,4 +32,6 @@ Exit_Status Run_Render_Command(const QStringList& arguments);
 Exit_Status Run_Rotate_Command(const QStringList& arguments);
 Exit_Status Run_Save_Command(const QStringList& arguments);
 Exit_Status Run_Script_Command(const QStringList& arguments);
+Exit_Status Run_Search_Command(const QStringList& arguments);
+Exit_Status Run_Slides_Command(const QStringList& arguments);
 Exit_Status Run_Snapshot_Command(const QStringList& arguments);

@@ -3,6 +3,7 @@
 #include "catalogue/Thumbnail_Budget.h"
 #include "frame/text/Text_Utilities.h"
 #include "tests/catalogue/Picture_Fixture.h"
+#include "frame/text/Date_Utilities.h"
 
 namespace {
 

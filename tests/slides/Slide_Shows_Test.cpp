@@ -1,0 +1,185 @@
+#include "slides/Slide_Shows.h"
+
+#include "tests/catalogue/Picture_Fixture.h"
+
+#include <filesystem>
+
+namespace {
+
+QString Q(const char* text)
+{
+    return QString::fromUtf8(text);
+}
+
+class Slide_Shows_Test : public Picture_Test {
+protected:
+    QString Put(const char* name, const char* text)
+    {
+        Put_File(folder.File(name), text);
+        return Path(Q(name));
+    }
+    int Count() const { return form.State().pictures.Count(); }
+    Picture_Item& Nth(int index) { return form.State().pictures.Item(index); }
+    std::string Text(const char* name) const { return Contents_Of(folder.File(name)); }
+    Program_State program;
+    Slide_Shows shows{form.State(), form.Picking(), program};
+};
+
+TEST_F(Slide_Shows_Test, Saved_Shows_Open_Again_With_Rotation_And_Time)
+{
+    std::filesystem::create_directory(folder.File("sub"));
+    Pick_New(Q("a.jpg"));
+    Pick_New(Q("sub/b.jpg"));
+    Nth(1).Rotate = 90;
+    Nth(2).Interval_In_Seconds = 1.25F;
+    program.Slide_Display_Interval = 3;
+    platform.dialogs.picks = {{Path(Q("show"))}};
+    ASSERT_TRUE(shows.Save_Slide_Show(false));
+    EXPECT_EQ(shows.Slide_Show_File_Name(), Path(Q("show.hvs")));
+    EXPECT_EQ(platform.dialogs.pick_asked.back().caption, Q("Halvine - Save Slide Show"));
+    program.Slide_Display_Interval = 2;
+    ASSERT_TRUE(shows.Open_Slide_Show(Path(Q("show.hvs")), false, true));
+    ASSERT_EQ(Count(), 2);
+    EXPECT_EQ(Nth(1).Rotate, 90);
+    EXPECT_EQ(Nth(2).Interval_In_Seconds, 1.25F);
+    EXPECT_EQ(Nth(2).Full_Name(), Path(Q("sub/b.jpg")));
+    EXPECT_EQ(program.Slide_Display_Interval, 3);
+    EXPECT_FALSE(shows.Slide_Show_Modified());
+    EXPECT_TRUE(platform.dialogs.asked.empty());
+}
+
+TEST_F(Slide_Shows_Test, Time_Alone_Sets_The_Default_And_Opens_No_Pictures)
+{
+    Pick_New(Q("a.jpg"));
+    ASSERT_TRUE(shows.Open_Slide_Show(Put("t.hvs", "TIM,5;"), false, true));
+    EXPECT_EQ(program.Slide_Display_Interval, 5);
+    EXPECT_EQ(Count(), 1) << "nothing was picked";
+    EXPECT_EQ(shows.Slide_Show_File_Name(), Path(Q("t.hvs")));
+}
+
+TEST_F(Slide_Shows_Test, All_Moved_And_No_At_The_First_Question_Opens_An_Empty_Show)
+{
+    const QString file = Put("m.hvs", "<hvSlideShow><Slide file='.\\x.jpg'/><Slide file='.\\y.jpg'/></hvSlideShow>");
+    ASSERT_TRUE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_EQ(Count(), 0);
+    EXPECT_EQ(shows.Slide_Show_File_Name(), file);
+    ASSERT_EQ(platform.dialogs.pick_asked.size(), 1U);
+    EXPECT_EQ(platform.dialogs.pick_asked[0].caption, Q("Halvine - Find Folder Containing: x.jpg"));
+    ASSERT_EQ(platform.dialogs.asked.size(), 1U);
+    EXPECT_EQ(platform.dialogs.asked[0].text, Q("Do you wish to continue?"));
+}
+
+TEST_F(Slide_Shows_Test, A_Folder_Found_Once_Serves_The_Next_Pictures)
+{
+    std::filesystem::create_directory(folder.File("moved"));
+    Make(Q("moved/x.jpg"));
+    Make(Q("moved/y.jpg"));
+    const QString file = Put("m.hvs", "PIC,'.\\x.jpg';\r\nPIC,'.\\y.jpg',ROT:90;\r\n");
+    platform.dialogs.picks = {{Path(Q(""))}, {Path(Q("moved"))}};
+    ASSERT_TRUE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_EQ(platform.dialogs.pick_asked.size(), 2U) << "the first folder did not hold it";
+    ASSERT_EQ(Count(), 2);
+    EXPECT_EQ(Nth(2).Rotate, 90);
+}
+
+TEST_F(Slide_Shows_Test, A_Full_Name_Is_Asked_For_As_A_File_And_Yes_Goes_On)
+{
+    Make(Q("a.jpg"));
+    Make(Q("b.jpg"));
+    const QString file = Put("m.hvs", "PIC,'/nowhere/gone.jpg';\nPIC,'C:\\old\\a.jpg';\nPIC,'.\\b.jpg';\n");
+    platform.dialogs.picks = {{}, {Path(Q("a.jpg"))}};
+    platform.dialogs.answers = {Message_Answer::Yes};
+    ASSERT_TRUE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_EQ(platform.dialogs.pick_asked[0].caption, Q("Halvine - Find File: /nowhere/gone.jpg"));
+    EXPECT_EQ(Count(), 2);
+}
+
+TEST_F(Slide_Shows_Test, Appending_Marks_The_Show_Modified_And_Asks_Before_The_Next)
+{
+    Make(Q("a.jpg"));
+    const QString file = Put("m.hvs", "PIC,'.\\a.jpg';");
+    ASSERT_TRUE(shows.Open_Slide_Show(file, true, true));
+    EXPECT_TRUE(shows.Slide_Show_Modified());
+    EXPECT_FALSE(shows.Open_Slide_Show(file, false, true)) << "the answer is No";
+    EXPECT_EQ(Last_Message(), file +
+                                  Q(" modified, do you wish to abandon modifications?\r\nTo save, click 'No' or "
+                                    "'Cancel' then use Slides menu to save ") +
+                                  file + Q("."));
+    platform.dialogs.answers = {Message_Answer::Yes};
+    EXPECT_TRUE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_FALSE(shows.Slide_Show_Modified());
+}
+
+TEST_F(Slide_Shows_Test, Sounds_Are_Kept_Until_Another_Show_Opens)
+{
+    Put("x.wav", "sound");
+    ASSERT_TRUE(shows.Open_Slide_Show(Put("s.hvs", "SND,'.\\x.wav';"), false, true));
+    EXPECT_EQ(shows.Sounds(), QStringList(Path(Q("x.wav"))));
+    ASSERT_TRUE(shows.Open_Slide_Show(Put("t.hvs", "TIM,5;"), false, false));
+    EXPECT_TRUE(shows.Sounds().isEmpty());
+    EXPECT_EQ(shows.Slide_Show_File_Name(), Path(Q("s.hvs"))) << "without picking nothing else happens";
+}
+
+TEST_F(Slide_Shows_Test, Names_In_Windows_1252_Are_Found)
+{
+    Make(Q("K\xC3\xB6ln.jpg"));
+    ASSERT_TRUE(shows.Open_Slide_Show(Put("w.hvs", "PIC,'.\\K\xF6ln.jpg';"), false, true));
+    EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(Slide_Shows_Test, A_File_That_Cannot_Be_Read_Says_Why)
+{
+    EXPECT_FALSE(shows.Open_Slide_Show(Path(Q("none.hvs")), false, true));
+    EXPECT_TRUE(Last_Message().contains(Q("none.hvs")));
+    EXPECT_FALSE(shows.Open_Slide_Show({}, false, true)) << "the dialog was cancelled";
+    EXPECT_EQ(platform.dialogs.pick_asked.back().caption, Q("Halvine - Open Slide Show"));
+}
+
+TEST_F(Slide_Shows_Test, Copies_Stand_By_Themselves)
+{
+    std::filesystem::create_directory(folder.File("it's"));
+    Pick_New(Q("a.jpg"));
+    Pick_New(Q("b.jpg"));
+    Pick_New(Q("c'd.jpg"));
+    Nth(1).Rotate = 180;
+    Nth(3).Interval_In_Seconds = 9;
+    std::filesystem::remove(folder.File("b.jpg"));
+    platform.dialogs.picks = {{Path(Q("it's/copy"))}};
+    ASSERT_TRUE(shows.Copy_Slide_Show_As(false));
+    const std::string text = Text("it's/copy.hvs");
+    const std::string records = text.substr(text.find("PIC"));
+    EXPECT_EQ(records, "PIC,'.\\ss001-a.jpg',ROT:180;\r\nPIC,'.\\ss003-c''d.jpg';\r\nTIM,2.00;\r\n");
+    EXPECT_NE(text.find("it''s\\';\r\n"), std::string::npos);
+    EXPECT_TRUE(shows.Slide_Show_File_Name().isEmpty());
+    EXPECT_EQ(platform.shell.busy_depth, 0);
+    std::filesystem::rename(folder.File("it's"), folder.File("elsewhere"));
+    ASSERT_TRUE(shows.Open_Slide_Show(Path(Q("elsewhere/copy.hvs")), false, true));
+    EXPECT_EQ(Count(), 2) << "found beside the show";
+}
+
+TEST_F(Slide_Shows_Test, A_Copy_Never_Takes_The_Place_Of_A_Picture_Of_The_Show)
+{
+    Pick_New(Q("a.jpg"));
+    Pick(Make(Q("ss001-a.jpg"), 40, 40));
+    const std::string before = Text("ss001-a.jpg");
+    platform.dialogs.picks = {{Path(Q("copy.hvs"))}};
+    ASSERT_TRUE(shows.Copy_Slide_Show_As(false));
+    EXPECT_EQ(Text("ss001-a.jpg"), before);
+    EXPECT_EQ(Text("copy.hvs").find("ss001-a.jpg',"), std::string::npos);
+}
+
+TEST_F(Slide_Shows_Test, Only_The_Selected_Are_Saved_And_A_Failure_Is_Told)
+{
+    Pick_New(Q("a.jpg"));
+    const int second = Pick_New(Q("b.jpg"));
+    form.State().selection.Clear();
+    form.Set_Picture_Key_Selected(second, true);
+    platform.dialogs.picks = {{Path(Q("one.hvs"))}, {Path(Q("no/such/one.hvs"))}};
+    ASSERT_TRUE(shows.Save_Slide_Show(true));
+    EXPECT_EQ(Text("one.hvs").find("a.jpg"), std::string::npos);
+    EXPECT_FALSE(shows.Save_Slide_Show(true));
+    EXPECT_EQ(platform.dialogs.asked.back().title, Q("Halvine Error Saving Slide Show"));
+    EXPECT_EQ(shows.Slide_Show_File_Name(), Path(Q("one.hvs")));
+}
+
+} // namespace
