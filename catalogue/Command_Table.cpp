@@ -4,7 +4,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <algorithm>
-#include <array>
+#include <map>
 #include <set>
 
 namespace {
@@ -346,20 +346,65 @@ bool Is_There(Needs needs, const Command_Facts& facts)
     return false;
 }
 
-QString Free_Mnemonic(const QString& caption, const std::set<QChar>& taken, qsizetype& at)
+/// Where mnemonics may stand in a caption: the first letters of words before all others.
+std::vector<qsizetype> Mnemonic_Places(const QString& caption)
 {
-    const auto is_free = [&](qsizetype i) {
-        const QChar letter = caption.at(i).toLower();
-        return letter.isLetterOrNumber() && letter.unicode() < 0x80 && taken.count(letter) == 0;
-    };
-    for (const bool first_letters : {true, false}) {
-        for (at = 0; at < caption.size(); ++at) {
-            if (first_letters && at > 0 && caption.at(at - 1).isLetterOrNumber()) continue;
-            if (is_free(at)) return caption.at(at).toLower();
+    std::vector<qsizetype> first, others;
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        const QChar letter = caption.at(i);
+        if (!letter.isLetterOrNumber() || letter.unicode() >= 0x80) continue;
+        const bool begins = i == 0 || !caption.at(i - 1).isLetterOrNumber();
+        (begins ? first : others).push_back(i);
+    }
+    first.insert(first.end(), others.begin(), others.end());
+    return first;
+}
+
+/// Gives each caption a letter of its own. One that finds none free takes another's, who looks for a new one.
+class Mnemonic_Matching {
+public:
+    explicit Mnemonic_Matching(const QStringList& captions) : captions_(captions), places_(captions.size(), -1)
+    {
+        for (std::size_t i = 0; i < places_.size(); ++i) {
+            std::set<QChar> tried;
+            if (!Take_Free(i)) Take_Over(i, tried);
         }
     }
-    return {};
-}
+    qsizetype Place(std::size_t caption) const { return places_[caption]; } ///< -1 none
+
+private:
+    QChar Letter(std::size_t caption, qsizetype at) const { return captions_[qsizetype(caption)].at(at).toLower(); }
+    void Give(std::size_t caption, qsizetype at)
+    {
+        places_[caption] = at;
+        owners_[Letter(caption, at)] = caption;
+    }
+    bool Take_Free(std::size_t caption)
+    {
+        for (const qsizetype at : Mnemonic_Places(captions_[qsizetype(caption)])) {
+            if (owners_.count(Letter(caption, at)) > 0) continue;
+            Give(caption, at);
+            return true;
+        }
+        return false;
+    }
+    bool Take_Over(std::size_t caption, std::set<QChar>& tried) // as deep as there are letters
+    {
+        for (const qsizetype at : Mnemonic_Places(captions_[qsizetype(caption)])) {
+            const QChar letter = Letter(caption, at);
+            if (!tried.insert(letter).second) continue;
+            const std::size_t owner = owners_.at(letter);
+            if (!Take_Free(owner) && !Take_Over(owner, tried)) continue;
+            Give(caption, at);
+            return true;
+        }
+        return false;
+    }
+
+    QStringList captions_;
+    std::vector<qsizetype> places_;
+    std::map<QChar, std::size_t> owners_;
+};
 
 } // namespace
 
@@ -426,21 +471,12 @@ std::span<const Command_Id> Commands_To_Come()
 
 QStringList With_Mnemonics(const QStringList& captions)
 {
+    const Mnemonic_Matching matching(captions);
+    const auto doubled = [](QString text) { return text.replace(QLatin1Char('&'), QStringLiteral("&&")); };
     QStringList marked;
-    std::set<QChar> taken;
-    for (QString caption : captions) {
-        qsizetype at = 0;
-        const QString letter = Free_Mnemonic(caption, taken, at);
-        QString text = caption;
-        if (letter.isEmpty()) {
-            text.replace(QLatin1Char('&'), QStringLiteral("&&"));
-        } else {
-            taken.insert(letter.front());
-            const QString head = caption.left(at).replace(QLatin1Char('&'), QStringLiteral("&&"));
-            const QString tail = caption.mid(at).replace(QLatin1Char('&'), QStringLiteral("&&"));
-            text = head + QLatin1Char('&') + tail;
-        }
-        marked << text;
+    for (const QString& caption : captions) {
+        const qsizetype at = matching.Place(std::size_t(marked.size()));
+        marked << (at < 0 ? doubled(caption) : doubled(caption.left(at)) + QLatin1Char('&') + doubled(caption.mid(at)));
     }
     return marked;
 }

@@ -97,8 +97,8 @@ QWidget* Halvine_Window::Make_Pictures()
     picture_split_ = new bkcSplit;
     picture_split_->setObjectName(QStringLiteral("Picture_bkcSplit"));
     picture_split_->Initialize(nullptr, strip_, magnify_);
-    picture_split_->Set_SplitRatio(0.5);
-    magnify_->hide(); // until there is a current picture
+    picture_split_->Set_SplitRatio(0.57); // three columns in a window of the usual size
+    magnify_->hide();                     // until there is a current picture
     list_ = new bkcGrid;
     list_->setObjectName(QStringLiteral("Picture_List_bkcGrid"));
     list_->setAccessibleName(tr("Thumbnail list"));

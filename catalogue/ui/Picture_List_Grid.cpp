@@ -11,10 +11,10 @@ struct List_Column {
 };
 
 constexpr List_Column Columns[] = {
-    {"Path", 180},
+    {"Path", 160},
     {"Name", 140},
     {"Type", 60},
-    {"Last Modified", 140},
+    {"Last Modified", 170},
     {"Size", 70, Grid_Text_Align::Right},
     {"Horz", 55, Grid_Text_Align::Right},
     {"Vert", 55, Grid_Text_Align::Right},

@@ -209,7 +209,8 @@ TEST_F(Commands, Flips_Toggle_And_Both_Together_Are_A_Half_Turn)
 
 TEST_F(Commands, Both_Flips_Turn_The_Texts_Of_The_Script)
 {
-    const int key = Add("a.jpg", "Text(<Paragraph OriginX='10' OriginY='20' Escapement='0'>a</Paragraph>)");
+    const int key =
+        Add("a.jpg", "Text(\"<Paragraph width='50' height='20' orgx='10' orgy='30' escape='0' >a</Paragraph>\")");
     const QString before = form.Recall_Picture_All_Script_Items(key);
     Run(Menu::Rotate, 302);
     EXPECT_EQ(before, form.Recall_Picture_All_Script_Items(key));
