@@ -1,8 +1,10 @@
 #include "bkimgutl/bkimgutl.h"
+#include "bkimgutl/codecs/Codec.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "fuzz/Fuzz_File.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <vector>
 
@@ -38,6 +40,25 @@ void Save_Turned(const std::string& path, const std::string& target, int rotatio
     Release(bitmap);
 }
 
+/// New texts leave what is shown, a damaged picture's remains included, as long as its end is there.
+void Save_Texts(const std::string& path, const std::string& target)
+{
+    const auto file = Regular_File::Open(path);
+    if (!file || !JPEG_Codec().Is_Complete(*file)) return;
+    if (!Save_File_Texts(target, 1, "text", "script", path, 0, 0)) return;
+    const Bitmap_Handle before = Load_Bitmap_From_File(path, 1, 1, 0);
+    if (before == 0) return;
+    const Bitmap_Handle after = Load_Bitmap_From_File(target, 1, 1, 0);
+    if (after == 0) std::abort();
+    const Bitmap_View old_pixels = (*Find_Bitmap(before))->View();
+    const Bitmap_View new_pixels = (*Find_Bitmap(after))->View();
+    if (old_pixels.width != new_pixels.width || old_pixels.height != new_pixels.height) std::abort();
+    for (int y = 0; y < old_pixels.height; ++y)
+        if (std::memcmp(old_pixels.Row(y), new_pixels.Row(y), old_pixels.Row_Bytes()) != 0) std::abort();
+    Release(before);
+    Release(after);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -57,6 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Load_And_Release(path, 3);
     const unsigned choice = size > 0 ? bytes[size - 1] : 0;
     Save_Turned(path, target, int(choice % 4) * 90);
+    Save_Texts(path, target);
     std::error_code ignored;
     std::filesystem::remove(target, ignored);
     return 0;

@@ -23,10 +23,11 @@ void Must(bool condition)
     if (!condition) std::abort();
 }
 
-void Save_And_Compare(const Bitmap& bitmap, const std::string& parent)
+/// The saved file shows what `bitmap` does, whether its pixels are `saved_pixels` or, without them, the parent's.
+void Save_And_Compare(const Bitmap& bitmap, const std::string& parent, const Bitmap* saved_pixels)
 {
     static const std::string target = "/dev/shm/halvine-fuzz-" + std::to_string(getpid()) + ".tif";
-    const auto saved = TIFF_Codec().Save({.bitmap = &bitmap,
+    const auto saved = TIFF_Codec().Save({.bitmap = saved_pixels,
                                           .target = target,
                                           .comment = "c",
                                           .script = "s",
@@ -65,8 +66,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)codec.Read_Profile(*file);
     (void)codec.Load(*file, 2 + int(size % 7));
     auto bitmap = codec.Load(*file, 1);
+    if (bitmap && codec.Is_Complete(*file)) Save_And_Compare(*bitmap, path, nullptr);
     if (!bitmap || bitmap->Origin()->damaged || size % 4 != 0) return 0;
     if (size % 8 == 0) bitmap->Change();
-    Save_And_Compare(*bitmap, path);
+    Save_And_Compare(*bitmap, path, &*bitmap);
     return 0;
 }

@@ -75,7 +75,8 @@ TEST(Upright_Sink, Turns_And_Reduces_Like_The_Reference)
                 for (const auto& [width, height] : {std::pair{1, 1}, {7, 5}, {16, 24}, {1, 9}, {13, 1}, {9, 35}}) {
                     SCOPED_TRACE(testing::Message() << channels << " channels, orientation " << orientation
                                                     << ", divisor " << divisor << ", " << width << " x " << height);
-                    const Sample_Picture upright = Noise(width, height, channels, unsigned(orientation * divisor));
+                    const Sample_Picture upright =
+                        Noise(width, height, channels, unsigned(orientation) * unsigned(divisor));
                     const Sample_Picture stored = Stored_With_Orientation(upright, orientation);
                     const Bitmap expected = Reduced_Reference(Bitmap_Of(upright), divisor);
                     EXPECT_TRUE(Same_Pixels(expected.View(), Through_Sink(stored, orientation, divisor).View()));
