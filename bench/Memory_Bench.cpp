@@ -1,6 +1,7 @@
 #include "bench/Harness.h"
 
 #include "bkimgutl/core/Row_Loop.h"
+#include "bkimgutl/core/Row_Writer.h"
 
 #include <cstring>
 #include <sys/mman.h>
@@ -12,7 +13,8 @@ void Copy_To_New_Bitmap(const Bitmap_View& from)
     Bitmap bitmap = std::move(Bitmap::Create(from.width, from.height, from.bytes_per_pixel).value());
     const auto to = bitmap.Change();
     For_Rows(from.height, from.Row_Bytes(), [&](int first, int end) {
-        for (int y = first; y < end; ++y) std::memcpy(to.Row(y), from.Row(y), from.Row_Bytes());
+        Row_Writer writer(to);
+        for (int y = first; y < end; ++y) writer.Copy_To_Row(y, 0, from.Row(y), from.Row_Bytes());
     });
 }
 

@@ -8,7 +8,8 @@ class Catalogue_View {
 public:
     virtual ~Catalogue_View() = default;
 
-    // The filmstrip.
+    // The filmstrip. Records have no thumbnails where nothing shows them, which spares their decoding.
+    virtual bool Shows_Thumbnails() const { return true; }
     virtual int Thumbnails_Per_Row() const { return 6; }
     virtual int Thumbnail_Rows() const { return 4; } ///< rows that fit
     virtual void Set_Top_Row(int) {}                 ///< 0-based first visible row

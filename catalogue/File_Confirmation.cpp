@@ -54,3 +54,11 @@ bool Confirm_Overwrite_Originals(User_Dialogs& dialogs)
 {
     return dialogs.Confirm(QStringLiteral("This will overwrite (modify) your original(s), are you sure?"));
 }
+
+bool Is_Same_File(const QString& left, const QString& right)
+{
+    if (left == right) return true;
+    const auto a = Identity_Of(File_System_Bytes(left));
+    const auto b = Identity_Of(File_System_Bytes(right));
+    return a && b && a->device == b->device && a->inode == b->inode;
+}

@@ -13,3 +13,6 @@ bool Confirm_Overwrite(User_Dialogs& dialogs, const QString& path);
 
 /// Before pictures are saved over themselves.
 bool Confirm_Overwrite_Originals(User_Dialogs& dialogs);
+
+/// True when both names lead to one file, through links too; also when they are equal and nothing stands there.
+bool Is_Same_File(const QString& left, const QString& right);

@@ -153,14 +153,14 @@ Bitmap_Handle Halvine_Form::Return_Picture_Adjusted(int Picture_Key, int Rotate_
 Bitmap_Handle Halvine_Form::Return_Thumbnail_Picture(int Picture_Key, int Rotate_Delta, bool& Bitmap_Is_Copy)
 {
     Bitmap_Is_Copy = false;
-    const Picture_Item* item = state_.pictures.Find(Picture_Key);
+    Picture_Item* item = state_.pictures.Find(Picture_Key);
     return item != nullptr ? pictures_.Thumbnail(*item, Rotate_Delta, Bitmap_Is_Copy) : 0;
 }
 
 Bitmap_Handle Halvine_Form::Return_Thumbnail_Picture_Adjusted(int Picture_Key, int Rotate_Delta, bool& Bitmap_Is_Copy)
 {
     Bitmap_Is_Copy = false;
-    const Picture_Item* item = state_.pictures.Find(Picture_Key);
+    Picture_Item* item = state_.pictures.Find(Picture_Key);
     return item != nullptr ? pictures_.Thumbnail_Adjusted(*item, Rotate_Delta, Bitmap_Is_Copy) : 0;
 }
 

@@ -6,12 +6,17 @@
 
 #include <algorithm>
 
+namespace {
+constexpr qint64 Longest_Silence_Milliseconds = 50;
+}
+
 struct Pick_Loop::Run {
     std::span<const File_Entry> entries;
     bool append = false;
     bool refresh_selection = false;
     bool shows_progress = false;
-    int done = 0; // entries that were tried
+    int done = 0;          // entries that were tried
+    qint64 last_yield = 0; // milliseconds
     std::vector<int> added_keys{};
     QStringList failed{};
 };
@@ -53,6 +58,7 @@ void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool App
 void Pick_Loop::Begin(Run& run)
 {
     state_.slide_show->Stop();
+    run.last_yield = state_.platform.clock.Now().toMSecsSinceEpoch();
     state_.platform.shell.Show_Busy_Pointer(true);
     run.shows_progress = int(run.entries.size()) >= state_.view->Thumbnails_Per_Row();
     if (run.shows_progress) state_.view->Begin_Pick_Progress();
@@ -77,9 +83,10 @@ std::optional<Picture_Item> Pick_Loop::Read_Picture(const File_Entry& entry)
     item.File_Size_KB = entry.File_Size_KB;
     item.Rotate = entry.Rotate;
     item.Interval_In_Seconds = entry.Interval;
-    Picture_Pictures::Make_Thumbnail(item);
-    if (!item.Thumbnail_Bitmap) return std::nullopt;
+    pictures_.Make_Thumbnail(item);
+    if (!item.Thumbnail_Bitmap && state_.view->Shows_Thumbnails()) return std::nullopt;
     Picture_Pictures::Read_Facts(item);
+    if (item.Horz_Pixels < 1) return std::nullopt;
     return item;
 }
 
@@ -109,7 +116,7 @@ void Pick_Loop::Show_Progress(const Run& run)
                                     total);
 }
 
-void Pick_Loop::Yield_After(const Run& run, bool read)
+void Pick_Loop::Yield_After(Run& run, bool read)
 {
     const int columns = std::max(state_.view->Thumbnails_Per_Row(), 1);
     const int count = state_.pictures.Count();
@@ -117,10 +124,15 @@ void Pick_Loop::Yield_After(const Run& run, bool read)
         state_.view->Update_Scroll_Range();
         state_.view->Repaint_Pick_Progress();
     }
-    // A long run of unreadable files fills no row; it must not hold off the Stop button.
+    // A long run of unreadable files fills no row, and a row of large files takes its time; neither must hold off the
+    // Stop button.
     const bool full_row = read && count % columns == 0 && count > 1;
     const bool row_of_failures = !read && run.failed.size() % columns == 0;
-    if (full_row || row_of_failures) state_.platform.events.Process_Pending_Events();
+    const qint64 now = state_.platform.clock.Now().toMSecsSinceEpoch();
+    const bool late = std::abs(now - run.last_yield) >= Longest_Silence_Milliseconds;
+    if (!full_row && !row_of_failures && !late) return;
+    state_.platform.events.Process_Pending_Events();
+    run.last_yield = state_.platform.clock.Now().toMSecsSinceEpoch();
 }
 
 void Pick_Loop::Select_Added(const Run& run)

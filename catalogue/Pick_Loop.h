@@ -9,8 +9,8 @@
 #include <span>
 #include <vector>
 
-/// Moves files into the catalogue, and pictures out of it. Reading yields to events at each full row of the filmstrip and
-/// nowhere else; a record is published only when it is complete.
+/// Moves files into the catalogue, and pictures out of it. Reading yields to events at each full row of the filmstrip, and
+/// after 50 milliseconds at the latest; a record is published only when it is complete.
 class Pick_Loop {
 public:
     Pick_Loop(Catalogue_State& state, Picture_Pictures& pictures) : state_(state), pictures_(pictures) {}
@@ -39,9 +39,9 @@ private:
     void Finish(Run& run);
     void Select_Added(const Run& run);
     void Show_Progress(const Run& run);
-    void Yield_After(const Run& run, bool read);
+    void Yield_After(Run& run, bool read);
     void Discard(bool all);
-    static std::optional<Picture_Item> Read_Picture(const File_Entry& entry);
+    std::optional<Picture_Item> Read_Picture(const File_Entry& entry);
 
     Catalogue_State& state_;
     Picture_Pictures& pictures_;

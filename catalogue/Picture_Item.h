@@ -36,6 +36,7 @@ struct Picture_Item {
     float Interval_In_Seconds = 0; ///< 0 means the global time
     Script_Item_Array Script_Items;
     bool Script_Modified = false; ///< the script differs from what the file holds
+    QString Script_Fault;         ///< why the file's script could not be read to its end; empty when it was
     File_Identity Identity; ///< of the file when it was read or written last: tells whether another program changed it
     std::int32_t Source_Warnings = -1; ///< of the last full-size load, as Get_Bitmap_Source_Warnings_CPP; -1 none yet
 

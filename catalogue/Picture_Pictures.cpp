@@ -13,12 +13,6 @@ constexpr int First_Divisor = 8;
 constexpr int Cell_Side_Twips = 1920;
 constexpr int Twips_Per_Pixel = 15;
 
-Owned_Bitmap Load_Thumbnail(const Picture_Item& item)
-{
-    return Owned_Bitmap(
-        Load_Picture_Bitmap(item.Full_Name(), item.File_Type, item.Scale_Divisor, item.Rotate, item.Flip));
-}
-
 /// The smallest power-of-two reduction that still fills a cell, or 1 for a small picture.
 int Divisor_That_Fills_A_Cell(Pixel_Size at_first_divisor)
 {
@@ -50,15 +44,24 @@ Bitmap_Handle Picture_Pictures::Load_Adjusted(Picture_Item& item, int rotate_del
                                      {.divisor = scale_divisor, .rotation = item.Rotate + rotate_delta});
 }
 
-Bitmap_Handle Picture_Pictures::Thumbnail(const Picture_Item& item, int rotate_delta, bool& is_copy) const
+bool Picture_Pictures::Ensure_Thumbnail(Picture_Item& item) const
+{
+    if (!item.Thumbnail_Bitmap) item.Thumbnail_Bitmap = Load_Thumbnail(item);
+    return bool(item.Thumbnail_Bitmap);
+}
+
+Bitmap_Handle Picture_Pictures::Thumbnail(Picture_Item& item, int rotate_delta, bool& is_copy) const
 {
     is_copy = rotate_delta != 0;
-    if (!is_copy) return item.Thumbnail_Bitmap.Get();
+    if (!is_copy) {
+        Ensure_Thumbnail(item);
+        return item.Thumbnail_Bitmap.Get();
+    }
     return Load_Picture_Bitmap(item.Full_Name(), item.File_Type, item.Scale_Divisor,
                                Normal_Rotation(item.Rotate + rotate_delta), item.Flip);
 }
 
-Bitmap_Handle Picture_Pictures::Thumbnail_Adjusted(const Picture_Item& item, int rotate_delta, bool& is_copy) const
+Bitmap_Handle Picture_Pictures::Thumbnail_Adjusted(Picture_Item& item, int rotate_delta, bool& is_copy) const
 {
     Bitmap_Handle bitmap = Thumbnail(item, rotate_delta, is_copy);
     if (bitmap == 0) return 0;
@@ -67,6 +70,21 @@ Bitmap_Handle Picture_Pictures::Thumbnail_Adjusted(const Picture_Item& item, int
     return Apply_Script_Items_To_Own(
         bitmap, state_.Items_In_Force(item),
         {.divisor = item.Scale_Divisor, .rotation = rotation, .margin_division = Margin_Division::Truncated});
+}
+
+Owned_Bitmap Picture_Pictures::Load_Thumbnail(const Picture_Item& item) const
+{
+    if (!state_.view->Shows_Thumbnails()) return {};
+    return Owned_Bitmap(
+        Load_Picture_Bitmap(item.Full_Name(), item.File_Type, item.Scale_Divisor, item.Rotate, item.Flip));
+}
+
+void Picture_Pictures::Read_File_Facts(Picture_Item& item)
+{
+    const File_Entry entry = Entry_Of_File(item.Full_Name());
+    item.File_Date = Normalize_Date(entry.File_Date, true);
+    item.File_Size_KB = entry.File_Size_KB;
+    if (const auto identity = Identity_Of(File_System_Bytes(item.Full_Name()))) item.Identity = *identity;
 }
 
 void Picture_Pictures::Make_Thumbnail(Picture_Item& item)
@@ -96,8 +114,12 @@ void Picture_Pictures::Read_Facts(Picture_Item& item)
     item.Description_Modified = false;
     item.Script_Items.Clear();
     item.Script_Modified = false;
-    if (const QString script = Get_Image_Script(name, item.File_Type); !script.isEmpty())
-        Parse_Script_Items(script, item.Script_Items); // what could be split before a fault stays
+    item.Script_Fault.clear();
+    if (!Image_Script_Is_Readable(name, item.File_Type))
+        item.Script_Fault = Last_Image_Error();
+    else if (const QString script = Get_Image_Script(name, item.File_Type); !script.isEmpty())
+        // What could be split before a fault stays.
+        item.Script_Fault = Script_Status_Text(Parse_Script_Items(script, item.Script_Items));
     const auto camera = Camera_Record_Of_File(name, item.File_Type);
     item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
     if (const auto identity = Identity_Of(File_System_Bytes(name))) item.Identity = *identity;
@@ -112,10 +134,7 @@ void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)
         Make_Thumbnail(item);
     else
         item.Thumbnail_Bitmap = Load_Thumbnail(item);
-    const File_Entry entry = Entry_Of_File(item.Full_Name());
-    item.File_Date = Normalize_Date(entry.File_Date, true);
-    item.File_Size_KB = entry.File_Size_KB;
-    if (const auto identity = Identity_Of(File_System_Bytes(item.Full_Name()))) item.Identity = *identity;
+    Read_File_Facts(item);
     state_.view->Draw_Thumbnail(index);
     Refresh_Current_Picture(item.Picture_Key);
 }
@@ -128,10 +147,8 @@ void Picture_Pictures::Rotate_Picture(int key, int angle)
     // Flips come after the rotation: a picture that is mirrored once turns the other way round as seen.
     const bool mirrored = item->Flip == Flip_Left_To_Right || item->Flip == Flip_Top_To_Bottom;
     const int seen_angle = Normal_Rotation(mirrored ? -angle : angle);
-    if (seen_angle != 0 || !item->Thumbnail_Bitmap) {
-        Owned_Bitmap turned(item->Thumbnail_Bitmap && seen_angle % 90 == 0
-                                ? Rotate_Bitmap(item->Thumbnail_Bitmap.Get(), seen_angle)
-                                : 0);
+    if (seen_angle != 0 && item->Thumbnail_Bitmap) { // one that was given up is read again when it is needed
+        Owned_Bitmap turned(seen_angle % 90 == 0 ? Rotate_Bitmap(item->Thumbnail_Bitmap.Get(), seen_angle) : 0);
         item->Thumbnail_Bitmap = turned ? std::move(turned) : Load_Thumbnail(*item);
     }
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(key));

@@ -9,14 +9,20 @@ public:
 
     Bitmap_Handle Load(Picture_Item& item, int rotate_delta, int scale_divisor);
     Bitmap_Handle Load_Adjusted(Picture_Item& item, int rotate_delta, int scale_divisor);
-    Bitmap_Handle Thumbnail(const Picture_Item& item, int rotate_delta, bool& is_copy) const;
-    Bitmap_Handle Thumbnail_Adjusted(const Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    /// A thumbnail that was given up to save memory is read again, at the record's divisor.
+    Bitmap_Handle Thumbnail(Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    Bitmap_Handle Thumbnail_Adjusted(Picture_Item& item, int rotate_delta, bool& is_copy) const;
+    bool Ensure_Thumbnail(Picture_Item& item) const; ///< false when the file cannot be read any more
 
     /// Loads the thumbnail at divisor 8 and again at the smallest power of two that still fills a cell.
-    static void Make_Thumbnail(Picture_Item& item);
+    /// Nothing where no view shows thumbnails.
+    void Make_Thumbnail(Picture_Item& item);
 
     /// Sizes, resolutions, description, script and camera line from the file. The record counts as unmodified then.
     static void Read_Facts(Picture_Item& item);
+
+    /// Date, size and identity of the file as it stands now.
+    static void Read_File_Facts(Picture_Item& item);
 
     /// After the file or the pending rotation changed. With size_changed the divisor is found anew.
     void Reload_Picture_Thumbnail(int index, bool size_changed);
@@ -29,5 +35,6 @@ public:
 
 private:
     void Refresh_Current_Picture(int key);
+    Owned_Bitmap Load_Thumbnail(const Picture_Item& item) const;
     Catalogue_State& state_;
 };

@@ -14,14 +14,6 @@ namespace {
 constexpr int Warning_Damaged = 1;
 constexpr int Warning_Reduced = 2;
 
-bool Same_File(const QString& left, const QString& right)
-{
-    if (left == right) return true;
-    const auto a = Identity_Of(File_System_Bytes(left));
-    const auto b = Identity_Of(File_System_Bytes(right));
-    return a && b && a->device == b->device && a->inode == b->inode;
-}
-
 } // namespace
 
 struct Picture_Saver::Job {
@@ -29,12 +21,13 @@ struct Picture_Saver::Job {
     Bitmap_Handle bitmap = 0;
     QString target;
     bool in_place = true;
-    bool keep_rotation = false; // the pixels do not hold the pending rotation
+    bool texts_alone = false; // the coded data stays, and the pending rotation with it
     bool error_message = true;
     int type = 0;
     int quality = Quality_Of_Parent;
     Script_Item_Array items{}; // what the file shall hold
     std::vector<int> clear_types{};
+    bool changed_meanwhile = false; // the file shows something else than the record
 };
 
 bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const QString& as_file_name,
@@ -46,9 +39,11 @@ bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const Q
     const QString target = as_file_name.isEmpty() ? item->Full_Name() : as_file_name;
     if (!Confirm_Writable(state_.platform.dialogs, target, QStringLiteral("overwrite"), true) || bitmap == 0)
         return false;
-    if (Same_File(target, item->Full_Name()) && !Confirm_In_Place(*item, true)) return false;
+    const auto answer =
+        Is_Same_File(target, item->Full_Name()) ? Ask_In_Place(*item, true) : In_Place_Answer::Overwrite;
     item = state_.pictures.Find(key); // a question lets events run
-    if (item == nullptr) return false;
+    if (item == nullptr || answer == In_Place_Answer::Nothing) return false;
+    if (answer == In_Place_Answer::Save_Copy) return Save_By_Dialog(*item, bitmap, clear_types);
 
     Job job = In_Place_Job(*item, bitmap);
     job.target = target;
@@ -73,8 +68,18 @@ Picture_Saver::Job Picture_Saver::In_Place_Job(Picture_Item& item, Bitmap_Handle
     return job;
 }
 
+bool Picture_Saver::Holds_Whole_Script(const Picture_Item& item)
+{
+    if (item.Script_Fault.isEmpty() || item.Script_Modified) return true;
+    state_.platform.dialogs.Refuse(QStringLiteral("Error saving picture to ") + item.Full_Name() +
+                                   QStringLiteral("\r\nits script would be cut: ") + item.Script_Fault);
+    return false;
+}
+
 bool Picture_Saver::Run(Job& job)
 {
+    const Picture_Item* item = state_.pictures.Find(job.key);
+    if (item == nullptr || !Holds_Whole_Script(*item)) return false;
     const std::string target = File_System_Bytes(job.target);
     const auto times = Times_Of(target);
     if (!job.in_place) {
@@ -112,13 +117,14 @@ bool Picture_Saver::Write(Job& job, Kept_Original* kept)
     if (item == nullptr) return false;
     const QString parent =
         kept != nullptr ? Path_From_Bytes(QByteArray::fromStdString(kept->Name())) : item->Full_Name();
-    return Save_Bitmap(job.bitmap, job.target, job.type,
-                       {.comment = item->Description,
-                        .script = Join_Script_Items(job.items),
-                        .parent = parent,
-                        .quality = job.quality,
-                        .horizontal_dpi = item->Horz_Resolution,
-                        .vertical_dpi = item->Vert_Resolution});
+    const File_Contents contents{.comment = item->Description,
+                                 .script = Join_Script_Items(job.items),
+                                 .parent = parent,
+                                 .quality = job.quality,
+                                 .horizontal_dpi = item->Horz_Resolution,
+                                 .vertical_dpi = item->Vert_Resolution};
+    if (job.texts_alone) return Save_Texts_Of_File(job.target, contents);
+    return Save_Bitmap(job.bitmap, job.target, job.type, contents);
 }
 
 void Picture_Saver::Report_Failure(const Job& job, const QString& tail)
@@ -130,10 +136,11 @@ void Picture_Saver::Report_Failure(const Job& job, const QString& tail)
 void Picture_Saver::After_Success(const Job& job)
 {
     if (Picture_Item* item = state_.pictures.Find(job.key); item != nullptr && job.in_place) {
-        if (!job.keep_rotation) item->Rotate = item->Flip = 0;
+        if (!job.texts_alone) item->Rotate = item->Flip = 0;
         item->Script_Items = job.items;
         item->Description_Modified = false;
     }
+    if (job.texts_alone) return Take_New_Texts(job);
     const Pixel_Size saved = Size_Of_Bitmap(job.bitmap);
     const std::vector<int> shown = state_.pictures.Indices_From_Name(job.target);
     for (const int index : shown) {
@@ -153,21 +160,31 @@ void Picture_Saver::After_Success(const Job& job)
     if (shown.empty()) pick_.Add_Picture_By_File_Name(job.target);
 }
 
+/// Every record of the file is the file's again; what it shows has not changed.
+void Picture_Saver::Take_New_Texts(const Job& job)
+{
+    for (const int index : state_.pictures.Indices_From_Name(job.target))
+        if (job.changed_meanwhile)
+            pictures_.Reload_Picture_Thumbnail(index, true);
+        else
+            Picture_Pictures::Read_File_Facts(state_.pictures.Item(index));
+}
+
 bool Picture_Saver::Save_Texts(int key)
 {
     Picture_Item* item = state_.pictures.Find(key);
     if (item == nullptr) return false;
     if (!Confirm_Writable(state_.platform.dialogs, item->Full_Name(), QStringLiteral("overwrite"), true)) return false;
-    Owned_Bitmap bitmap(Load_Bitmap(item->Full_Name(), item->File_Type, 1, 0));
-    item->Source_Warnings = bitmap ? Get_Bitmap_Source_Warnings_CPP(bitmap.Get()) : -1;
-    Job job = In_Place_Job(*item, bitmap.Get());
-    job.keep_rotation = true;
-    if (!bitmap) {
-        Report_Failure(job, QStringLiteral("\r\n") + Last_Load_Error());
-        return false;
-    }
-    if (!Confirm_In_Place(*item, false) || !Run(job)) return false;
-    if ((item = state_.pictures.Find(key)) != nullptr) item->Script_Modified = false;
+    if ((item = state_.pictures.Find(key)) == nullptr || !Confirm_In_Place(*item, false)) return false;
+    if ((item = state_.pictures.Find(key)) == nullptr) return false; // a question lets events run
+    Job job = In_Place_Job(*item, 0);
+    job.texts_alone = true;
+    const auto identity = Identity_Of(File_System_Bytes(job.target));
+    job.changed_meanwhile = identity && *identity != item->Identity;
+    if (!Run(job)) return false;
+    if ((item = state_.pictures.Find(key)) == nullptr) return true;
+    item->Script_Modified = false;
+    item->Script_Fault.clear(); // the file holds what the record does
     return true;
 }
 
@@ -228,37 +245,56 @@ bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitma
            Save_Adjusted_Picture(key, bitmap, target.name, target.qualifier, clear_types, true);
 }
 
-bool Picture_Saver::Confirm_In_Place(Picture_Item& item, bool pixels_change)
+In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_change)
 {
     User_Dialogs& dialogs = state_.platform.dialogs;
     const QString name = item.Full_Name();
-    const std::string path = File_System_Bytes(name);
     if (pixels_change && item.Source_Warnings < 0) {
         // The bitmap may come from anywhere: only the file itself can tell what a save would lose.
         const Owned_Bitmap stored(Load_Bitmap(name, item.File_Type, 1, 0));
         if (stored) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(stored.Get());
     }
-    const int warnings = std::max(item.Source_Warnings, 0);
+    // Texts alone leave the coded data as it is, and so lose nothing of it.
+    const int warnings = pixels_change ? std::max(item.Source_Warnings, 0) : 0;
     if ((warnings & Warning_Damaged) != 0) {
         dialogs.Refuse(name +
                        QStringLiteral(" was read with errors and can't be saved over itself, save a copy instead."));
-        return false;
+        return In_Place_Answer::Nothing;
     }
+    if (!Confirm_Identity(item)) return In_Place_Answer::Nothing;
+    if ((warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
+    const Message question{.text =
+                               name + QStringLiteral(" holds more than is kept by a save (more than 8 bits, several "
+                                                     "pages or transparency), do you wish to overwrite?\r\nTo save "
+                                                     "a copy instead, click 'No'."),
+                           .buttons = Message_Buttons::Yes_No_Cancel,
+                           .standard = Message_Answer::No,
+                           .icon = Message_Icon::Question};
+    switch (dialogs.Ask(question)) {
+    case Message_Answer::Yes: return In_Place_Answer::Overwrite;
+    case Message_Answer::No: return In_Place_Answer::Save_Copy;
+    case Message_Answer::Ok:
+    case Message_Answer::Cancel: break;
+    }
+    return In_Place_Answer::Nothing;
+}
+
+/// The file under the picture's name is the one that was read, and has no other name; or the user does not mind.
+bool Picture_Saver::Confirm_Identity(const Picture_Item& item)
+{
+    User_Dialogs& dialogs = state_.platform.dialogs;
+    const QString name = item.Full_Name();
+    const std::string path = File_System_Bytes(name);
     Clear_Stale_Keep(path);
     const auto identity = Identity_Of(path);
-    if (identity && item.Identity.size >= 0 && *identity != item.Identity &&
+    if (!identity) return true; // the save itself tells what is wrong
+    if (item.Identity.size >= 0 && *identity != item.Identity &&
         !dialogs.Confirm(name + QStringLiteral(" was changed by another program meanwhile, do you wish to overwrite?")))
         return false;
-    if (identity && Count_Of_Names(path) > 1 && !several_names_allowed_.contains(identity->inode)) {
-        if (!dialogs.Confirm(name +
-                             QStringLiteral(" is stored under several names (hard links), only this one will get "
-                                            "the new picture, do you wish to continue?")))
-            return false;
-        several_names_allowed_.insert(identity->inode);
-    }
-    if (pixels_change && (warnings & Warning_Reduced) != 0)
-        return dialogs.Confirm(name + QStringLiteral(" holds more than is kept by a save (16 bits, several pages or "
-                                                     "transparency), do you wish to overwrite?\r\nTo keep it, click "
-                                                     "'No' or 'Cancel' then save a copy."));
+    if (Count_Of_Names(path) <= 1 || several_names_allowed_.contains(identity->inode)) return true;
+    if (!dialogs.Confirm(name + QStringLiteral(" is stored under several names (hard links), only this one will get "
+                                               "the new picture, do you wish to continue?")))
+        return false;
+    several_names_allowed_.insert(identity->inode);
     return true;
 }

@@ -16,6 +16,9 @@ enum class Save_Method : int {
     Copy_By_Dialog = 5,
 };
 
+/// What the user wants when a picture is to be saved over its own file.
+enum class In_Place_Answer { Overwrite, Save_Copy, Nothing };
+
 /// Turns what lies in a record into a file. While a save onto the original runs, the original stands under its own name
 /// or, where the file system has no links, under its "~" name, whole.
 class Picture_Saver {
@@ -37,15 +40,28 @@ public:
     bool Save_Rotation_And_Flips(int key);
 
     /// Questions before a picture is saved over its own file: changed meanwhile, several names, more in the file than is
-    /// kept, read with errors. `pixels_change` is false for a save of texts alone.
-    bool Confirm_In_Place(Picture_Item& item, bool pixels_change);
+    /// kept, read with errors. `pixels_change` is false for a save of texts alone. Where the file holds more than is kept,
+    /// the answer No asks for a copy: the caller then lets the user name one.
+    In_Place_Answer Ask_In_Place(Picture_Item& item, bool pixels_change);
+
+    /// The same for callers that make no copy.
+    bool Confirm_In_Place(Picture_Item& item, bool pixels_change)
+    {
+        return Ask_In_Place(item, pixels_change) == In_Place_Answer::Overwrite;
+    }
+
+    /// False, with a message, when the record holds only a part of the file's script: storing it would lose the rest. A
+    /// script that was changed since is what the user wants.
+    bool Holds_Whole_Script(const Picture_Item& item);
 
 private:
+    bool Confirm_Identity(const Picture_Item& item);
     struct Job;
     bool Run(Job& job);
     bool Write(Job& job, Kept_Original* kept);
     void Report_Failure(const Job& job, const QString& tail);
     void After_Success(const Job& job);
+    void Take_New_Texts(const Job& job);
     Job In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const;
     bool Save_Snapshot_Of(const Picture_Item& item);
     bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);

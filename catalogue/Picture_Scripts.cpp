@@ -1,5 +1,7 @@
 #include "catalogue/Picture_Scripts.h"
 
+#include "frame/files/Limits.h"
+
 #include <algorithm>
 
 namespace {
@@ -44,6 +46,10 @@ int Picture_Scripts::Set_Item(int key, const QString& text, std::span<const int>
     Script_Item_Array& items = item->Script_Items;
     if (index < 1 || index > items.Count()) {
         if (text.isEmpty()) return 0;
+        if (items.Count() >= Current_Limits().script_items) { // a reader of the file would stop there
+            state_.platform.dialogs.Refuse(Script_Status_Text(Script_Status::Too_Many_Items));
+            return 0;
+        }
         items.Append({});
         index = items.Count();
     }

@@ -30,12 +30,16 @@ private:
         int rotation = 0;
         Owned_Bitmap bitmap{};
         QString script{};
-        bool in_place = false;
+        bool in_place = false;        // over the picture's own file
+        bool is_copy_instead = false; // the user kept the original and named a copy
+        bool texts_alone = false;     // the coded data goes as it is
+        bool looks_the_same = false;  // as the record, which so keeps its thumbnail
     };
     Outcome Ask_For_Target(const Picture_Item& item, One& one);
     void Name_Target(const Picture_Item& item, One& one);
     void Load(Picture_Item& item, One& one);
-    bool Confirm(Picture_Item& item, const One& one);
+    Outcome Confirm(Picture_Item& item, One& one);
+    Outcome Ask_For_Copy(const Picture_Item& item, One& one);
     bool Write(const Picture_Item& item, const One& one);
     void Bring_Record_In_Line(int key, const One& one);
 
@@ -60,9 +64,11 @@ Outcome Series::Save(int key)
     }
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr) return Outcome::Skipped;
+    if (options_.Script_Option == Scripts::Save_With && !saver_.Holds_Whole_Script(*item)) return Outcome::Skipped;
     Load(*item, one);
-    if (!one.bitmap || !Confirm(*item, one) || (item = state_.pictures.Find(key)) == nullptr || !Write(*item, one))
-        return Outcome::Skipped;
+    if (!one.bitmap && !one.texts_alone) return Outcome::Skipped;
+    if (const Outcome outcome = Confirm(*item, one); outcome != Outcome::Saved) return outcome;
+    if ((item = state_.pictures.Find(key)) == nullptr || !Write(*item, one)) return Outcome::Skipped;
     Bring_Record_In_Line(key, one);
     return Outcome::Saved;
 }
@@ -80,6 +86,7 @@ Outcome Series::Ask_For_Target(const Picture_Item& item, One& one)
     const Qualified_Name name = Split_Qualifier(picked.front());
     one.target = name.name;
     Parse_Save_Qualifier(name.name, name.qualifier, one.type, one.quality);
+    one.in_place = Is_Same_File(one.target, item.Full_Name());
     return Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
 }
 
@@ -103,21 +110,41 @@ void Series::Load(Picture_Item& item, One& one)
         return;
     }
     // Flips are not applied here.
-    one.bitmap.Reset(Load_Bitmap(item.Full_Name(), item.File_Type, 1, Normal_Rotation(one.rotation)));
-    if (one.bitmap) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(one.bitmap.Get());
+    one.texts_alone = Normal_Rotation(one.rotation) == 0 && one.type == item.File_Type && one.quality < 0;
+    const auto identity = Identity_Of(File_System_Bytes(item.Full_Name()));
+    one.looks_the_same = one.texts_alone && identity && *identity == item.Identity;
+    if (!one.texts_alone) {
+        one.bitmap.Reset(Load_Bitmap(item.Full_Name(), item.File_Type, 1, Normal_Rotation(one.rotation)));
+        if (one.bitmap) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(one.bitmap.Get());
+    }
     if (options_.Script_Option != Scripts::Save_With) return;
     Script_Item_Array items = state_.Items_In_Force(item);
     Turn_Items(items, one.rotation, {item.Horz_Pixels, item.Vert_Pixels});
     one.script = Join_Script_Items(items);
 }
 
-bool Series::Confirm(Picture_Item& item, const One& one)
+Outcome Series::Confirm(Picture_Item& item, One& one)
 {
     User_Dialogs& dialogs = state_.platform.dialogs;
-    if (!one.in_place) return options_.Save_Option == Target::Prompted_Copy || Confirm_Overwrite(dialogs, one.target);
-    const bool pixels_change = options_.Script_Option == Scripts::Run || one.rotation != 0 || one.quality >= 0;
-    return Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true) &&
-           saver_.Confirm_In_Place(item, pixels_change);
+    if (!one.in_place) {
+        const bool asked = options_.Save_Option == Target::Prompted_Copy;
+        return asked || Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
+    }
+    if (!Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true)) return Outcome::Skipped;
+    switch (saver_.Ask_In_Place(item, !one.texts_alone)) {
+    case In_Place_Answer::Overwrite: return Outcome::Saved;
+    case In_Place_Answer::Save_Copy: return Ask_For_Copy(item, one);
+    case In_Place_Answer::Nothing: break;
+    }
+    return Outcome::Skipped;
+}
+
+Outcome Series::Ask_For_Copy(const Picture_Item& item, One& one)
+{
+    const Outcome outcome = Ask_For_Target(item, one);
+    if (outcome == Outcome::Saved && one.in_place) return Outcome::Skipped; // the same file again is no copy
+    one.is_copy_instead = true;
+    return outcome;
 }
 
 bool Series::Write(const Picture_Item& item, const One& one)
@@ -128,11 +155,15 @@ bool Series::Write(const Picture_Item& item, const One& one)
                            .quality = one.quality,
                            .horizontal_dpi = item.Horz_Resolution,
                            .vertical_dpi = item.Vert_Resolution};
-    if (!one.in_place) return Save_Bitmap(one.bitmap.Get(), one.target, one.type, contents);
+    const auto save = [&] {
+        return one.texts_alone ? Save_Texts_Of_File(one.target, contents)
+                               : Save_Bitmap(one.bitmap.Get(), one.target, one.type, contents);
+    };
+    if (!one.in_place) return save();
     auto kept = Kept_Original::Keep(File_System_Bytes(item.Full_Name()));
     if (!kept) return false;
     contents.parent = Path_From_Bytes(QByteArray::fromStdString(kept->Name()));
-    if (!Save_Bitmap(one.bitmap.Get(), one.target, one.type, contents)) return false; // the original is put back
+    if (!save()) return false; // the original is put back
     (void)kept->Drop();
     return true;
 }
@@ -140,10 +171,12 @@ bool Series::Write(const Picture_Item& item, const One& one)
 void Series::Bring_Record_In_Line(int key, const One& one)
 {
     Picture_Item* item = state_.pictures.Find(key);
-    if (item == nullptr || options_.Save_Option != Target::Original) return;
+    const bool is_copy = options_.Save_Option != Target::Original && !one.in_place;
+    if (item == nullptr || is_copy || one.is_copy_instead) return;
     item->Description_Modified = false;
     if (options_.Script_Option != Scripts::Ignore) item->Script_Modified = false;
     if (!one.in_place) return; // another type: the record goes on with its own file
+    const int flip = item->Flip;
     if (options_.Script_Option == Scripts::Run || options_.Save_Rotations_Flips) {
         Turn_Items(item->Script_Items, item->Rotate, {item->Horz_Pixels, item->Vert_Pixels});
         item->Rotate = item->Flip = 0;
@@ -157,6 +190,7 @@ void Series::Bring_Record_In_Line(int key, const One& one)
         item->Pixel_Depth = facts.pixel_depth;
     }
     item->Source_Warnings = -1;
+    if (one.looks_the_same && !size_changed && flip == item->Flip) return Picture_Pictures::Read_File_Facts(*item);
     pictures_.Reload_Picture_Thumbnail(state_.pictures.Index_From_Key(key), size_changed);
 }
 

@@ -39,6 +39,12 @@ bool Rename_To_Free_Name(const QString& from, const QString& to, QString& reason
     return outcome == 0;
 }
 
+bool Save_Turned(const QString& target, const Picture_Item& item, int rotation, const File_Contents& contents)
+{
+    const Owned_Bitmap bitmap(Load_Bitmap(item.Full_Name(), item.File_Type, 1, rotation));
+    return bitmap && Save_Bitmap(bitmap.Get(), target, item.File_Type, contents);
+}
+
 } // namespace
 
 QStringList Snapshots_Of_File(const QString& file_name)
@@ -104,19 +110,20 @@ bool Snapshot_Commands::Save_As_Snapshot(int key)
     if ((item = state_.pictures.Find(key)) == nullptr) return false;
     Script_Item_Array items = item->Script_Items;
     Turn_Items(items, item->Rotate, {item->Horz_Pixels, item->Vert_Pixels});
-    const Owned_Bitmap bitmap(Load_Bitmap(source, item->File_Type, 1, Normal_Rotation(item->Rotate)));
+    const int rotation = Normal_Rotation(item->Rotate);
     const auto times = Times_Of(File_System_Bytes(source));
-    const bool saved = bitmap && Save_Bitmap(bitmap.Get(), target, item->File_Type,
-                                             {.comment = item->Description,
-                                              .script = Join_Script_Items(items),
-                                              .parent = source,
-                                              .quality = Quality_Of_Parent,
-                                              .horizontal_dpi = item->Horz_Resolution,
-                                              .vertical_dpi = item->Vert_Resolution});
+    const File_Contents contents{.comment = item->Description,
+                                 .script = Join_Script_Items(items),
+                                 .parent = source,
+                                 .quality = Quality_Of_Parent,
+                                 .horizontal_dpi = item->Horz_Resolution,
+                                 .vertical_dpi = item->Vert_Resolution};
+    const bool saved =
+        rotation == 0 ? Save_Texts_Of_File(target, contents) : Save_Turned(target, *item, rotation, contents);
     if (saved && times) (void)Set_Times(File_System_Bytes(target), *times);
     if (!saved)
         state_.platform.dialogs.Refuse(QStringLiteral("Error saving picture to ") + target + QStringLiteral("\r\n") +
-                                       (bitmap ? Last_Image_Error() : Last_Load_Error()));
+                                       Last_Image_Error());
     return saved;
 }
 

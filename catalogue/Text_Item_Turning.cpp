@@ -1,11 +1,13 @@
 #include "catalogue/Text_Item_Turning.h"
 
+#include "catalogue/Picture_Item.h"
 #include "frame/files/Limits.h"
 #include "frame/text/Text_Utilities.h"
 #include "imaging/Script_Interpreter.h"
 #include "imaging/Script_Utilities.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -65,29 +67,55 @@ Point Turned_Point(Point point, int degrees, Pixel_Size old_size)
     }
 }
 
-/// `tag` is what stands between "<" and ">".
-QString Turned_Tag(QString tag, int degrees, Pixel_Size old_size)
+constexpr int Escapement_Units_Per_Degree = 10;
+
+/// Where a paragraph stands.
+struct Place {
+    Point origin;
+    double escapement = 0; ///< tenths of a degree, counterclockwise
+};
+
+/// `tag` is what stands between "<" and ">". `move` gives the new place of one; it may read the tag's other numbers.
+template <class Move>
+QString Moved_Tag(QString tag, Move move)
 {
-    constexpr int Escapement_Units_Per_Degree = 10;
     const QString x = QStringLiteral("orgx");
     const QString y = QStringLiteral("orgy");
     const QString escape = QStringLiteral("escape");
-    const Point origin = Turned_Point({Number_At(tag, x), Number_At(tag, y)}, degrees, old_size);
-    Put_Number(tag, x, Text_Of_Single(float(origin.x)));
-    Put_Number(tag, y, Text_Of_Single(float(origin.y)));
     const int full_turn = 360 * Escapement_Units_Per_Degree;
-    const int turned =
-        Round_Half_Even(std::fmod(Number_At(tag, escape), full_turn)) + degrees * Escapement_Units_Per_Degree;
-    Put_Number(tag, escape, QString::number(((turned % full_turn) + full_turn) % full_turn));
+    const double old_escapement = Round_Half_Even(std::fmod(Number_At(tag, escape), full_turn));
+    const Place place = move(tag, Place{{Number_At(tag, x), Number_At(tag, y)}, old_escapement});
+    Put_Number(tag, x, Text_Of_Single(float(place.origin.x)));
+    Put_Number(tag, y, Text_Of_Single(float(place.origin.y)));
+    const int escapement = int(place.escapement);
+    Put_Number(tag, escape, QString::number(((escapement % full_turn) + full_turn) % full_turn));
     return tag;
 }
 
-} // namespace
-
-QString Turned_Text_Body(const QString& body, int degrees, Pixel_Size old_size)
+Place Turned_Place(const Place& place, int degrees, Pixel_Size old_size)
 {
-    degrees = Normal_Rotation(degrees);
-    if (degrees == 0 || degrees % 90 != 0) return body;
+    return {Turned_Point(place.origin, degrees, old_size), place.escapement + degrees * Escapement_Units_Per_Degree};
+}
+
+/// The mirrored box is the old one with its text running backwards; it starts at the other end (or at the foot).
+Place Mirrored_Place(const QString& tag, const Place& place, bool left_to_right, Pixel_Size size)
+{
+    const double angle = place.escapement / Escapement_Units_Per_Degree * std::numbers::pi / 180;
+    Point origin = place.origin;
+    if (left_to_right) {
+        const double width = Number_At(tag, QStringLiteral("width"));
+        origin = {size.width - origin.x - width * std::cos(angle), origin.y - width * std::sin(angle)};
+    } else {
+        const double height = Number_At(tag, QStringLiteral("height"));
+        origin = {origin.x + height * std::sin(angle), size.height - origin.y - height * std::cos(angle)};
+    }
+    return {origin, -place.escapement};
+}
+
+/// `move` as for Moved_Tag, for each paragraph.
+template <class Move>
+QString Moved_Text_Body(const QString& body, Move move)
+{
     const QString start = QStringLiteral("<Paragraph");
     QString result;
     qsizetype copied = 0;
@@ -97,7 +125,7 @@ QString Turned_Text_Body(const QString& body, int degrees, Pixel_Size old_size)
         if (end < 0 || ++objects > Current_Limits().text_objects) break;
         const bool whole_word = !body.at(at + start.size()).isLetterOrNumber();
         if (whole_word) {
-            result += body.mid(copied, at + 1 - copied) + Turned_Tag(body.mid(at + 1, end - at - 1), degrees, old_size);
+            result += body.mid(copied, at + 1 - copied) + Moved_Tag(body.mid(at + 1, end - at - 1), move);
             copied = end;
         }
         at = end;
@@ -105,18 +133,19 @@ QString Turned_Text_Body(const QString& body, int degrees, Pixel_Size old_size)
     return result + body.mid(copied);
 }
 
-void Turn_Text_Items(Script_Item_Array& items, int degrees, Pixel_Size old_size)
+template <class Change>
+void Change_Text_Items(Script_Item_Array& items, Change change)
 {
     for (int index = 1; index <= items.Count(); ++index) {
         QString body;
         if (items.Item(index).Script_Item_Type != int(Script_Item_Kind::Text)) continue;
         if (!Parse_Text_Item(items.Item(index).Script_Item_String, body)) continue;
-        items.Set_Item(index,
-                       {int(Script_Item_Kind::Text), Format_Text_Item(Turned_Text_Body(body, degrees, old_size))});
+        items.Set_Item(index, {int(Script_Item_Kind::Text), Format_Text_Item(change(body))});
     }
 }
 
-void Turn_Crop_Items(Script_Item_Array& items, int degrees)
+template <class Change>
+void Change_Crop_Items(Script_Item_Array& items, Change change)
 {
     for (int index = 1; index <= items.Count(); ++index) {
         int left = 0;
@@ -125,9 +154,31 @@ void Turn_Crop_Items(Script_Item_Array& items, int degrees)
         int bottom = 0;
         if (items.Item(index).Script_Item_Type != int(Script_Item_Kind::Crop)) continue;
         if (!Parse_Crop_Item(items.Item(index).Script_Item_String, left, top, right, bottom)) continue;
-        Rotate_Crop_Margins(left, top, right, bottom, degrees);
+        change(left, top, right, bottom);
         items.Set_Item(index, {int(Script_Item_Kind::Crop), Format_Crop_Item(left, top, right, bottom)});
     }
+}
+
+} // namespace
+
+QString Turned_Text_Body(const QString& body, int degrees, Pixel_Size old_size)
+{
+    degrees = Normal_Rotation(degrees);
+    if (degrees == 0 || degrees % 90 != 0) return body;
+    return Moved_Text_Body(body,
+                           [&](const QString&, const Place& place) { return Turned_Place(place, degrees, old_size); });
+}
+
+void Turn_Text_Items(Script_Item_Array& items, int degrees, Pixel_Size old_size)
+{
+    Change_Text_Items(items, [&](const QString& body) { return Turned_Text_Body(body, degrees, old_size); });
+}
+
+void Turn_Crop_Items(Script_Item_Array& items, int degrees)
+{
+    Change_Crop_Items(items, [degrees](int& left, int& top, int& right, int& bottom) {
+        Rotate_Crop_Margins(left, top, right, bottom, degrees);
+    });
 }
 
 void Turn_Items(Script_Item_Array& items, int degrees, Pixel_Size old_size)
@@ -135,4 +186,20 @@ void Turn_Items(Script_Item_Array& items, int degrees, Pixel_Size old_size)
     if (Normal_Rotation(degrees) == 0) return;
     Turn_Crop_Items(items, degrees);
     Turn_Text_Items(items, degrees, old_size);
+}
+
+void Mirror_Items(Script_Item_Array& items, int flip, Pixel_Size size)
+{
+    for (const int kind : {Flip_Left_To_Right, Flip_Top_To_Bottom}) {
+        if ((flip & kind) == 0) continue;
+        const bool left_to_right = kind == Flip_Left_To_Right;
+        Change_Crop_Items(items, [&](int& left, int& top, int& right, int& bottom) {
+            left_to_right ? std::swap(left, right) : std::swap(top, bottom);
+        });
+        Change_Text_Items(items, [&](const QString& body) {
+            return Moved_Text_Body(body, [&](const QString& tag, const Place& place) {
+                return Mirrored_Place(tag, place, left_to_right, size);
+            });
+        });
+    }
 }

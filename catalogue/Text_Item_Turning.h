@@ -20,3 +20,10 @@ void Turn_Crop_Items(Script_Item_Array& items, int degrees);
 
 /// Both.
 void Turn_Items(Script_Item_Array& items, int degrees, Pixel_Size old_size);
+
+/// The items of a picture whose file is mirrored (`flip` as in a record): crop margins change sides, so that what was cut
+/// off stays cut off, and text objects move with what lies below them. Letters stay readable: the box of a paragraph
+/// covers the mirrored place, and the text runs at the mirrored slope.
+/// Only for a flip that no record holds as a pending one: scripts are applied to a picture as flipped by its record, so
+/// writing that flip into the file changes nothing in what they mean.
+void Mirror_Items(Script_Item_Array& items, int flip, Pixel_Size size);

@@ -16,6 +16,8 @@ public:
     QString PatternSeparator = QStringLiteral(";");
     Explorer_Grid_Mode Mode = Explorer_Grid_Mode::Files;
     bool Hidden = false;
+    /// Called with a folder before its files are read, for a host that puts folders in order first.
+    std::function<void(const QString& folder)> Before_Listing;
 
     void Initialize_Columns(); ///< for the mode; keeps widths and sort order when the mode is the same
     void Set_Path(const QString& New_Path);
@@ -37,6 +39,9 @@ public:
 private:
     void Fill(std::vector<Folder_Entry> entries);
     Folder_Question Question() const;
+
+    std::vector<QString> Selected_Names() const;
+    void Add_Row_Values(int Grid_Row, const Folder_Entry& entry);
 
     Grid_Model& grid_;
     std::vector<Folder_Entry> entries_; // by stored row

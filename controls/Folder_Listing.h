@@ -3,6 +3,7 @@
 #include "frame/files/Result.h"
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <functional>
 #include <vector>
 
@@ -31,6 +32,8 @@ Result<std::vector<Folder_Entry>> List_Folder(const Folder_Question& question);
 std::vector<Folder_Entry> List_Files(const QStringList& paths);
 
 bool Has_Folders(const QString& folder, bool hidden); ///< false when it cannot be read
+
+bool Is_Folder(const QString& path); ///< links count as what they lead to
 
 QString File_Type_Text(const QString& name); ///< "JPG File", or "File" without an extension
 std::int64_t Kilobytes(std::int64_t bytes);  ///< rounded up

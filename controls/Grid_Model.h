@@ -34,6 +34,8 @@ public:
     const Grid_Column_Record& Column(int Grid_Column) const; ///< the default record when there is none
     /// Changes the record by `change` and tells the view. Nothing happens without such a column.
     void Change_Column(int Grid_Column, const std::function<void(Grid_Column_Record&)>& change);
+    /// Widths of all columns in a view of available pixels: proportional columns share what the others leave.
+    std::vector<int> Column_Widths(int available) const;
     void InsertColumns(int Grid_Column, int Column_Count); ///< in front of Grid_Column; Columns() + 1 appends
     void DeleteColumns(int Grid_Column, int Column_Count);
 
@@ -76,8 +78,9 @@ public:
     QString Copied_Text() const; ///< the selected rows, tabs and line feeds between the texts; empty without AllowCopy
 
     // Selection. Mode 0: no rows. 1: one row. 2: several, with Ctrl and Shift. 3: several, each click toggles.
-    void SelectRow(int Grid_Row);      ///< adds the row; in mode 1 it becomes the only one
-    void SelectRowClear(int Grid_Row); ///< takes the row out
+    void SelectRow(int Grid_Row);                        ///< adds the row; in mode 1 it becomes the only one
+    void Select_Rows(const std::vector<int>& grid_rows); ///< these and no others, as far as the mode allows
+    void SelectRowClear(int Grid_Row);                   ///< takes the row out
     /// Button is a bit set (1 left, 2 right), Shift too (1 shift, 2 control). The right button keeps a selection that
     /// the row belongs to. Row 0 (below the last row) clears.
     void SelectRowClick(int Button, int Shift, int New_Click_Row);
@@ -100,6 +103,10 @@ public:
     /// Sets the column's order (1, -1, or 0: dates newest first, anything else ascending) and makes the column the only
     /// key or, with Append, the last of several. Sorts at once unless AutoPaint is off: then Update does.
     void SortColumn(int Column_To_Sort, int Sort_Order, bool Append = false);
+    /// A click on a header: the first sorts by the column's own order, the next ones turn it over. Needs AllowColumnSort.
+    bool Header_Click(int Grid_Column, bool Append);
+    /// +1 or -1: where a key's values rise or fall. A column of type 7 with order 0 falls.
+    int Sort_Direction(int Grid_Column) const;
     const std::vector<int>& Sort_Keys() const { return sort_keys_; } ///< column numbers
     void Clear_Sort_Keys() { sort_keys_.clear(); }                   ///< the order on display stays
     void Update(); ///< carries out a deferred sort and tells the view of all deferred changes
@@ -120,6 +127,7 @@ private:
     Grid_Column_Record New_Column() const;
     void Resize_Rows(int count);
     void Resize_Columns(int count);
+    void Cut_Selection_To_Mode();
     void Remove_Stored_Rows(const std::vector<bool>& removed);
     void Refresh_Display_Map();
     void Sort_Now();

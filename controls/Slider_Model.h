@@ -1,12 +1,11 @@
 #pragma once
 
-#include "controls/Scroll_Bar_Model.h"
 #include <QtCore/QString>
 
-/// A scroll bar with a legend: a text, and the value in a format.
+/// The legend of a slider: a text, and the value in a format.
 class Slider_Model {
 public:
-    Scroll_Bar_Model Bar;
+    int Value = 0;
     QString LegendText;
     QString LegendFormatString; ///< as in Value_Format.h; empty shows the plain number
     bool ShowLegend = true;

@@ -32,7 +32,7 @@ QString Prepare_Program(Program_State& state, const Entry_Ports& ports)
     return Read_Stored_Value(ports.platform.settings, Alias_Value);
 }
 
-void Display(Starting_Window& window, const QString& Command_Line_Arguments)
+void Display_Main_Window(Starting_Window& window, const QString& Command_Line_Arguments)
 {
     window.Load();
     int position = 1;
@@ -50,7 +50,7 @@ void Run_Entry(Program_State& state, const Entry_Ports& ports, const std::functi
 {
     const QString alias = Prepare_Program(state, ports);
     Starting_Window& window = make_window();
-    Display(window, Command_Line_Arguments);
+    Display_Main_Window(window, Command_Line_Arguments);
     window.Set_Alias_String(alias);
     window.Set_Pattern_String(state.Default_Extensions);
 }

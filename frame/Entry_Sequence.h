@@ -50,7 +50,7 @@ struct Entry_Ports {
 QString Prepare_Program(Program_State& state, const Entry_Ports& ports);
 
 /// Shows the main window. What remains of the arguments behind leading blanks is the path of a slide show.
-void Display(Starting_Window& window, const QString& Command_Line_Arguments);
+void Display_Main_Window(Starting_Window& window, const QString& Command_Line_Arguments);
 
 /// The whole start: Prepare_Program, then the window, which is made only now, then its alias and file pattern. The
 /// program lives on the window's events from here on.

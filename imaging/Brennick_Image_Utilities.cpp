@@ -117,6 +117,11 @@ QString Get_Image_Script(const QString& path, int type)
     return QString::fromUtf8(Bytes_Of_File<char>(Get_File_Image_Script, path, type));
 }
 
+bool Image_Script_Is_Readable(const QString& path, int type)
+{
+    return Get_File_Image_Script(File_System_Bytes(path), type, nullptr, 0, nullptr) != 0;
+}
+
 QByteArray Get_EXIF_Data(const QString& path, int type)
 {
     return Bytes_Of_File<unsigned char>(Get_File_EXIF_Data, path, type);
@@ -126,14 +131,16 @@ bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File
                  int* parent_quality)
 {
     std::int32_t estimated = -1;
-    const QByteArray comment = contents.comment.toUtf8();
-    const QByteArray script = contents.script.toUtf8();
-    const auto view = [](const QByteArray& bytes) {
-        return std::string_view(bytes.constData(), std::size_t(bytes.size()));
-    };
-    const Flag saved = Save_Bitmap_To_File(bitmap, File_System_Bytes(path), type, view(comment), view(script),
-                                           File_System_Bytes(contents.parent), contents.quality,
-                                           contents.horizontal_dpi, contents.vertical_dpi, &estimated);
+    const Flag saved =
+        Save_Bitmap_To_File(bitmap, File_System_Bytes(path), type, contents.comment.toStdString(),
+                            contents.script.toStdString(), File_System_Bytes(contents.parent), contents.quality,
+                            contents.horizontal_dpi, contents.vertical_dpi, &estimated);
     if (parent_quality != nullptr) *parent_quality = estimated;
     return saved != 0;
+}
+
+bool Save_Texts_Of_File(const QString& path, const File_Contents& contents)
+{
+    return Save_File_Texts(File_System_Bytes(path), 0, contents.comment.toStdString(), contents.script.toStdString(),
+                           File_System_Bytes(contents.parent), contents.horizontal_dpi, contents.vertical_dpi) != 0;
 }

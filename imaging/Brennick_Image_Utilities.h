@@ -82,6 +82,9 @@ bool Get_Dimensions(const QString& path, int type, File_Dimensions& dimensions);
 /// Empty when the file has none, or cannot be read. An entry that fills the whole buffer is taken as it stands.
 QString Get_Comment(const QString& path, int type);
 QString Get_Image_Script(const QString& path, int type);
+
+/// False when a script stands in the file and cannot be read, with the reason in Last_Image_Error.
+bool Image_Script_Is_Readable(const QString& path, int type);
 QByteArray Get_EXIF_Data(const QString& path, int type);
 
 /// What a saved file holds besides the pixels.
@@ -97,3 +100,7 @@ struct File_Contents {
 /// True when the file stands, whole; otherwise Last_Image_Error tells why.
 bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File_Contents& contents,
                  int* parent_quality = nullptr);
+
+/// Writes the picture of contents.parent to `path` with the texts and the resolution of `contents`, without decoding;
+/// the type stays. See Save_File_Texts.
+bool Save_Texts_Of_File(const QString& path, const File_Contents& contents);

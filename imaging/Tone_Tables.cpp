@@ -1,6 +1,5 @@
 #include "imaging/Tone_Tables.h"
 
-#include "bkimgutl/tone/Clip_Table.h"
 #include "frame/text/Number_Text.h"
 
 #include <algorithm>
@@ -11,32 +10,6 @@ namespace {
 std::int32_t Limited_Level(double value)
 {
     return Round_Half_Even(std::clamp(value, 0.0, 255.0));
-}
-
-/// First index, from `first` in steps of `step`, with a count; `missing` without any.
-int First_Occupied(const Histogram_Counts& histogram, int first, int step, int missing)
-{
-    for (int i = first; i >= 0 && i < 256; i += step)
-        if (histogram[std::size_t(i)] != 0) return i;
-    return missing;
-}
-
-/// The last index, from `first` in steps of `step`, up to which no more than the allowance lies.
-int Last_Within_Allowance(const Histogram_Counts& histogram, int first, int step, double allowance)
-{
-    std::int64_t cumulative = 0;
-    int reached = first;
-    for (int i = first; i >= 0 && i < 256; i += step) {
-        cumulative += histogram[std::size_t(i)];
-        if (double(cumulative) > allowance) break;
-        reached = i;
-    }
-    return reached;
-}
-
-double Allowance(float clip, int sample_count)
-{
-    return std::nearbyint(double(clip) * double(sample_count));
 }
 
 } // namespace
@@ -82,16 +55,7 @@ bool Build_Black_Gamma_White_Table(int black, double gamma, int white, Tone_Tabl
 Clip_Range Search_Clip_Range(const Histogram_Counts& histogram, int sample_count, float shadow_clip,
                              float highlight_clip)
 {
-    Clip_Range range;
-    if (shadow_clip < 0)
-        range.in_low = range.out_low = First_Occupied(histogram, 0, 1, 0);
-    else
-        range.in_low = Last_Within_Allowance(histogram, 0, 1, Allowance(shadow_clip, sample_count));
-    if (highlight_clip < 0)
-        range.in_high = range.out_high = First_Occupied(histogram, 255, -1, 255);
-    else
-        range.in_high = Last_Within_Allowance(histogram, 255, -1, Allowance(highlight_clip, sample_count));
-    return range;
+    return Clip_Range_Of(histogram, sample_count, shadow_clip, highlight_clip);
 }
 
 bool Build_Clip_Table(const Histogram_Counts& histogram, int sample_count, float shadow_clip, float highlight_clip,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bkimgutl/contract/Types.h"
+#include "bkimgutl/tone/Clip_Table.h"
 
 #include <array>
 #include <cstdint>
@@ -19,14 +20,6 @@ bool Build_Gamma_Table(double gamma, Tone_Table& table);
 /// The same between two levels: at and below `black` 0, else at and above `white` 255. Any black and white do, a damaged
 /// item's as well. False, and no table, when gamma is 0.
 bool Build_Black_Gamma_White_Table(int black, double gamma, int white, Tone_Table& table);
-
-/// Where a stretch begins and ends.
-struct Clip_Range {
-    int in_low = 0;
-    int in_high = 255;
-    int out_low = 0;
-    int out_high = 255;
-};
 
 /// Where the two sides of a stretch lie. sample_count is what the clips are fractions of.
 Clip_Range Search_Clip_Range(const Histogram_Counts& histogram, int sample_count, float shadow_clip,

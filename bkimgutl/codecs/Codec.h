@@ -16,14 +16,14 @@
 struct Picture_Facts {
     int width = 0; ///< upright
     int height = 0;
-    int pixel_depth = 0;    ///< bits per pixel as stored
+    int pixel_depth = 0;     ///< bits per pixel as stored
     int horizontal_dpi = -1; ///< upright; -1 when the file has none
     int vertical_dpi = -1;
     int orientation = 1; ///< as stored, 1..8
 };
 
 struct Save_Request {
-    const Bitmap* bitmap = nullptr;
+    const Bitmap* bitmap = nullptr; ///< null for the parent's coded data as it stands; its type is the target's then
     std::string target{};
     std::string comment{}; ///< UTF-8
     std::string script{};
@@ -43,8 +43,10 @@ public:
     virtual Result<std::vector<std::byte>> Read_EXIF(const Regular_File& file) const = 0; ///< with "Exif",0,0
     /// The ICC profile; empty when there is none. A profile travels along when a save changes the type of the file.
     virtual Result<std::vector<std::byte>> Read_Profile(const Regular_File&) const { return std::vector<std::byte>(); }
-    virtual Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const = 0;  ///< upright, with its origin
-    virtual Result<void> Save(const Save_Request& request) const = 0;                    ///< through Replacement_File
+    virtual Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const = 0; ///< upright, with its origin
+    /// Whether all coded data seems to be there, as far as a look without decoding tells.
+    virtual bool Is_Complete(const Regular_File& file) const = 0;
+    virtual Result<void> Save(const Save_Request& request) const = 0; ///< through Replacement_File
 };
 
 const Codec& JPEG_Codec();

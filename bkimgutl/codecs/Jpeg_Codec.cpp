@@ -3,27 +3,16 @@
 #include "bkimgutl/codecs/Jpeg_Encode.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Jpeg_Transform.h"
+#include "bkimgutl/codecs/Save_Checks.h"
 #include "bkimgutl/codecs/Stored_Text.h"
 #include "frame/files/Limits.h"
 
 #include <optional>
-#include <unistd.h>
 
 // A save first decides where the picture data comes from (see Pixels), then writes the new file in one pass: the head with
 // what the parent gives along, and the data behind it.
 
 namespace {
-
-Result<void> Check_Texts(const Save_Request& request)
-{
-    const auto check = [](const std::string& text, int limit, const char* name) -> Result<void> {
-        if (text.size() <= std::size_t(limit)) return {};
-        return Failure(std::string("the ") + name + " has " + std::to_string(text.size()) + " bytes, " +
-                       std::to_string(limit) + " are the limit");
-    };
-    if (auto good = check(request.comment, Current_Limits().comment_bytes, "description"); !good) return good;
-    return check(request.script, Current_Limits().script_bytes, "script");
-}
 
 /// A description of another program may be longer than the buffer that callers read it into. A save that brings its
 /// beginning back unchanged keeps all of it: nobody meant to cut it.
@@ -43,17 +32,6 @@ std::optional<std::string> Long_Comment_To_Keep(const Save_Request& request)
     return whole;
 }
 
-/// A picture that was decoded with errors must not take the place of its file.
-Result<void> Check_Damage(const Save_Request& request)
-{
-    const auto& origin = request.bitmap->Origin();
-    if (!origin || !origin->damaged) return {};
-    const auto target = Identity_Of(request.target);
-    const bool own_file = request.target == origin->path || (target && *target == origin->identity);
-    if (!own_file) return {};
-    return Failure("was read with errors and cannot be saved over its original; save a copy instead");
-}
-
 /// One save from a JPEG parent.
 struct Parent_Save {
     const Save_Request& request;
@@ -67,6 +45,7 @@ struct Parent_Save {
 
 Pixels Parent_Save::Choose() const
 {
+    if (request.bitmap == nullptr) return Pixels::As_Stored;
     const auto& origin = request.bitmap->Origin();
     const bool same = origin && !origin->damaged && origin->identity == parent.file.Identity();
     if (request.quality != Quality_Of_Parent || !same) return Pixels::Encoded;
@@ -98,9 +77,9 @@ Result<void> Write_From_Jpeg(Replacement_File& target, const Save_Request& reque
     if (!parent) return tl::make_unexpected(parent.error());
     auto coding = Coding_Of(parent->file);
     if (!coding) return Failure(request.parent + ": " + coding.error().text);
-    const auto& origin = request.bitmap->Origin();
+    const auto origin = request.bitmap ? request.bitmap->Origin() : nullptr;
     const Parent_Save save{request, *parent, std::move(*coding), origin ? origin->symmetry : Pixel_Symmetry{}};
-    const Bitmap_View pixels = request.bitmap->View();
+    const Bitmap_View pixels = request.bitmap ? request.bitmap->View() : Bitmap_View{};
     const Pixels source = save.Choose();
     const auto colors = source == Pixels::Encoded ? Colors_To_Store(pixels, save.Settings()) : save.coding.colors;
     if (auto head = Write_Carried(target, *parent, Plan_For(request, source, colors)); !head) return head;
@@ -139,25 +118,6 @@ Result<Image_File_Type> Parent_Type(const Save_Request& request)
     return type;
 }
 
-/// Reads back what the next reader will look for. `exif_bytes` is what the parent's camera block should have left.
-Result<void> Verify(const std::string& path, const Save_Request& request, std::optional<std::size_t> exif_bytes)
-{
-    const auto file = Regular_File::Open(path);
-    if (!file) return tl::make_unexpected(file.error());
-    const auto head = Read_Jpeg_Head(*file);
-    if (!head) return tl::make_unexpected(head.error());
-    const auto facts = Facts_Of_Jpeg(*file, *head);
-    const auto comment = Comment_Of_Jpeg(*file, *head);
-    const auto script = Script_Of_Jpeg(*file, *head);
-    const auto exif = EXIF_Of_Jpeg(*file, *head);
-    const Bitmap& bitmap = *request.bitmap;
-    const bool good = facts && facts->width == bitmap.Width() && facts->height == bitmap.Height() && comment &&
-                      *comment == request.comment && script && *script == request.script && exif &&
-                      (!exif_bytes || exif->size() == *exif_bytes);
-    if (!good) return Failure("the file that was written does not read back as it should");
-    return {};
-}
-
 std::optional<std::size_t> Parent_EXIF_Bytes(const Save_Request& request, Image_File_Type type)
 {
     if (request.parent.empty()) return 0;
@@ -168,11 +128,45 @@ std::optional<std::size_t> Parent_EXIF_Bytes(const Save_Request& request, Image_
     return block ? std::optional(block->size()) : std::nullopt;
 }
 
-/// A save onto an original that stands aside under its "~" name takes the attributes from there.
-std::string Attributes_Source(const Save_Request& request)
+/// What the new file must give back when it is read.
+struct Expectation {
+    int width = 0;
+    int height = 0;
+    std::optional<std::size_t> exif_bytes; ///< what the parent's camera block should have left
+};
+
+Result<Expectation> Expected_From(const Save_Request& request, Image_File_Type parent_type)
 {
-    const bool exists = access(request.target.c_str(), F_OK) == 0;
-    return !exists && request.parent == request.target + "~" ? request.parent : std::string();
+    Expectation expected{.exif_bytes = Parent_EXIF_Bytes(request, parent_type)};
+    if (request.bitmap != nullptr) {
+        expected.width = request.bitmap->Width();
+        expected.height = request.bitmap->Height();
+        return expected;
+    }
+    if (parent_type != Image_File_Type::JPEG) return Failure("there are no pixels to save");
+    const auto parent = Jpeg_Parent::Open(request.parent);
+    if (!parent) return tl::make_unexpected(parent.error());
+    expected.width = parent->facts.width;
+    expected.height = parent->facts.height;
+    return expected;
+}
+
+/// Reads back what the next reader will look for.
+Result<void> Verify(const std::string& path, const Save_Request& request, const Expectation& expected)
+{
+    const auto file = Regular_File::Open(path);
+    if (!file) return tl::make_unexpected(file.error());
+    const auto head = Read_Jpeg_Head(*file);
+    if (!head) return tl::make_unexpected(head.error());
+    const auto facts = Facts_Of_Jpeg(*file, *head);
+    const auto comment = Comment_Of_Jpeg(*file, *head);
+    const auto script = Script_Of_Jpeg(*file, *head);
+    const auto exif = EXIF_Of_Jpeg(*file, *head);
+    const bool good = facts && facts->width == expected.width && facts->height == expected.height && comment &&
+                      *comment == request.comment && script && *script == request.script && exif &&
+                      (!expected.exif_bytes || exif->size() == *expected.exif_bytes);
+    if (!good) return Failure("the file that was written does not read back as it should");
+    return {};
 }
 
 Result<void> Save_Jpeg(Save_Request request)
@@ -183,10 +177,11 @@ Result<void> Save_Jpeg(Save_Request request)
     if (request.quality > 100 || request.quality < Quality_Of_Parent) return Failure("the quality is not 0 to 100");
     const auto type = Parent_Type(request);
     if (!type) return tl::make_unexpected(type.error());
-    const auto exif_bytes = Parent_EXIF_Bytes(request, *type);
+    const auto expected = Expected_From(request, *type);
+    if (!expected) return tl::make_unexpected(expected.error());
     Replacement_Options options;
     options.take_attributes_from = Attributes_Source(request);
-    options.verify = [&](const std::string& path) { return Verify(path, request, exif_bytes); };
+    options.verify = [&](const std::string& path) { return Verify(path, request, *expected); };
     auto target = Replacement_File::Open(request.target, std::move(options));
     if (!target) return tl::make_unexpected(target.error());
     const bool from_jpeg = !request.parent.empty() && *type == Image_File_Type::JPEG;
@@ -215,6 +210,7 @@ public:
     {
         return Load_Jpeg(file, scale_divisor);
     }
+    bool Is_Complete(const Regular_File& file) const override { return Has_End_Mark(file); }
     Result<void> Save(const Save_Request& request) const override { return Save_Jpeg(request); }
 
 private:

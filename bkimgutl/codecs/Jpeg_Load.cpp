@@ -3,7 +3,7 @@
 #include "bkimgutl/codecs/Codec.h"
 #include "bkimgutl/codecs/Jpeg_Session.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
-#include "bkimgutl/codecs/Upright_Rows.h"
+#include "bkimgutl/codecs/Upright_Sink.h"
 
 #include <algorithm>
 
@@ -52,20 +52,13 @@ void BGR_From_CMYK(const std::uint8_t* cmyk, std::uint8_t* bgr, int width, bool 
     }
 }
 
-/// Decodes all rows and hands them on: from the codec to a row, through the box, into the upright bitmap.
+/// Decodes all rows and hands them on.
 class Row_Stream {
 public:
-    Row_Stream(Jpeg_Decoder& decoder, Upright_Rows& target, int box_divisor)
-        : decoder_(decoder),
-          object_(decoder.Object()),
-          target_(target),
-          box_divisor_(box_divisor),
-          cmyk_(object_.out_color_space == JCS_CMYK),
-          bytes_per_pixel_(object_.out_color_space == JCS_GRAYSCALE ? 1 : 3),
-          box_(int(object_.output_width), bytes_per_pixel_, box_divisor)
+    Row_Stream(Jpeg_Decoder& decoder, Upright_Sink& target)
+        : decoder_(decoder), object_(decoder.Object()), target_(target), cmyk_(object_.out_color_space == JCS_CMYK)
     {
         if (cmyk_) raw_.resize(std::size_t(object_.output_width) * 4);
-        if (box_divisor_ > 1) row_.resize(std::size_t(object_.output_width) * std::size_t(bytes_per_pixel_));
     }
 
     Result<void> Run()
@@ -75,41 +68,24 @@ public:
                 while (object_.output_scanline < object_.output_height) One_Row();
             }))
             return tl::make_unexpected(decoder_.Errors().As_Error());
-        if (box_divisor_ > 1 && !box_.Is_Empty()) Emit_Box();
-        target_.Finish();
         return {};
     }
 
 private:
     void One_Row()
     {
-        std::uint8_t* row = box_divisor_ > 1 ? row_.data() : target_.Next_Row();
+        std::uint8_t* row = target_.Next_Row();
         JSAMPROW raw = cmyk_ ? raw_.data() : row;
         jpeg_read_scanlines(&object_, &raw, 1);
         if (cmyk_) BGR_From_CMYK(raw, row, int(object_.output_width), object_.saw_Adobe_marker != 0);
-        if (box_divisor_ == 1) {
-            target_.Row_Is_Written();
-            return;
-        }
-        box_.Add(row);
-        if (box_.Is_Full()) Emit_Box();
-    }
-
-    void Emit_Box()
-    {
-        box_.Take(target_.Next_Row());
         target_.Row_Is_Written();
     }
 
     Jpeg_Decoder& decoder_;
     jpeg_decompress_struct& object_;
-    Upright_Rows& target_;
-    int box_divisor_;
+    Upright_Sink& target_;
     bool cmyk_;
-    int bytes_per_pixel_;
-    Box_Rows box_;
     std::vector<std::uint8_t> raw_;
-    std::vector<std::uint8_t> row_;
 };
 
 Result<void> Start(Jpeg_Decoder& decoder, int codec_divisor)
@@ -152,24 +128,25 @@ Result<Bitmap> Load_Jpeg(const Regular_File& file, int scale_divisor)
     const Pixel_Symmetry symmetry = Symmetry_Of_Orientation(facts->orientation);
 
     // The bitmap comes first: a picture beyond the limits fails before the codec allocates for it.
-    auto bitmap = Bitmap::Create(Divided(facts->width, scale_divisor), Divided(facts->height, scale_divisor),
-                                 head->components == 1 ? 1 : 3);
-    if (!bitmap) return bitmap;
+    const int codec_divisor = Codec_Divisor(scale_divisor);
+    const int width = Divided(head->width, codec_divisor);
+    const int height = Divided(head->height, codec_divisor);
+    auto sink = Upright_Sink::Create(width, height, head->components == 1 ? 1 : 3, facts->orientation,
+                                     scale_divisor / codec_divisor);
+    if (!sink) return tl::make_unexpected(sink.error());
     Jpeg_Decoder decoder(file);
     if (auto read = decoder.Read_Header(); !read) return tl::make_unexpected(read.error());
-    const int codec_divisor = Codec_Divisor(scale_divisor);
     if (auto started = Start(decoder, codec_divisor); !started) return tl::make_unexpected(started.error());
 
     const jpeg_decompress_struct& object = decoder.Object();
-    const int box_divisor = scale_divisor / codec_divisor;
     const bool as_announced = int(object.image_width) == head->width && int(object.image_height) == head->height &&
-                              object.num_components == head->components;
+                              object.num_components == head->components && int(object.output_width) == width &&
+                              int(object.output_height) == height;
     if (!as_announced) return Failure("has two headers that contradict each other");
-    Upright_Rows target(bitmap->Change(), symmetry, Divided(object.output_width, box_divisor),
-                        Divided(object.output_height, box_divisor));
-    if (auto run = Row_Stream(decoder, target, box_divisor).Run(); !run) return tl::make_unexpected(run.error());
+    if (auto run = Row_Stream(decoder, *sink).Run(); !run) return tl::make_unexpected(run.error());
+    Bitmap bitmap = std::move(*sink).Take();
     if (scale_divisor == 1)
-        bitmap->Set_Origin(std::make_shared<const Pixel_Origin>(Pixel_Origin{
+        bitmap.Set_Origin(std::make_shared<const Pixel_Origin>(Pixel_Origin{
             .path = {}, .identity = file.Identity(), .symmetry = symmetry, .damaged = Is_Damaged(decoder)}));
     return bitmap;
 }

@@ -184,3 +184,22 @@ std::vector<std::byte> Segment_Bytes(std::uint8_t marker, const std::vector<std:
     std::copy(data.begin(), data.end(), std::copy(std::begin(head), std::end(head), bytes.begin()));
     return bytes;
 }
+
+bool Has_End_Mark(const Regular_File& file)
+{
+    const auto head = Read_Jpeg_Head(file);
+    if (!head) return false;
+    // From the end, where it nearly always stands; a step overlaps the next one by a byte.
+    constexpr std::int64_t step = 1 << 16;
+    std::vector<std::byte> bytes(step + 1);
+    const std::byte mark[] = {std::byte(0xFF), std::byte(Marker_EOI)};
+    for (std::int64_t end = file.Size(); end > head->scan_at;) {
+        const std::int64_t start = std::max(end - step, head->scan_at);
+        const auto wanted = std::span(bytes).first(std::size_t(std::min(end + 1, file.Size()) - start));
+        const auto got = file.Read_At(start, wanted);
+        if (!got || *got != wanted.size()) return false;
+        if (std::search(wanted.begin(), wanted.end(), std::begin(mark), std::end(mark)) != wanted.end()) return true;
+        end = start;
+    }
+    return false;
+}

@@ -55,6 +55,9 @@ Result<Jpeg_Head> Read_Jpeg_Head(const Regular_File& file);
 /// The data of a segment; fails when the file has shrunk meanwhile.
 Result<std::vector<std::byte>> Read_Segment(const Regular_File& file, const Jpeg_Segment& segment);
 
+/// True when an end mark stands behind the beginning of the first scan. A file without one may have been cut off.
+bool Has_End_Mark(const Regular_File& file);
+
 /// Marker, length and data as they stand in a file. At most 65533 bytes of data.
 std::vector<std::byte> Segment_Bytes(std::uint8_t marker, const std::vector<std::byte>& data);
 

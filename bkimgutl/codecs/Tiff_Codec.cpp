@@ -1,4 +1,4 @@
-#include "bkimgutl/codecs/Codec.h"
+#include "bkimgutl/codecs/Save_Checks.h"
 #include "bkimgutl/codecs/Tiff_Camera.h"
 #include "bkimgutl/codecs/Tiff_Carry.h"
 #include "bkimgutl/codecs/Tiff_Encode.h"
@@ -33,31 +33,17 @@ Result<Opened> Opened_From(const Regular_File& file)
     return Opened{file, std::move(*structure), std::move(*directory)};
 }
 
-Result<void> Check_Texts(const Save_Request& request)
+/// Tags of text end at a zero byte.
+Result<void> Check_Zero_Bytes(const Save_Request& request)
 {
-    const auto check = [](const std::string& text, int limit, const char* name) -> Result<void> {
-        if (text.find('\0') != std::string::npos) return Failure(std::string("the ") + name + " contains a zero byte");
-        if (text.size() <= std::size_t(limit)) return {};
-        return Failure(std::string("the ") + name + " has " + std::to_string(text.size()) + " bytes, " +
-                       std::to_string(limit) + " are the limit");
-    };
-    if (auto good = check(request.comment, Current_Limits().comment_bytes, "description"); !good) return good;
-    return check(request.script, Current_Limits().script_bytes, "script");
-}
-
-/// A picture that was decoded with errors must not take the place of its file.
-Result<void> Check_Damage(const Save_Request& request)
-{
-    const auto& origin = request.bitmap->Origin();
-    if (!origin || !origin->damaged) return {};
-    const auto target = Identity_Of(request.target);
-    const bool own_file = request.target == origin->path || (target && *target == origin->identity);
-    if (!own_file) return {};
-    return Failure("was read with errors and cannot be saved over its original; save a copy instead");
+    for (const auto& [text, name] : {std::pair{&request.comment, "description"}, {&request.script, "script"}})
+        if (text->find('\0') != std::string::npos) return Failure(std::string("the ") + name + " contains a zero byte");
+    return {};
 }
 
 bool Pixels_Are_As_Stored(const Save_Request& request, const Opened& parent, const Picture_Facts& facts)
 {
+    if (request.bitmap == nullptr) return true;
     const auto& origin = request.bitmap->Origin();
     return origin && !origin->damaged && origin->identity == parent.file.Identity() &&
            origin->symmetry == Symmetry_Of_Orientation(facts.orientation) &&
@@ -107,12 +93,13 @@ std::pair<int, int> Resolution_Of(const Save_Request& request)
     return {horizontal == 0 ? vertical : horizontal, vertical == 0 ? horizontal : vertical};
 }
 
-Result<Expectation> Expected_From(const Save_Request& request, const Opened* parent)
+/// `size` of the parent's picture as it stands is needed only where the request brings no pixels.
+Expectation Expected_From(const Save_Request& request, const Opened* parent, const Picture_Facts& size = {})
 {
     const auto [horizontal, vertical] = Resolution_Of(request);
     Expectation expected;
-    expected.facts = {.width = request.bitmap->Width(),
-                      .height = request.bitmap->Height(),
+    expected.facts = {.width = request.bitmap ? request.bitmap->Width() : size.width,
+                      .height = request.bitmap ? request.bitmap->Height() : size.height,
                       .horizontal_dpi = horizontal,
                       .vertical_dpi = vertical};
     expected.comment = request.comment;
@@ -188,13 +175,6 @@ Result<void> Take_Texts(Tiff_Carried& carried, const Save_Request& request, cons
     return {};
 }
 
-/// A save onto an original that stands aside under its "~" name takes the attributes from there.
-std::string Attributes_Source(const Save_Request& request)
-{
-    const bool exists = access(request.target.c_str(), F_OK) == 0;
-    return !exists && request.parent == request.target + "~" ? request.parent : std::string();
-}
-
 Result<Replacement_File> Open_Target(const Save_Request& request, const Expectation& expected)
 {
     Replacement_Options options;
@@ -205,11 +185,10 @@ Result<Replacement_File> Open_Target(const Save_Request& request, const Expectat
 
 Result<void> Write_And_Commit(const Save_Request& request, const Opened* parent, Tiff_Carried carried)
 {
-    auto expected = Expected_From(request, parent);
-    if (!expected) return tl::make_unexpected(expected.error());
-    expected->camera_payload = carried.camera_payload;
+    Expectation expected = Expected_From(request, parent);
+    expected.camera_payload = carried.camera_payload;
     if (auto taken = Take_Texts(carried, request, parent); !taken) return taken;
-    auto target = Open_Target(request, *expected);
+    auto target = Open_Target(request, expected);
     if (!target) return tl::make_unexpected(target.error());
     if (auto written = Write_Anew(*target, request, std::move(carried)); !written) return written;
     return target->Commit();
@@ -226,11 +205,11 @@ Result<void> Save_From_Tiff(const Save_Request& request, const Regular_File& fil
         if (!carried) return Failure(request.parent + ": " + carried.error().text);
         return Write_And_Commit(request, &*parent, std::move(*carried));
     }
-    auto expected = Expected_From(request, &*parent);
+    Expectation expected = Expected_From(request, &*parent, *facts);
     const auto payload = Camera_Payload(*parent);
     if (!payload) return tl::make_unexpected(payload.error());
-    expected->camera_payload = *payload;
-    auto target = Open_Target(request, *expected);
+    expected.camera_payload = *payload;
+    auto target = Open_Target(request, expected);
     if (!target) return tl::make_unexpected(target.error());
     if (auto written = Write_Texts_Alone(*target, request, *parent, *facts); !written) return written;
     return target->Commit();
@@ -239,13 +218,15 @@ Result<void> Save_From_Tiff(const Save_Request& request, const Regular_File& fil
 Result<void> Save_Tiff(const Save_Request& request)
 {
     if (auto good = Check_Texts(request); !good) return good;
+    if (auto good = Check_Zero_Bytes(request); !good) return good;
     if (auto good = Check_Damage(request); !good) return good;
-    if (request.parent.empty()) return Write_And_Commit(request, nullptr, {});
+    if (request.parent.empty() && request.bitmap != nullptr) return Write_And_Commit(request, nullptr, {});
     const auto file = Regular_File::Open(request.parent);
     if (!file) return tl::make_unexpected(file.error());
     const auto type =
         request.parent_type == Image_File_Type::Unknown ? Type_From_Signature(*file) : request.parent_type;
     if (type == Image_File_Type::TIFF) return Save_From_Tiff(request, *file);
+    if (request.bitmap == nullptr) return Failure("there are no pixels to save");
     if (type != Image_File_Type::JPEG) return Failure(request.parent + ": is neither a JPEG nor a TIFF file");
     auto carried = Carried_From_Jpeg(*file, request.bitmap->Bytes_Per_Pixel());
     if (!carried) return Failure(request.parent + ": " + carried.error().text);
@@ -283,6 +264,11 @@ public:
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {
         return Load_Tiff(file, scale_divisor);
+    }
+    bool Is_Complete(const Regular_File& file) const override
+    {
+        const auto opened = Opened_From(file);
+        return opened && Coded_Data_Lies_Before(std::uint64_t(file.Size()), opened->structure, opened->directory);
     }
     Result<void> Save(const Save_Request& request) const override { return Save_Tiff(request); }
 

@@ -19,6 +19,15 @@ Turn Turn_Of(int orientation)
     return orientation >= 1 && orientation <= 8 ? Turns[orientation - 1] : Turns[0];
 }
 
+/// Rows that become columns are written some at a time, in runs.
+constexpr int Most_Gathered = 16;
+
+template <int Bytes>
+void Copy_Column(std::uint8_t* to, std::ptrdiff_t to_step, const std::uint8_t* from, std::size_t from_step, int count)
+{
+    for (int i = 0; i < count; ++i, to += to_step, from += from_step) std::memcpy(to, from, Bytes);
+}
+
 } // namespace
 
 int Upright_Sink::Axis::End_Of(int box) const
@@ -71,16 +80,50 @@ void Upright_Sink::Place_Origin(int orientation)
     }
 }
 
+std::uint8_t* Upright_Sink::Next_Row()
+{
+    if (!Reduces() && Keeps_Direction()) return corner_ + next_row_ * step_down_;
+    const std::size_t row_bytes = std::size_t(across_.size) * std::size_t(channels_);
+    gathered_rows_.resize(row_bytes * (Reduces() ? 1 : Most_Gathered));
+    return gathered_rows_.data() + std::size_t(gathered_) * row_bytes;
+}
+
+void Upright_Sink::Row_Is_Written()
+{
+    if (Reduces()) {
+        Add_To_Sums(0, next_row_, across_.size, gathered_rows_.data());
+        Close_Rows(++next_row_);
+        return;
+    }
+    ++next_row_;
+    if (!Keeps_Direction() && ++gathered_ == Most_Gathered) Lay_Out();
+}
+
+void Upright_Sink::Lay_Out()
+{
+    const std::size_t pixel = std::size_t(channels_);
+    const std::size_t row_bytes = std::size_t(across_.size) * pixel;
+    std::uint8_t* to = corner_ + (next_row_ - gathered_) * step_down_;
+    const std::uint8_t* from = gathered_rows_.data();
+    for (int x = 0; x < across_.size; ++x, to += step_across_, from += pixel) {
+        if (pixel == 1)
+            Copy_Column<1>(to, step_down_, from, row_bytes, gathered_);
+        else
+            Copy_Column<3>(to, step_down_, from, row_bytes, gathered_);
+    }
+    gathered_ = 0;
+}
+
 void Upright_Sink::Put(int x, int y, int count, const std::uint8_t* pixels)
 {
-    if (across_.divisor == 1 && down_.divisor == 1) return Write(x, y, count, pixels);
+    if (!Reduces()) return Write(x, y, count, pixels);
     Add_To_Sums(x, y, count, pixels);
 }
 
 void Upright_Sink::Write(int x, int y, int count, const std::uint8_t* pixels)
 {
     std::uint8_t* target = corner_ + x * step_across_ + y * step_down_;
-    if (step_across_ == channels_) {
+    if (Keeps_Direction()) {
         std::memcpy(target, pixels, std::size_t(count) * std::size_t(channels_));
         return;
     }
@@ -130,6 +173,7 @@ void Upright_Sink::Close_Rows(int row)
 
 Bitmap Upright_Sink::Take() &&
 {
+    if (gathered_ > 0) Lay_Out();
     Close_Rows(down_.size);
     return std::move(bitmap_);
 }

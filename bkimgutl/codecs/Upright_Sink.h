@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Takes the rows of a picture as they are stored, upper rows first, and makes the upright bitmap of them, reduced on the
-/// way. Only a band of sums is kept besides the result.
+/// way. Only a band of sums, or of rows that become columns, is kept besides the result.
 ///
 ///   stored rows -> boxes of divisor x divisor (aligned to the upright picture's top left) -> turned into place
 ///
@@ -22,7 +22,12 @@ public:
 
     int Channels() const { return channels_; }
 
-    /// Pixels x .. x + count - 1 of stored row y. Each pixel comes once; rows of the same box come before `Close_Rows` of
+    /// For whole rows: where the next one is to be written by the caller, all its pixels. That is the bitmap itself where
+    /// nothing is turned or reduced.
+    std::uint8_t* Next_Row();
+    void Row_Is_Written();
+
+    /// For parts of rows, and not mixed with whole ones: pixels x .. x + count - 1 of stored row y. Each pixel comes once; rows of the same box come before `Close_Rows` of
     /// their last one.
     void Put(int x, int y, int count, const std::uint8_t* pixels);
     /// All stored rows above `row` have been put.
@@ -43,6 +48,9 @@ private:
     explicit Upright_Sink(Bitmap bitmap) : bitmap_(std::move(bitmap)) {}
     static Axis Axis_For(int size, int divisor, bool reversed);
     void Place_Origin(int orientation);
+    bool Reduces() const { return across_.divisor != 1 || down_.divisor != 1; }
+    bool Keeps_Direction() const { return step_across_ == channels_; }
+    void Lay_Out();
     void Write(int x, int y, int count, const std::uint8_t* pixels);
     void Add_To_Sums(int x, int y, int count, const std::uint8_t* pixels);
     void Write_Box_Row(int box_row);
@@ -57,4 +65,7 @@ private:
     int first_open_box_row_ = 0;
     std::vector<std::vector<std::uint64_t>> sums_; ///< box rows from first_open_box_row_ on
     std::vector<std::uint8_t> row_;
+    int next_row_ = 0; ///< stored, of the next whole one
+    int gathered_ = 0; ///< whole rows in front of it that wait in gathered_rows_
+    std::vector<std::uint8_t> gathered_rows_;
 };

@@ -17,9 +17,11 @@ list(APPEND bkimgutl_sources
     codecs/Jpeg_Texts.h
     codecs/Jpeg_Transform.cpp
     codecs/Jpeg_Transform.h
+    codecs/Save_Checks.cpp
+    codecs/Save_Checks.h
     codecs/Stored_Text.cpp
     codecs/Stored_Text.h
-    codecs/Upright_Rows.cpp
-    codecs/Upright_Rows.h
+    codecs/Upright_Sink.cpp
+    codecs/Upright_Sink.h
     contract/Files.cpp
     contract/Parameters.cpp)

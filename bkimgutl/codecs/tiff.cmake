@@ -21,6 +21,4 @@ list(APPEND bkimgutl_sources
     codecs/Tiff_Tail.cpp
     codecs/Tiff_Tail.h
     codecs/Tiff_Texts.cpp
-    codecs/Tiff_Texts.h
-    codecs/Upright_Sink.cpp
-    codecs/Upright_Sink.h)
+    codecs/Tiff_Texts.h)

@@ -1,7 +1,6 @@
 #include "bkimgutl/contract/Creation.h"
 
-#include "bkimgutl/core/Handle_Table.h"
-#include "bkimgutl/core/Last_Error.h"
+#include "bkimgutl/contract/Creating.h"
 #include "bkimgutl/core/Pixel_Memory.h"
 #include "bkimgutl/geometry/Copy.h"
 #include "bkimgutl/geometry/Distort.h"
@@ -11,15 +10,6 @@
 #include <cstring>
 
 namespace {
-
-/// Finds the source and adopts what `make` makes of it.
-template <class Make>
-Bitmap_Handle Create_From(Bitmap_Handle source, Make&& make)
-{
-    const auto found = Find_Bitmap(source);
-    if (!found) return Fail(found.error());
-    return Adopt_Or_Fail(make(**found));
-}
 
 Result<Bitmap> Cleared(std::int32_t width, std::int32_t height, std::int32_t bytes_per_pixel)
 {
@@ -47,23 +37,23 @@ Bitmap_Handle Create_Empty_Bitmap_CPP(std::int32_t width, std::int32_t height, s
 
 Bitmap_Handle Create_Bitmap_Copy_CPP(Bitmap_Handle source)
 {
-    return Create_From(source, [](const Bitmap& bitmap) { return Copied(bitmap); });
+    return Created_From(source, [](const Bitmap& bitmap) { return Copied(bitmap); });
 }
 
 Bitmap_Handle Create_RGB_From_Grayscale_Bitmap_CPP(Bitmap_Handle source)
 {
-    return Create_From(source, [](const Bitmap& bitmap) { return Colored(bitmap); });
+    return Created_From(source, [](const Bitmap& bitmap) { return Colored(bitmap); });
 }
 
 Bitmap_Handle Create_Integrally_Scaled_Bitmap_CPP(Bitmap_Handle source, std::int32_t x_factor, std::int32_t y_factor)
 {
-    return Create_From(source, [&](const Bitmap& bitmap) { return Replicated(bitmap.View(), x_factor, y_factor); });
+    return Created_From(source, [&](const Bitmap& bitmap) { return Replicated(bitmap.View(), x_factor, y_factor); });
 }
 
 Bitmap_Handle Create_Cropped_Bitmap_CPP(Bitmap_Handle source, std::int32_t left, std::int32_t top, std::int32_t width,
                                         std::int32_t height)
 {
-    return Create_From(source, [&](const Bitmap& bitmap) {
+    return Created_From(source, [&](const Bitmap& bitmap) {
         return Cropped(bitmap.View(), std::int64_t(left) - 1, std::int64_t(top) - 1, width, height);
     });
 }
@@ -72,18 +62,18 @@ Bitmap_Handle Create_Rectilinearly_Rotated_Bitmap_CPP(Bitmap_Handle source, std:
 {
     if (degrees != 90 && degrees != 180 && degrees != 270)
         return Fail({"a right-angle rotation is 90, 180 or 270 degrees, not " + std::to_string(degrees)});
-    return Create_From(source, [&](const Bitmap& bitmap) { return Turned(bitmap, {degrees / 90, false}); });
+    return Created_From(source, [&](const Bitmap& bitmap) { return Turned(bitmap, {degrees / 90, false}); });
 }
 
 Bitmap_Handle Create_Arbitrarily_Rotated_Bitmap_CPP(Bitmap_Handle source, float degrees)
 {
-    return Create_From(source,
-                       [&](const Bitmap& bitmap) { return Rotated(bitmap, degrees, Current_Background_Color()); });
+    return Created_From(source,
+                        [&](const Bitmap& bitmap) { return Rotated(bitmap, degrees, Current_Background_Color()); });
 }
 
 Bitmap_Handle Create_Flipped_Bitmap_CPP(Bitmap_Handle source, Flag first_kind)
 {
-    return Create_From(source, [&](const Bitmap& bitmap) {
+    return Created_From(source, [&](const Bitmap& bitmap) {
         return Turned(bitmap, first_kind != Flag_False ? Mirror_Left_To_Right : Mirror_Top_To_Bottom);
     });
 }
@@ -93,7 +83,7 @@ Bitmap_Handle Create_Horizontally_Distorted_Bitmap_CPP(Bitmap_Handle source, flo
                                                        std::int32_t new_height, float offset, Flag expand,
                                                        std::int32_t interpolation_method)
 {
-    return Create_From(source, [&](const Bitmap& bitmap) -> Result<Bitmap> {
+    return Created_From(source, [&](const Bitmap& bitmap) -> Result<Bitmap> {
         if (new_height != bitmap.Height()) return Failure("a horizontal distortion keeps the height");
         return Horizontally_Distorted(bitmap.View(),
                                       {.top_left = double(top_left),

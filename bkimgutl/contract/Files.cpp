@@ -7,10 +7,14 @@
 #include "bkimgutl/geometry/Turn.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <optional>
 #include <span>
 
 namespace {
+
+std::atomic<std::int64_t> decoded_pictures = 0;
 
 /// A file with the codec that reads it.
 struct Opened {
@@ -85,6 +89,7 @@ Result<Bitmap> Load(const Opened& opened, std::int32_t scale_divisor, std::int32
     if (scale_divisor < 1) return Failure("the scale divisor is below 1");
     if (rotation < 0 || rotation > 270 || rotation % 90 != 0)
         return Failure("the rotation is not 0, 90, 180 or 270 degrees");
+    ++decoded_pictures;
     auto bitmap = opened.codec->Load(opened.file, scale_divisor);
     if (!bitmap) return bitmap;
     if (bitmap->Origin()) {
@@ -195,4 +200,32 @@ Flag Save_Bitmap_To_File(Bitmap_Handle bitmap, std::string_view path, std::int32
     }
     const auto saved = Save(request, type);
     return saved ? Flag_True : Fail_Flag(Named(request.target, saved.error()));
+}
+
+Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view comment, std::string_view script,
+                     std::string_view parent, std::int32_t horizontal_dpi, std::int32_t vertical_dpi)
+{
+    const auto opened = Open(parent, type);
+    if (!opened) return Fail_Flag(opened.error());
+    Save_Request request{.target = std::string(path),
+                         .comment = std::string(comment),
+                         .script = std::string(script),
+                         .parent = opened->path,
+                         .parent_type = Type_From_Signature(opened->file),
+                         .quality = Quality_Of_Parent,
+                         .horizontal_dpi = horizontal_dpi,
+                         .vertical_dpi = vertical_dpi};
+    std::optional<Bitmap> pixels;
+    if (!opened->codec->Is_Complete(opened->file)) { // whether that is harmless shows when it is decoded
+        auto loaded = Load(*opened, 1, 0);
+        if (!loaded) return Fail_Flag(Named(opened->path, loaded.error()));
+        request.bitmap = &pixels.emplace(std::move(*loaded));
+    }
+    const auto saved = opened->codec->Save(request);
+    return saved ? Flag_True : Fail_Flag(Named(request.target, saved.error()));
+}
+
+std::int64_t Count_Of_Decoded_Pictures_CPP()
+{
+    return decoded_pictures;
 }

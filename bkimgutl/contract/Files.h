@@ -50,6 +50,16 @@ Flag Save_Bitmap_To_File(Bitmap_Handle bitmap, std::string_view path, std::int32
                          std::string_view script, std::string_view parent, std::int32_t quality,
                          std::int32_t horizontal_dpi, std::int32_t vertical_dpi, std::int32_t* parent_quality);
 
+/// Writes the picture of the file `parent` to `path`, which may be its own name, with other texts and resolution. The coded
+/// data and everything else is copied as it stands, without decoding; only where the data seems to be cut off it is decoded
+/// to see, and a picture that proves to be damaged is not saved over its own file. The new file has the parent's type;
+/// limits, resolution and wholeness as for Save_Bitmap_To_File. Name the "~" file as parent while it keeps the original.
+Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view comment, std::string_view script,
+                     std::string_view parent, std::int32_t horizontal_dpi, std::int32_t vertical_dpi);
+
+/// How many times picture data was decoded since the start of the program: tells what a step costs.
+std::int64_t Count_Of_Decoded_Pictures_CPP();
+
 /// The colour (0 to 255 each) of corners that rotation leaves uncovered, and of what transparent samples are laid over.
 void Set_All_Bitmaps_Background_Color_CPP(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 

@@ -15,4 +15,6 @@ list(APPEND bkimgutl_sources
     core/Pixel_Origin.cpp
     core/Pixel_Origin.h
     core/Row_Loop.h
+    core/Row_Writer.cpp
+    core/Row_Writer.h
     core/Vector_Blocks-inl.h)

@@ -3,6 +3,7 @@
 #include "bkimgutl/core/Row_Loop.h"
 #include "bkimgutl/filter/Scratch.h"
 #include "bkimgutl/filter/Strip_Passes.h"
+#include "bkimgutl/filter/Symmetric_Rows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,16 +26,6 @@ Taps Gaussian_Taps(double centre, double deviation)
         taps.weights.push_back(std::exp(-0.5 * distance * distance));
     }
     return taps;
-}
-
-Weight_Bank Gaussian_Bank(int length, double deviation)
-{
-    std::vector<Taps> taps;
-    for (int i = 0; i < length; ++i) {
-        taps.push_back(Gaussian_Taps(i, deviation));
-        Fold_Into_Edges(taps.back(), length);
-    }
-    return Weight_Bank::From_Taps(length, taps, 15);
 }
 
 /// The reduced grid of one direction: sample k stands at (k - margin) x step of the source, beyond both edges as far as the
@@ -72,20 +63,60 @@ std::size_t Row_Samples(const Bitmap_View& source)
     return (source.Row_Bytes() + 256 + 31) / 32 * 32;
 }
 
+/// A strip of rows between the passes, with the edge pixels repeated before and behind each row.
+class Between_Strip {
+public:
+    Between_Strip(const Bitmap_View& source, int reach)
+        : bytes_(source.Row_Bytes()),
+          channels_(std::size_t(source.bytes_per_pixel)),
+          reach_(std::size_t(reach)),
+          stride_((margin + bytes_ + 256 + 31) / 32 * 32),
+          samples_(Scratch<Between_Strip>(stride_ * Strip_Rows))
+    {}
+    std::int16_t* Row(int i) { return samples_ + margin + std::size_t(i) * stride_; }
+    std::size_t Stride() const { return stride_; }
+    void Repeat_Edges(int i)
+    {
+        std::int16_t* row = Row(i);
+        std::int16_t* end = row + bytes_;
+        for (std::size_t k = 0; k < reach_ * channels_; ++k) {
+            *(row - 1 - k) = row[channels_ - 1 - k % channels_];
+            end[k] = *(end - channels_ + k % channels_);
+        }
+    }
+
+private:
+    static constexpr std::size_t margin = 32; // at least most_reach pixels of three channels
+    std::size_t bytes_, channels_, reach_, stride_;
+    std::int16_t* samples_;
+};
+
+void Blur_Strip_Columns(const Bitmap_View& source, int first, int count, const Symmetric_Weights& weights,
+                        Between_Strip& between)
+{
+    const std::uint8_t* rows[Strip_Rows + 2 * Symmetric_Weights::most_reach];
+    for (int i = 0; i < count + 2 * weights.reach; ++i)
+        rows[i] = source.Row(std::clamp(first - weights.reach + i, 0, source.height - 1));
+    Filter_Symmetric_Columns({rows, count, source.Row_Bytes(), between.Row(0), between.Stride()}, weights);
+    for (int i = 0; i < count; ++i) between.Repeat_Edges(i);
+}
+
 void Blur_Directly(const Bitmap_View& source, double deviation, const Blurred_Row_Sink& sink)
 {
-    const Two_Banks banks{Gaussian_Bank(source.height, deviation), Gaussian_Bank(source.width, deviation), Blur_Bits,
-                          Blur_Bits};
-    const std::size_t stride = Row_Samples(source);
+    const int reach = int(cut_off * deviation);
+    const auto columns = Symmetric_Weights::Gaussian(deviation, reach, 1);
+    const auto rows = Symmetric_Weights::Gaussian(deviation, reach, 2);
     const int strips = (source.height + Strip_Rows - 1) / Strip_Rows;
     For_Rows(strips, source.Row_Bytes() * 2 * Strip_Rows, [&](int first, int end) {
-        std::int16_t* rows = Scratch<struct Blurred_Strip>(stride * Strip_Rows);
+        Between_Strip between(source, reach);
+        std::int16_t* blurred = Scratch<struct Directly_Blurred_Row>(Row_Samples(source));
         for (int strip = first; strip < end; ++strip) {
-            Strip_Output output{
-                strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, source.height), Row_Layout::Words, {}, 0};
-            for (int i = 0; i < Strip_Rows; ++i) output.rows[i] = rows + std::size_t(i) * stride;
-            Filter_Columns_Then_Rows(source, banks, output);
-            for (int y = output.first; y < output.end; ++y) sink(y, rows + std::size_t(y - output.first) * stride);
+            const int top = strip * Strip_Rows, count = std::min(Strip_Rows, source.height - top);
+            Blur_Strip_Columns(source, top, count, columns, between);
+            for (int i = 0; i < count; ++i) {
+                Filter_Symmetric_Row(between.Row(i), source.Row_Bytes(), source.bytes_per_pixel, rows, blurred);
+                sink(top + i, blurred);
+            }
         }
     });
 }

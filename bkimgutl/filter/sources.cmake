@@ -14,5 +14,7 @@ list(APPEND bkimgutl_sources
     filter/Scratch.h
     filter/Strip_Passes.cpp
     filter/Strip_Passes.h
+    filter/Symmetric_Rows.cpp
+    filter/Symmetric_Rows.h
     filter/Weight_Bank.cpp
     filter/Weight_Bank.h)

@@ -1,6 +1,7 @@
 #include "bkimgutl/geometry/Copy.h"
 
 #include "bkimgutl/core/Row_Loop.h"
+#include "bkimgutl/core/Row_Writer.h"
 
 #include <cstring>
 
@@ -9,7 +10,8 @@ namespace {
 void Copy_Rows(const Bitmap_View& from, const Mutable_Bitmap_View& to)
 {
     For_Rows(to.height, 2 * to.Row_Bytes(), [&](int first, int end) {
-        for (int y = first; y < end; ++y) std::memcpy(to.Row(y), from.Row(y), to.Row_Bytes());
+        Row_Writer writer(to);
+        for (int y = first; y < end; ++y) writer.Copy_To_Row(y, 0, from.Row(y), to.Row_Bytes());
     });
 }
 

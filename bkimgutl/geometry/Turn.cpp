@@ -1,10 +1,10 @@
 #include "bkimgutl/geometry/Turn.h"
 
 #include "bkimgutl/core/Row_Loop.h"
+#include "bkimgutl/core/Row_Writer.h"
 #include "bkimgutl/geometry/Turn_Rows.h"
 
 #include <algorithm>
-#include <cstring>
 
 // A view that starts at the bottom row and steps upwards is a picture flipped top to bottom, for nothing. With it three
 // kernels make all eight symmetries: copy rows, reverse rows, transpose.
@@ -39,7 +39,8 @@ void Reverse(const Bitmap_View& from, const Mutable_Bitmap_View& to)
 void Copy(const Bitmap_View& from, const Mutable_Bitmap_View& to)
 {
     For_Rows(to.height, 2 * to.Row_Bytes(), [&](int first, int end) {
-        for (int y = first; y < end; ++y) std::memcpy(to.Row(y), from.Row(y), to.Row_Bytes());
+        Row_Writer writer(to);
+        for (int y = first; y < end; ++y) writer.Copy_To_Row(y, 0, from.Row(y), to.Row_Bytes());
     });
 }
 

@@ -1,5 +1,7 @@
 #include "bkimgutl/geometry/Turn_Rows.h"
 
+#include "bkimgutl/core/Row_Writer.h"
+
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -171,16 +173,17 @@ void Fill_Tile(const Bitmap_View& from, int x, int columns, int y, int rows, Til
     }
 }
 
-void Store_Tile(const Tile& tile, const Mutable_Bitmap_View& to, int x, int columns, int y, int rows)
+void Store_Tile(const Tile& tile, Row_Writer& writer, int x, int columns, int y, int rows)
 {
     const auto bytes = 3 * std::size_t(columns);
     for (int row = 0; row < rows; ++row)
-        std::memcpy(to.Row(y + row) + 3 * std::ptrdiff_t(x), tile.bytes + row * Tile::step, bytes);
+        writer.Copy_To_Row(y + row, 3 * std::size_t(x), tile.bytes + row * Tile::step, bytes);
 }
 
 void Transpose_Color(const Bitmap_View& from, const Mutable_Bitmap_View& to, int first, int end)
 {
     const int columns = to.width / 4 * 4; // rows of the source that fill squares
+    Row_Writer writer(to);
     const auto tile_memory = std::make_unique<Tile>();
     Tile& tile = *tile_memory;
     for (int band = first; band < end; band += band_rows) {
@@ -190,7 +193,7 @@ void Transpose_Color(const Bitmap_View& from, const Mutable_Bitmap_View& to, int
         for (int x = 0; x < columns; x += Tile::side) {
             const int width = std::min(Tile::side, columns - x);
             Fill_Tile(from, x, width, band, rows, tile);
-            Store_Tile(tile, to, x, width, band, rows);
+            Store_Tile(tile, writer, x, width, band, rows);
         }
         Transpose_Plainly(from, to, 0, columns, band + rows, band_end);
         Transpose_Plainly(from, to, columns, to.width, band, band_end);

@@ -4,10 +4,12 @@
 #include <QtCore/QHash>
 #include <QtGui/QIcon>
 #include <QtWidgets/QAbstractScrollArea>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QToolButton>
 #include <functional>
 #include <optional>
 
-/// A strip of picture buttons that wraps, drawn by the style. Ids, states and places are Button_Panel_Model's business.
+/// A strip of picture buttons that wraps, each a tool button with the tooltip as accessible name. Ids, states and places are Button_Panel_Model's business.
 /// Keyboard: Tab reaches the panel, arrows move the focus from button to button, Space or Enter clicks.
 class bkcButtonPanel : public QAbstractScrollArea {
     Q_OBJECT
@@ -78,44 +80,48 @@ signals:
     void Rearranged(int Button_ID, int Before_ID); ///< Before_ID 0: to the end
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    bool viewportEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Pictures {
         QIcon normal, disabled, down, disabled_down;
     };
-    void Changed();
+    void Changed(); ///< shows everything, unless AutoPaint defers it
+    void Show_Buttons();
+    void Show_Button(const Panel_Button& button);
     void Show_Scroll_Bars();
-    void Paint_Button(QPainter& painter, const Panel_Button& button, const QRect& place) const;
-    void Paint_Drop_Mark(QPainter& painter) const;
-    QPixmap Picture_Of(const Panel_Button& button, QSize size) const;
-    QRect Place_Of(int Button_ID) const; ///< on the viewport
+    void Place_Buttons();
+    void Place_Caption();
+    void Show_Colors();
+    QIcon Icon_Of(const Panel_Button& button) const;
+    QPixmap Fitted(const QIcon& icon) const;
+    QToolButton* Widget_Of(int Button_ID);
+    void Give_Focus_To(int Button_ID);
+    bool Button_Key(QKeyEvent* event, int Button_ID);
+    bool Button_Mouse(QMouseEvent* event, int Button_ID, const QWidget& widget);
+    void Begin_Drag(int Button_ID);
     QPoint On_Panel(QPoint viewport_point) const;
-    int Button_At(QPoint viewport_point) const;
-    void Set_Hot(int Button_ID);
-    void Move_Focus(int step);
-    void Begin_Drag();
+    void Show_Drop_Mark(int Before_ID);
+    int Scroll_Offset_X() const;
+    int Scroll_Offset_Y() const;
 
     Button_Panel_Model model_;
     QHash<int, Pictures> pictures_;
+    QHash<int, QToolButton*> widgets_;
     QPixmap button_drag_icon_;
     Colors colors_;
-    bool auto_paint_ = true;
-    int hot_button_ = 0;     // under the pointer
-    int pressed_button_ = 0; // the mouse button is down on it
-    int focus_button_ = 0;
-    int drop_before_ = -1; // -1: no drag over the panel
+    QLabel* caption_;
+    QWidget* drop_mark_;
     QPoint press_point_;
+    int shift_ = 0; // of the last mouse or key event
+    int focus_button_ = 0;
+    int drag_button_ = 0;
+    bool auto_paint_ = true;
 };

@@ -58,6 +58,10 @@ public:
     int ColumnInitialSort() const { return column_initial_sort_; } ///< the column that a first Update sorts by; 0 none
     void Set_ColumnInitialSort(int Grid_Column) { column_initial_sort_ = Grid_Column; }
 
+    void Set_MousePointer(Qt::CursorShape New_Pointer) { viewport()->setCursor(New_Pointer); }
+    double ScaleX() const { return 15; } ///< twips to the logical pixel
+    double ScaleY() const { return 15; }
+
     // Editing.
     bool EditCellActive() const;
     bool EditCellStart(int Grid_Column, int Grid_Row); ///< false when the cell is not editable
@@ -93,8 +97,9 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void scrollContentsBy(int dx, int dy) override;
-    bool viewportEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void startDrag(Qt::DropActions actions) override;
@@ -113,6 +118,9 @@ private:
     void Column_Resized(int section, int old_size, int new_size);
     void Place_Editor();
     void Close_Editor();
+    bool Store_Edit();
+    bool Editor_Left(const QFocusEvent& event);
+    int Edit_Row() const { return content_.Display_Row(edit_stored_row_); }
     bool Editor_Key(QKeyEvent* event);
     bool Select_By_Key(QKeyEvent* event, int row_before);
     bool Command_Key(QKeyEvent* event);
@@ -125,7 +133,7 @@ private:
     QLineEdit* bkcCell_Text_; // the floating editor
     QString edit_text_before_;
     int edit_column_ = 0;
-    int edit_row_ = 0;
+    int edit_stored_row_ = 0; // a sort may move the row while it is being edited
     int mouse_down_column_ = 0;
     int mouse_down_row_ = 0;
     int column_initial_sort_ = 0;

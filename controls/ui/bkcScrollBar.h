@@ -27,7 +27,7 @@ public:
     int ScrollBarStyle() const { return model_.ScrollBarStyle; } ///< 0 horizontal, 1 vertical
     void Set_ScrollBarStyle(int New_Style);
     bool AcceptDragScrolling() const { return model_.AcceptDragScrolling; }
-    void Set_AcceptDragScrolling(bool New_Accept) { model_.AcceptDragScrolling = New_Accept; }
+    void Set_AcceptDragScrolling(bool New_Accept); ///< default off
     void Move(int New_Left, int New_Top, int New_Width, int New_Height)
     {
         setGeometry(New_Left, New_Top, New_Width, New_Height);
@@ -42,7 +42,6 @@ signals:
 protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
-    void sliderChange(SliderChange change) override;
 
 private:
     void Show_Model();

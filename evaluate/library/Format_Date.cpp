@@ -2,6 +2,8 @@
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Dates.h"
 
+#include <algorithm>
+
 // A date pattern: runs of the letters c d w m q y h n s t, the halves of the day, and everything else as it stands.
 namespace Formula {
 
@@ -33,6 +35,7 @@ bool Stands_At(const Pattern_Letters& section, std::size_t place, QLatin1StringV
 // The exact spelling first, so that "am/pm" stays small; then any other.
 const Half_Name* Half_At(const Pattern_Letters& section, std::size_t place)
 {
+    if (section[place].letter != u'a' && section[place].letter != u'A') return nullptr;
     for (const auto sense : {Qt::CaseSensitive, Qt::CaseInsensitive})
         for (const auto& row : Half_Names)
             if (Stands_At(section, place, QLatin1StringView(row.pattern), sense)) return &row;
@@ -41,7 +44,12 @@ const Half_Name* Half_At(const Pattern_Letters& section, std::size_t place)
 
 QString Padded(int value, int width)
 {
-    return QString::number(value).rightJustified(width, u'0');
+    QChar digits[12];
+    int count = 0;
+    for (int rest = value; rest > 0 || count == 0; rest /= 10) digits[count++] = QChar(u'0' + rest % 10);
+    while (count < width) digits[count++] = u'0';
+    std::reverse(digits, digits + count);
+    return QString(digits, count);
 }
 
 QString Short_Date(const Date_Parts& parts)
@@ -67,6 +75,7 @@ public:
 
     QString Written()
     {
+        text_.reserve(qsizetype(section_.size()) + 16);
         for (std::size_t i = 0; i < section_.size();) {
             const auto& [letter, is_literal] = section_[i];
             const auto low = letter.toLower();

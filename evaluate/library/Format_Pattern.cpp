@@ -51,24 +51,58 @@ std::optional<double> Number_For(const Variant& value, Pattern_Kind kind)
     return number ? std::optional(*number) : std::nullopt;
 }
 
-Evaluated<QString> With_Sections(const Variant& value, const std::vector<Pattern_Letters>& sections,
-                                 const Week_Rule& rule)
+/// A pattern taken apart, since a formula formats row after row with the same one.
+struct Prepared_Pattern {
+    QString pattern;
+    bool is_general_number = false;
+    std::vector<Pattern_Letters> sections;
+    Pattern_Kind kind = Pattern_Kind::Number;
+};
+
+Prepared_Pattern Prepared(const QString& pattern)
 {
-    auto kind = Pattern_Kind::Number;
-    for (const auto& section : sections) {
-        kind = Kind_Of(section);
-        if (kind != Pattern_Kind::Number) break;
+    Prepared_Pattern prepared{.pattern = pattern};
+    prepared.is_general_number = pattern.compare(QLatin1StringView("General Number"), Qt::CaseInsensitive) == 0;
+    QString meant = pattern;
+    for (const auto& row : Named_Patterns)
+        if (pattern.compare(QLatin1StringView(row.name), Qt::CaseInsensitive) == 0)
+            meant = QString::fromLatin1(row.pattern);
+    prepared.sections = Sections_Of(meant);
+    for (const auto& section : prepared.sections) {
+        prepared.kind = Kind_Of(section);
+        if (prepared.kind != Pattern_Kind::Number) break;
     }
+    return prepared;
+}
+
+/// The last few patterns; a formula seldom holds more.
+const Prepared_Pattern& Remembered_Pattern(const QString& pattern)
+{
+    constexpr std::size_t most = 8;
+    thread_local std::vector<Prepared_Pattern> remembered;
+    thread_local std::size_t next = 0;
+    for (const auto& known : remembered)
+        if (known.pattern == pattern) return known;
+    if (remembered.size() < most) return remembered.emplace_back(Prepared(pattern));
+    next = (next + 1) % most;
+    return remembered[next] = Prepared(pattern);
+}
+
+Evaluated<QString> With_Sections(const Variant& value, const Prepared_Pattern& pattern, const Week_Rule& rule)
+{
+    const auto& sections = pattern.sections;
     if (value.Is_Null()) {
-        if (kind == Pattern_Kind::Text) return Formatted_Text(QString(), sections);
+        if (pattern.kind == Pattern_Kind::Text) return Formatted_Text(QString(), sections);
         return sections.size() > 3 ? Formatted_Number(0, {sections[3]}) : QString();
     }
-    const auto text = To_Text(value);
-    if (!text) return Fails(text.error());
-    if (kind == Pattern_Kind::Text) return Formatted_Text(*text, sections);
-    const auto number = Number_For(value, kind);
-    if (!number) return *text; // a text that is no number and no date stays as it is
-    if (kind == Pattern_Kind::Number) return Formatted_Number(*number, sections);
+    if (pattern.kind == Pattern_Kind::Text) {
+        const auto text = To_Text(value);
+        if (!text) return Fails(text.error());
+        return Formatted_Text(*text, sections);
+    }
+    const auto number = Number_For(value, pattern.kind);
+    if (!number) return To_Text(value); // a text that is no number and no date stays as it is
+    if (pattern.kind == Pattern_Kind::Number) return Formatted_Number(*number, sections);
     if (!Is_Date_In_Range(*number)) return Fails(Error_Number::Overflow);
     return Formatted_Date(*number, sections[0], rule);
 }
@@ -113,14 +147,12 @@ Evaluated<QString> Formatted(const Variant& value, const QString& pattern, const
     if (value.Is_Array() || value.Is_Missing()) return Fails(Error_Number::Type_Mismatch);
     if (pattern.isEmpty()) return To_Display_Text(value);
     if (value.Is_Empty()) return QString(); // nothing, not zero
-    if (pattern.compare(QLatin1StringView("General Number"), Qt::CaseInsensitive) == 0) {
+    const Prepared_Pattern& prepared = Remembered_Pattern(pattern);
+    if (prepared.is_general_number) {
         const auto number = value.Is_Null() ? std::nullopt : Number_For(value, Pattern_Kind::Number);
         return number ? Text_From_Double(*number) : To_Display_Text(value);
     }
-    for (const auto& row : Named_Patterns)
-        if (pattern.compare(QLatin1StringView(row.name), Qt::CaseInsensitive) == 0)
-            return With_Sections(value, Sections_Of(QString::fromLatin1(row.pattern)), rule);
-    return With_Sections(value, Sections_Of(pattern), rule);
+    return With_Sections(value, prepared, rule);
 }
 
 } // namespace Formula

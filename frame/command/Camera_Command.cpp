@@ -35,7 +35,8 @@ Exit_Status Run_Camera_Command(const QStringList& arguments)
     if (const auto end = line.Parse(arguments)) return *end;
     return For_Each_File(line.Files(), [&](const QString& file) -> Result<void> {
         const int type = File_Type_From_Signature(file);
-        if (type == 0) return Image_Failure();
+        File_Dimensions facts; // a file that is damaged at its head is no picture without a camera
+        if (type == 0 || !Get_Dimensions(file, type, facts)) return Image_Failure();
         const auto record = Camera_Record_Of_File(file, type);
         if (line.Wants_Json())
             Print_Object(file, record);

@@ -77,6 +77,7 @@ Result<void> Render(const Render_Job& job, const QString& file)
     Owned_Bitmap picture(Load_Picture_Bitmap(file, type, job.divisor, job.rotation, 0));
     if (!picture) return Failure(Last_Load_Error().toStdString());
     const QString target = Output_Path(job, file);
+    Recover_Folder_Of(target);
     if (const auto allowed = Check_Target(job, file, target, picture.Get()); !allowed) return allowed;
     picture.Reset(
         Apply_Script_Items_To_Own(picture.Release(), *items, {.divisor = job.divisor, .rotation = job.rotation}));

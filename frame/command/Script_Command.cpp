@@ -13,7 +13,7 @@ Exit_Status Get_Scripts(const QStringList& arguments)
     if (const auto end = line.Parse(arguments)) return *end;
     return For_Each_File(line.Files(), [&](const QString& file) -> Result<void> {
         const int type = File_Type_From_Signature(file);
-        if (type == 0) return Image_Failure();
+        if (type == 0 || !Image_Script_Is_Readable(file, type)) return Image_Failure();
         const QString script = Get_Image_Script(file, type);
         if (line.Wants_Json())
             Print_Json({{QStringLiteral("file"), file}, {QStringLiteral("script"), script}});
@@ -30,6 +30,15 @@ Result<Script_Item_Array> Checked_Items(const QString& script)
     const Script_Status status = Parse_Script_Items(script, items);
     if (status != Script_Status::Complete) return Failure(Script_Status_Text(status).toStdString());
     return items;
+}
+
+const QString Left_Out = QStringLiteral("an item does not begin with a known keyword");
+
+/// Items of unknown keywords are none; who types one means something else.
+bool Leaves_Items_Out(const QString& script, const Script_Item_Array& items)
+{
+    const auto characters = [](QString text) { return text.remove(u' ').remove(u';').size(); };
+    return characters(Join_Script_Items(items)) < characters(script);
 }
 
 void Add_Overwrite(Command_Line& line)
@@ -53,6 +62,7 @@ Exit_Status Set_Scripts(const QStringList& arguments)
     if (const auto end = line.Parse(arguments)) return *end;
     const auto items = Checked_Items(line.Fixed(0));
     if (!items) return line.Complain(QString::fromStdString(items.error().text));
+    if (Leaves_Items_Out(line.Fixed(0), *items)) return line.Complain(Left_Out);
     return Store_Script(line, Join_Script_Items(*items));
 }
 
@@ -87,6 +97,7 @@ Exit_Status Check_Script(const QStringList& arguments)
         Print_Message({}, QString::fromStdString(items.error().text));
         return Exit_Status::Some_Failed;
     }
+    if (Leaves_Items_Out(line.Fixed(0), *items)) Print_Message({}, Left_Out);
     if (line.Has(QStringLiteral("items"))) {
         for (int index = 1; index <= items->Count(); ++index) Print_Item(items->Item(index), line.Wants_Json());
     } else if (line.Wants_Json()) {

@@ -41,6 +41,7 @@ Exit_Status Restore_Snapshot(const QStringList& arguments)
     if (const auto end = line.Parse(arguments)) return *end;
     return For_Each_File({line.Fixed(0)}, [&](const QString& file) -> Result<void> {
         if (!Test_Snapshot_Name(Absolute_Path(file))) return Failure("is no snapshot");
+        Recover_Folder_Of(file);
         QString kept_as, reason;
         if (!Restore_Snapshot_File(Absolute_Path(file), QDateTime::currentDateTime(), kept_as, reason))
             return Failure(reason.toStdString());

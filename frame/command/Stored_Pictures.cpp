@@ -1,19 +1,33 @@
 #include "frame/command/Stored_Pictures.h"
 
+#include "catalogue/Recover_Folder.h"
 #include "frame/command/File_Jobs.h"
+#include "frame/command/Terminal.h"
 #include "frame/text/Text_Utilities.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QSet>
 
 QString Absolute_Path(const QString& file)
 {
     return file.startsWith(u'/') ? file : With_Trailing_Separator(QDir::currentPath()) + file;
 }
 
+void Recover_Folder_Of(const QString& file)
+{
+    static QSet<QString> recovered;
+    const QString folder = Folder_Part(Absolute_Path(file));
+    if (recovered.contains(folder)) return;
+    recovered.insert(folder);
+    Terminal_Platform platform(false);
+    for (const QString& name : Recover_Folder(platform.platform, folder))
+        Print_Message(name, QStringLiteral("was put back after an interrupted save"));
+}
+
 Result<Script_Item_Array> Stored_Items(const QString& file)
 {
     const int type = File_Type_From_Signature(file);
-    if (type == 0) return Image_Failure();
+    if (type == 0 || !Image_Script_Is_Readable(file, type)) return Image_Failure();
     Script_Item_Array items;
     const Script_Status status = Parse_Script_Items(Get_Image_Script(file, type), items);
     if (status != Script_Status::Complete) return Failure(Script_Status_Text(status).toStdString());
@@ -22,7 +36,8 @@ Result<Script_Item_Array> Stored_Items(const QString& file)
 
 Single_Picture::Single_Picture(const QString& file, bool overwrite) : platform_(overwrite)
 {
-    if (File_Type_From_Signature(file) == 0) return;
+    File_Dimensions facts;
+    if (!Get_Dimensions(file, 0, facts)) return;
     key_ = form_.Return_Picture_Key(Absolute_Path(file), true);
     if (key_ != 0) form_.Set_Picture_Key_Selected(key_, true);
 }
@@ -35,6 +50,7 @@ tl::unexpected<Error> Single_Picture::Refusal() const
 
 Result<void> Change_Picture(const QString& file, bool overwrite, const std::function<bool(Single_Picture&)>& change)
 {
+    Recover_Folder_Of(file);
     Single_Picture picture(file, overwrite);
     if (!picture.Is_Picked() || !change(picture)) return picture.Refusal();
     return {};

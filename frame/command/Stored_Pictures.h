@@ -11,6 +11,10 @@
 
 QString Absolute_Path(const QString& file);
 
+/// Before a file is written: what a crash left in its folder is put in order, once for each folder. Files that got their
+/// name back are told of.
+void Recover_Folder_Of(const QString& file);
+
 /// The items of the script that the file holds; a script that cannot be split is a failure.
 Result<Script_Item_Array> Stored_Items(const QString& file);
 
@@ -29,7 +33,11 @@ public:
 
 private:
     Terminal_Platform platform_;
-    Halvine_Form form_{platform_.platform};
+    struct No_Window final : Catalogue_View {
+        bool Shows_Thumbnails() const override { return false; }
+    };
+    No_Window window_;
+    Halvine_Form form_{platform_.platform, &window_};
     int key_ = 0;
 };
 

@@ -25,6 +25,12 @@ Message_Answer Terminal_Dialogs::Ask(const Message& message)
     return Message_Answer::No;
 }
 
+Response_Code Terminal_Dialogs::Overwrite_Or(const QString& prompt, Response_Code refused)
+{
+    const Message question{.text = prompt, .buttons = Message_Buttons::Yes_No};
+    return Ask(question) == Message_Answer::Yes ? Response_Code::Yes : refused;
+}
+
 std::unique_ptr<Progress_Window> Terminal_Dialogs::Open_Progress(const QString&, const QString&)
 {
     return std::make_unique<Terminal_Progress>();

@@ -15,10 +15,24 @@ public:
     void Show_Text(const QString&, const QString&) override {}
     void Show_File_List(const QString&, const QStringList&) override {}
     std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) override;
+    Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString&, const QString& prompt) override
+    {
+        return Overwrite_Or(prompt, Response_Code::No);
+    }
+    Response_Code Delete_File_List_Cancel_Dialog(const QString&, const QString& prompt) override
+    {
+        return Overwrite_Or(prompt, Response_Code::Cancel);
+    }
+    Response_Code Commitment_Dialog(const QString&, const QString& prompt) override
+    {
+        return Overwrite_Or(prompt, Response_Code::Cancel);
+    }
+    bool Confirm_File_List(const QString&, const QStringList&) override { return overwrite_; }
 
     const QString& Reason() const { return reason_; } ///< empty when nothing was refused
 
 private:
+    Response_Code Overwrite_Or(const QString& prompt, Response_Code refused);
     bool overwrite_ = false;
     QString reason_;
 };

@@ -1,3 +1,4 @@
+#include "catalogue/Text_Item_Turning.h"
 #include "frame/command/Command_Line.h"
 #include "frame/command/File_Jobs.h"
 #include "frame/command/Stored_Pictures.h"
@@ -13,6 +14,9 @@ Exit_Status Turn_Files(const Command_Line& line, int degrees, int flip_bits)
             if (degrees == 0 && flip_bits == 0) return true;
             picture.Item().Rotate = degrees;
             picture.Item().Flip = flip_bits;
+            // Nobody has seen the script on the flipped picture: it is to do what it did before.
+            Mirror_Items(picture.Item().Script_Items, flip_bits,
+                         {picture.Item().Horz_Pixels, picture.Item().Vert_Pixels});
             return picture.Form().Saving().Save_Rotation_And_Flips(picture.Key());
         });
     });

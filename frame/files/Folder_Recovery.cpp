@@ -1,5 +1,7 @@
 #include "frame/files/Folder_Recovery.h"
 
+#include "frame/files/Kept_Original.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <dirent.h>
@@ -28,6 +30,7 @@ Finding Look_At(const std::string& name, const std::string& kept, const Folder_R
     struct stat kept_facts {};
     struct stat name_facts {};
     if (lstat(kept.c_str(), &kept_facts) != 0 || !S_ISREG(kept_facts.st_mode)) return Finding::Nothing;
+    if (Is_Being_Saved(kept)) return Finding::Nothing;
     if (lstat(name.c_str(), &name_facts) != 0)
         return errno == ENOENT && recovery.is_whole(kept) ? Finding::Missing : Finding::Nothing;
     if (!S_ISREG(name_facts.st_mode)) return Finding::Nothing;

@@ -33,7 +33,7 @@ public:
 class Settings_Map {
 public:
     virtual ~Settings_Map() = default;
-    virtual QString Read_Value(const QString& key, const QString& name) = 0; ///< empty when missing
+    virtual QString Read_Value(const QString& key, const QString& name) = 0;                    ///< empty when missing
     virtual int Write_Value(const QString& key, const QString& name, const QString& value) = 0; ///< 0, or 5 on failure
     virtual QStringList Value_Names(const QString& key) = 0;
 };

@@ -66,6 +66,30 @@ std::unique_ptr<Progress_Window> Scripted_Dialogs::Open_Progress(const QString& 
     return std::make_unique<Scripted_Progress>(progress_shown, stop_after_progress_steps);
 }
 
+Response_Code Scripted_Dialogs::Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt)
+{
+    response_asked.emplace_back(caption, prompt);
+    return Next(responses, Response_Code::Cancel);
+}
+
+Response_Code Scripted_Dialogs::Delete_File_List_Cancel_Dialog(const QString& caption, const QString& prompt)
+{
+    response_asked.emplace_back(caption, prompt);
+    return Next(responses, Response_Code::Cancel);
+}
+
+Response_Code Scripted_Dialogs::Commitment_Dialog(const QString& caption, const QString& prompt)
+{
+    response_asked.emplace_back(caption, prompt);
+    return Next(responses, Response_Code::Cancel);
+}
+
+bool Scripted_Dialogs::Confirm_File_List(const QString& caption, const QStringList& files)
+{
+    lists_shown.emplace_back(caption, files);
+    return Next(list_answers, false);
+}
+
 void Scripted_Events::Process_Pending_Events()
 {
     ++calls;

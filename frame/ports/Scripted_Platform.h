@@ -16,7 +16,14 @@ public:
     void Show_File_List(const QString& caption, const QStringList& files) override;
     std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) override;
 
+    Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt) override;
+    Response_Code Delete_File_List_Cancel_Dialog(const QString& caption, const QString& prompt) override;
+    Response_Code Commitment_Dialog(const QString& caption, const QString& prompt) override;
+    bool Confirm_File_List(const QString& caption, const QStringList& files) override;
+
     std::deque<Message_Answer> answers;
+    std::deque<Response_Code> responses; ///< of the dialogs with their own buttons; Cancel without one
+    std::deque<bool> list_answers;       ///< of lists with OK and Cancel; Cancel without one
     std::deque<std::optional<QString>> inputs;
     std::deque<QStringList> picks;
     int stop_after_progress_steps = -1; ///< Stop counts as pressed once so many steps were shown; -1 never
@@ -24,6 +31,7 @@ public:
     std::vector<Message> asked;
     std::vector<Input_Question> input_asked;
     std::vector<Picker_Question> pick_asked;
+    std::vector<std::pair<QString, QString>> response_asked; ///< caption and prompt
     std::vector<std::pair<QString, QString>> texts_shown;
     std::vector<std::pair<QString, QStringList>> lists_shown;
     QStringList progress_shown; ///< captions and texts as they came
@@ -45,10 +53,17 @@ public:
 class Scripted_Timer : public Repeating_Timer {
 public:
     explicit Scripted_Timer(std::function<void()> call) : call_(std::move(call)) {}
-    void Start(int milliseconds) override { interval = milliseconds; on = true; }
+    void Start(int milliseconds) override
+    {
+        interval = milliseconds;
+        on = true;
+    }
     void Stop() override { on = false; }
     bool Is_On() const override { return on; }
-    void Fire() { if (on) call_(); }
+    void Fire()
+    {
+        if (on) call_();
+    }
     int interval = 0;
     bool on = false;
 

@@ -21,15 +21,18 @@ struct Message {
 struct Input_Question {
     QString prompt;
     QString title = QStringLiteral("Halvine");
-    QString text; ///< what stands in the field at first
+    QString text{}; ///< what stands in the field at first
 };
+
+/// What a button of the dialogs with their own buttons answers. Hosts compare the numbers: never renumber.
+enum class Response_Code { None = 0, Yes = 1, Yes_To_All = 2, No = 3, Cancel = 4 };
 
 /// A folder or file picker ("bkcExplorer").
 struct Picker_Question {
-    QString caption;
-    QString folder;  ///< where it starts
-    QString name;    ///< proposed name; may carry a save qualifier behind the name
-    QString pattern; ///< "*.jpg;*.jif;*.tif"
+    QString caption{};
+    QString folder{};  ///< where it starts
+    QString name{};    ///< proposed name; may carry a save qualifier behind the name
+    QString pattern{}; ///< "*.jpg;*.jif;*.tif"
     enum class Kind { Save_File, Open_File, Open_Files, Folder } kind = Kind::Save_File;
 };
 
@@ -52,6 +55,17 @@ public:
     virtual void Show_Text(const QString& caption, const QString& text) = 0;
     virtual void Show_File_List(const QString& caption, const QStringList& files) = 0;
     virtual std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) = 0;
+
+    /// Yes, Yes To All, No, Cancel; a close by the system is Cancel. An empty caption means the program's name.
+    virtual Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString& Dialog_Caption,
+                                                          const QString& Dialog_Prompt) = 0;
+    /// Yes is "delete", No is "show the list first".
+    virtual Response_Code Delete_File_List_Cancel_Dialog(const QString& Dialog_Caption,
+                                                         const QString& Dialog_Prompt) = 0;
+    /// Yes, or Cancel.
+    virtual Response_Code Commitment_Dialog(const QString& Dialog_Caption, const QString& Dialog_Prompt) = 0;
+    /// The list with OK and Cancel; true on OK.
+    virtual bool Confirm_File_List(const QString& caption, const QStringList& files) = 0;
 
     void Refuse(const QString& text) { Ask({.text = text, .icon = Message_Icon::Exclamation}); }
     /// Yes, No, Cancel with No as default; only Yes goes on.

@@ -1,40 +1,12 @@
 #pragma once
 
-#include "bkimgutl/core/Bitmap.h"
+#include "tests/bkimgutl/Reference_Pictures.h"
 
-#include <cstdint>
-#include <gtest/gtest.h>
-#include <hwy/targets.h>
+#include <algorithm>
 #include <random>
-#include <vector>
+#include <stdexcept>
 
-/// Pictures for the tests of the tone and filter kernels, and the loop over what the processor can run.
-
-template <class Body>
-void For_Every_Target(Body&& body)
-{
-    const std::int64_t all = hwy::SupportedTargets();
-    for (std::int64_t rest = all; rest != 0; rest &= rest - 1) {
-        const std::int64_t target = rest & -rest;
-        SCOPED_TRACE(hwy::TargetName(target));
-        hwy::SetSupportedTargetsForTest(target);
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-        body();
-    }
-    hwy::SetSupportedTargetsForTest(0);
-    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-}
-
-struct Picture_Size {
-    int width, height;
-};
-
-/// One pixel, one row, one column, odd widths with padding, widths around the registers' sizes.
-inline std::vector<Picture_Size> Edge_Sizes()
-{
-    return {{1, 1},   {2, 1},  {1, 2},  {37, 1}, {1, 41},   {3, 3},   {5, 7},
-            {16, 16}, {63, 5}, {64, 4}, {65, 3}, {131, 23}, {257, 40}};
-}
+/// More pictures for the tests of the tone and filter kernels, drawn level by level.
 
 inline Bitmap New_Picture(int width, int height, int bytes_per_pixel)
 {
@@ -53,12 +25,6 @@ Bitmap Drawn_Picture(int width, int height, int bytes_per_pixel, Level&& level)
             for (int c = 0; c < bytes_per_pixel; ++c)
                 view.Row(y)[x * bytes_per_pixel + c] = std::uint8_t(level(x, y, c));
     return picture;
-}
-
-inline Bitmap Random_Picture(int width, int height, int bytes_per_pixel, unsigned seed)
-{
-    std::mt19937 random(seed);
-    return Drawn_Picture(width, height, bytes_per_pixel, [&](int, int, int) { return random() >> 8 & 255; });
 }
 
 /// Black and white only: the largest steps there are.

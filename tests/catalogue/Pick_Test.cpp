@@ -1,3 +1,5 @@
+#include "catalogue/Selection_For_Function.h"
+#include "dev/samples/Jpeg_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
 namespace {
@@ -174,6 +176,24 @@ TEST_F(Picking, A_Picture_Without_Items_Borrows_The_Prepared_Script)
     form.State().Current_Prepared_Script = 3;
     const Owned_Bitmap adjusted(form.Return_Picture_Adjusted(key, 0, 1));
     EXPECT_NE(Pixels_Of(plain.Get()), Pixels_Of(adjusted.Get()));
+}
+
+TEST_F(Picking, A_Grey_Picture_Stays_Grey_Through_Its_Whole_Life)
+{
+    const auto bytes = Jpeg_File(To_Grey(Meadow(160, 96, 1)));
+    Put_File(File("grey.jpg"), std::string(bytes.begin(), bytes.end()));
+    const int key = Pick(Path("grey.jpg"));
+    const int color = Pick_New("color.jpg");
+    EXPECT_EQ(8, form.Return_Picture_Pixel_Depth(key));
+    EXPECT_EQ(24, form.Return_Picture_Pixel_Depth(color));
+    EXPECT_EQ(std::vector<int>{2}, Pictures_For_Function(form.State(), {.grey_allowed = false}));
+    EXPECT_EQ((std::vector<int>{1, 2}), Pictures_For_Function(form.State(), {}));
+    form.Rotate_Picture(key, 90);
+    ASSERT_TRUE(form.Saving().Save_Rotation_And_Flips(key)) << Last_Message().toStdString();
+    EXPECT_EQ(8, form.Return_Picture_Pixel_Depth(key));
+    Bitmap_Facts facts;
+    ASSERT_TRUE(Get_Bitmap_Facts_CPP(Owned_Bitmap(form.Return_Picture(key, 0, 1)).Get(), &facts));
+    EXPECT_EQ(8, facts.bits_per_pixel);
 }
 
 TEST_F(Picking, At_The_End_No_Bitmap_Is_Left_Over)

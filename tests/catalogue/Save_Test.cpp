@@ -66,6 +66,47 @@ TEST_F(Saving, A_TIFF_That_Is_Called_Jpg_Stays_A_TIFF)
     EXPECT_EQ(2, File_Type_From_Signature(Path("a.jpg")));
 }
 
+TEST_F(Saving, A_File_Whose_Name_Ends_In_The_Mark_Of_Kept_Originals_Does_Not_Collide)
+{
+    const int key = Pick(Make("a.jpg~"));
+    const std::string backup = Contents_Of(Make("a.jpg", 40, 40).toStdString());
+    ASSERT_TRUE(Save_Onto_Itself(key)) << Last_Message().toStdString();
+    EXPECT_EQ(80, form.Return_Picture_Horz_Pixels(key));
+    EXPECT_EQ(backup, Contents_Of(File("a.jpg")));
+    EXPECT_EQ((QStringList{"a.jpg", "a.jpg~"}), Names());
+}
+
+TEST_F(Saving, Beside_A_File_Under_The_Kept_Name_Leaves_That_File)
+{
+    const int key = Pick_New("a.jpg");
+    const std::string other = Contents_Of(Make("a.jpg~", 40, 40).toStdString());
+    ASSERT_TRUE(Save_Onto_Itself(key)) << Last_Message().toStdString();
+    EXPECT_EQ(other, Contents_Of(File("a.jpg~")));
+    EXPECT_EQ((QStringList{"a.jpg", "a.jpg~"}), Names());
+}
+
+TEST_F(Saving, Over_The_Original_By_A_Window_Leaves_Script_Modified_And_Takes_The_Listed_Types_Out)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4);Blur(2,50,RGB)");
+    ASSERT_TRUE(Save_Onto_Itself(key, {5})) << Last_Message().toStdString();
+    EXPECT_TRUE(Item(key).Script_Modified);
+    EXPECT_EQ("Blur(2,50,RGB)", form.Recall_Picture_All_Script_Items(key));
+}
+
+TEST_F(Saving, Over_Another_Listed_Picture_Takes_The_Listed_Types_Out_Of_That_Ones_Script)
+{
+    const int key = Pick_New("a.jpg");
+    const int other = Pick(Make("b.jpg", 160, 96, 1, "Crop(1,2,3,4);Blur(2,50,RGB)"));
+    const Owned_Bitmap bitmap = Drawn_Bitmap(80, 50, 9);
+    const std::vector<int> crop{5};
+    ASSERT_TRUE(form.Save_Adjusted_Picture(key, bitmap.Get(), Path("B.JPG"), {}, crop, true));
+    EXPECT_EQ(2, form.State().pictures.Count()) << "found without regard to case";
+    ASSERT_TRUE(form.Save_Adjusted_Picture(key, bitmap.Get(), Path("b.jpg"), {}, crop, true));
+    EXPECT_EQ("Blur(2,50,RGB)", form.Recall_Picture_All_Script_Items(other));
+    EXPECT_EQ(80, form.Return_Picture_Horz_Pixels(other));
+}
+
 TEST_F(Saving, Without_A_Bitmap_Nothing_Is_Written)
 {
     const int key = Pick_New("a.jpg");
@@ -239,6 +280,36 @@ TEST_F(Saving, Selected_As_Auto_Copy_Has_A_Suffix_And_Leaves_The_Record)
     EXPECT_EQ(1, form.Save_Selected_As(
                      {.Script_Option = Save_Options::Scripts::Run, .Save_Option = Save_Options::Target::Auto_Copy}));
     EXPECT_TRUE(Names().contains("a-rs.jpg"));
+}
+
+TEST_F(Saving, Selected_As_Original_With_Scripts_Turns_Only_When_Asked)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
+    form.Rotate_Picture(key, 90);
+    form.Set_Picture_Key_Selected(key, true);
+    platform.dialogs.answers = {Message_Answer::Yes, Message_Answer::Yes};
+    ASSERT_EQ(1, form.Save_Selected_As({.Script_Option = Save_Options::Scripts::Save_With}));
+    EXPECT_FALSE(Item(key).Script_Modified);
+    EXPECT_EQ(90, form.Return_Picture_Rotate(key));
+    EXPECT_EQ("Crop(1,2,3,4)", form.Recall_Picture_All_Script_Items(key));
+    ASSERT_EQ(1,
+              form.Save_Selected_As({.Script_Option = Save_Options::Scripts::Save_With, .Save_Rotations_Flips = true}));
+    EXPECT_EQ(0, form.Return_Picture_Rotate(key));
+    EXPECT_EQ("Crop(2,3,4,1)", form.Recall_Picture_All_Script_Items(key));
+    EXPECT_EQ("Crop(2,3,4,1)", Get_Image_Script(Path("a.jpg"), 0));
+    EXPECT_EQ(96, form.Return_Picture_Horz_Pixels(key));
+}
+
+TEST_F(Saving, Selected_As_Original_Without_Scripts_Leaves_Script_Modified)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
+    form.Set_Picture_Key_Selected(key, true);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    ASSERT_EQ(1, form.Save_Selected_As({}));
+    EXPECT_TRUE(Item(key).Script_Modified);
+    EXPECT_EQ("", Get_Image_Script(Path("a.jpg"), 0));
 }
 
 TEST_F(Saving, Selected_As_Stops_When_The_User_Does)

@@ -12,21 +12,28 @@
 
 namespace {
 
+struct Refusal {
+    const char* name = "";
+    int error_number = 0;
+    int passes = 0; // so many calls work before
+};
+
 struct Plan {
     bool active = false;
     int fail_at = 0;
     int calls = 0;
     int error_number = 0;
     const char* failed = "";
-    const char* refused = "";
-    int refused_error = 0;
+    Refusal refusals[4] = {};
 };
 Plan plan; // one thread at a time makes a plan
 
 bool Must_Fail(const char* name)
 {
-    if (*plan.refused != 0 && std::strcmp(plan.refused, name) == 0) {
-        errno = plan.refused_error;
+    for (Refusal& refusal : plan.refusals) {
+        if (std::strcmp(refusal.name, name) != 0 || refusal.passes-- > 0) continue;
+        refusal.passes = 0;
+        errno = refusal.error_number;
         return true;
     }
     if (!plan.active || ++plan.calls != plan.fail_at) return false;
@@ -78,15 +85,18 @@ int Failing_Calls::Calls_So_Far()
     return plan.calls;
 }
 
-void Failing_Calls::Refuse_Always(const char* name, int error_number)
+void Failing_Calls::Refuse_From(int n, const char* name, int error_number)
 {
-    plan.refused = name;
-    plan.refused_error = error_number;
+    for (Refusal& refusal : plan.refusals) {
+        if (*refusal.name != 0 && std::strcmp(refusal.name, name) != 0) continue;
+        refusal = {name, error_number, n - 1};
+        return;
+    }
 }
 
 void Failing_Calls::Refuse_Nothing()
 {
-    plan.refused = "";
+    for (Refusal& refusal : plan.refusals) refusal = {};
 }
 
 extern "C" {

@@ -18,6 +18,9 @@ public:
     static int Calls_So_Far(); ///< since the plan began
 
     /// Every call of this name fails, as on a file system without it: "link".
-    static void Refuse_Always(const char* name, int error_number);
+    static void Refuse_Always(const char* name, int error_number) { Refuse_From(1, name, error_number); }
+
+    /// Calls of this name fail from the n-th on (from 1, counted from now). Several names may be refused at a time.
+    static void Refuse_From(int n, const char* name, int error_number);
     static void Refuse_Nothing();
 };

@@ -5,6 +5,7 @@
 #include "tests/bkimgutl/codecs/Tiff_Fixture.h"
 
 #include <algorithm>
+#include <cstring>
 #include <random>
 
 namespace {
@@ -22,6 +23,7 @@ Sample_Picture Noise(int width, int height, int channels, unsigned seed)
 Bitmap Reduced_Reference(const Bitmap& source, int divisor)
 {
     const auto from = source.View();
+    divisor = std::min(divisor, 1000); // larger than any picture here
     auto result = Bitmap::Create((from.width + divisor - 1) / divisor, (from.height + divisor - 1) / divisor,
                                  from.bytes_per_pixel);
     const auto to = result->Change();
@@ -51,20 +53,33 @@ Bitmap Through_Sink(const Sample_Picture& stored, int orientation, int divisor)
     return std::move(*sink).Take();
 }
 
+Bitmap Row_By_Row(const Sample_Picture& stored, int orientation, int divisor)
+{
+    auto sink = Upright_Sink::Create(stored.width, stored.height, stored.channels, orientation, divisor);
+    EXPECT_TRUE(sink);
+    const Bitmap pixels = Bitmap_Of(stored);
+    for (int y = 0; y < stored.height; ++y) {
+        std::memcpy(sink->Next_Row(), pixels.View().Row(y), pixels.View().Row_Bytes());
+        sink->Row_Is_Written();
+    }
+    return std::move(*sink).Take();
+}
+
 } // namespace
 
 TEST(Upright_Sink, Turns_And_Reduces_Like_The_Reference)
 {
     for (const int channels : {1, 3})
         for (int orientation = 1; orientation <= 8; ++orientation)
-            for (const int divisor : {1, 2, 3, 5, 8, 100})
-                for (const auto& [width, height] : {std::pair{1, 1}, {7, 5}, {16, 24}, {1, 9}, {13, 1}}) {
+            for (const int divisor : {1, 2, 3, 5, 8, 100, 2147483647})
+                for (const auto& [width, height] : {std::pair{1, 1}, {7, 5}, {16, 24}, {1, 9}, {13, 1}, {9, 35}}) {
                     SCOPED_TRACE(testing::Message() << channels << " channels, orientation " << orientation
                                                     << ", divisor " << divisor << ", " << width << " x " << height);
                     const Sample_Picture upright = Noise(width, height, channels, unsigned(orientation * divisor));
                     const Sample_Picture stored = Stored_With_Orientation(upright, orientation);
                     const Bitmap expected = Reduced_Reference(Bitmap_Of(upright), divisor);
                     EXPECT_TRUE(Same_Pixels(expected.View(), Through_Sink(stored, orientation, divisor).View()));
+                    EXPECT_TRUE(Same_Pixels(expected.View(), Row_By_Row(stored, orientation, divisor).View()));
                 }
 }
 

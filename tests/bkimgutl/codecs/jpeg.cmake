@@ -9,6 +9,5 @@ hv_test(NAME bkimgutl_jpeg_test LAYER plain
         Jpeg_Save_Test.cpp
         Jpeg_Texts_Test.cpp
         Stored_Text_Test.cpp
-        Upright_Rows_Test.cpp
     USES bkimgutl bkimgutl_pictures hv_sample_pictures
     LINKS JPEG::JPEG)

@@ -14,30 +14,42 @@ namespace {
 /// Rows of real numbers, interleaved like the picture.
 using Real_Rows = std::vector<std::vector<double>>;
 
-Real_Rows Blurred_Reference(const Bitmap_View& source, double radius)
+/// Adds `count` samples times a weight; a loop of its own, for it takes nearly all the time of these tests.
+template <class Sample>
+void Add_Weighted(double* sums, const Sample* samples, std::size_t count, double weight)
 {
-    const int reach = int(std::ceil(6 * radius)), depth = source.bytes_per_pixel;
+    for (std::size_t x = 0; x < count; ++x) sums[x] += weight * samples[x];
+}
+
+std::vector<double> Gaussian_Weights(double radius, int reach)
+{
     std::vector<double> weights;
     double sum = 0;
     for (int i = -reach; i <= reach; ++i) {
         weights.push_back(std::exp(-0.5 * i * i / (radius * radius)));
         sum += weights.back();
     }
+    for (double& weight : weights) weight /= sum;
+    return weights;
+}
+
+Real_Rows Blurred_Reference(const Bitmap_View& source, double radius)
+{
+    const int reach = int(std::ceil(6 * radius)), depth = source.bytes_per_pixel;
+    const std::vector<double> weights = Gaussian_Weights(radius, reach);
     const std::size_t row_samples = source.Row_Bytes();
-    Real_Rows columns(std::size_t(source.height), std::vector<double>(row_samples)), rows = columns;
-    for (int y = 0; y < source.height; ++y)
-        for (int i = -reach; i <= reach; ++i) {
-            const std::uint8_t* from = source.Row(std::clamp(y + i, 0, source.height - 1));
-            for (std::size_t x = 0; x < row_samples; ++x)
-                columns[std::size_t(y)][x] += weights[std::size_t(i + reach)] / sum * from[x];
-        }
-    for (int y = 0; y < source.height; ++y)
-        for (int x = 0; x < source.width; ++x)
-            for (int i = -reach; i <= reach; ++i)
-                for (int c = 0; c < depth; ++c)
-                    rows[std::size_t(y)][std::size_t(x * depth + c)] +=
-                        weights[std::size_t(i + reach)] / sum *
-                        columns[std::size_t(y)][std::size_t(std::clamp(x + i, 0, source.width - 1) * depth + c)];
+    Real_Rows rows(std::size_t(source.height), std::vector<double>(row_samples));
+    for (int y = 0; y < source.height; ++y) {
+        std::vector<double> column(row_samples), wide;
+        for (int i = -reach; i <= reach; ++i)
+            Add_Weighted(column.data(), source.Row(std::clamp(y + i, 0, source.height - 1)), row_samples,
+                         weights[std::size_t(i + reach)]);
+        for (int x = -reach; x < source.width + reach; ++x)
+            for (int c = 0; c < depth; ++c)
+                wide.push_back(column[std::size_t(std::clamp(x, 0, source.width - 1) * depth + c)]);
+        for (int i = 0; i <= 2 * reach; ++i)
+            Add_Weighted(rows[std::size_t(y)].data(), wide.data() + i * depth, row_samples, weights[std::size_t(i)]);
+    }
     return rows;
 }
 
@@ -151,7 +163,7 @@ TEST_P(Blur_Radius, Is_Within_One_Level_On_The_Worst_Waves)
 
 TEST_P(Blur_Radius, Edge_Sizes_Work_And_Flat_Pictures_Stay)
 {
-    for (const auto size : Edge_Sizes())
+    for (const auto size : Edge_Case_Sizes())
         for (const int depth : {1, 3}) {
             const Bitmap source = Harsh_Picture(size.width, size.height, depth, 9);
             const Real_Rows exact = Blurred_Reference(source.View(), double(GetParam()));

@@ -2,29 +2,48 @@
 #include "tests/bkimgutl/Picture_Fixtures.h"
 
 #include <cmath>
+#include <numeric>
 
 namespace {
 
-/// One line of samples with real numbers throughout.
-std::vector<double> Scaled_Line(const std::vector<double>& line, int to, Interpolation_Method method)
+/// What one sample of a scaled line is made of: neighbours of the old line, their weights with the sum 1.
+struct Sample_Recipe {
+    int first = 0;
+    std::vector<double> weights{};
+};
+
+std::vector<Sample_Recipe> Recipes(int from, int to, Interpolation_Method method)
 {
-    const int from = int(line.size());
     const double ratio = double(from) / to, widening = std::max(ratio, 1.0);
-    std::vector<double> out;
+    std::vector<Sample_Recipe> recipes;
     for (int i = 0; i < to; ++i) {
         const double centre = (i + 0.5) * ratio - 0.5, reach = Interpolation_Support(method) * widening;
-        double sum = 0, weights = 0;
-        for (int j = std::max(0, int(std::ceil(centre - reach))); j <= std::min(from - 1.0, centre + reach); ++j) {
-            const double weight = Interpolation_Weight(method, (j - centre) / widening);
-            sum += weight * line[std::size_t(j)], weights += weight;
+        Sample_Recipe recipe{.first = std::max(0, int(std::ceil(centre - reach)))};
+        double sum = 0;
+        for (int j = recipe.first; j <= std::min(from - 1.0, centre + reach); ++j) {
+            recipe.weights.push_back(Interpolation_Weight(method, (j - centre) / widening));
+            sum += recipe.weights.back();
         }
-        out.push_back(sum / weights);
+        for (double& weight : recipe.weights) weight /= sum;
+        recipes.push_back(std::move(recipe));
     }
+    return recipes;
+}
+
+/// One line of samples with real numbers throughout.
+std::vector<double> Scaled_Line(const std::vector<double>& line, const std::vector<Sample_Recipe>& recipes)
+{
+    std::vector<double> out;
+    for (const Sample_Recipe& recipe : recipes)
+        out.push_back(
+            std::inner_product(recipe.weights.begin(), recipe.weights.end(), line.data() + recipe.first, 0.0));
     return out;
 }
 
 Bitmap Scaled_Reference(const Bitmap_View& source, int width, int height, Interpolation_Method method)
 {
+    const auto across = Recipes(source.width, width, method);
+    const auto down = Recipes(source.height, height, method);
     Bitmap result = New_Picture(width, height, source.bytes_per_pixel);
     const auto target = result.Change();
     for (int c = 0; c < source.bytes_per_pixel; ++c) {
@@ -32,12 +51,12 @@ Bitmap Scaled_Reference(const Bitmap_View& source, int width, int height, Interp
         for (int y = 0; y < source.height; ++y) {
             std::vector<double> line;
             for (int x = 0; x < source.width; ++x) line.push_back(source.Row(y)[x * source.bytes_per_pixel + c]);
-            middle.push_back(Scaled_Line(line, width, method));
+            middle.push_back(Scaled_Line(line, across));
         }
         for (int x = 0; x < width; ++x) {
             std::vector<double> line;
             for (const auto& row : middle) line.push_back(row[std::size_t(x)]);
-            const auto scaled = Scaled_Line(line, height, method);
+            const auto scaled = Scaled_Line(line, down);
             for (int y = 0; y < height; ++y)
                 target.Row(y)[x * source.bytes_per_pixel + c] =
                     std::uint8_t(std::clamp(std::nearbyint(scaled[std::size_t(y)]), 0.0, 255.0));

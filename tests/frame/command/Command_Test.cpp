@@ -289,6 +289,79 @@ TEST_F(Hv, Four_Turns_And_Two_Flips_Bring_The_Pixels_Back)
     }
 }
 
+TEST_F(Hv, A_Flip_Takes_The_Crop_Of_The_Script_To_The_Other_Side)
+{
+    Make("a.tif", "Crop(10,2,3,4)");
+    EXPECT_EQ(Run({Q("flip"), Q("h"), Q("a.tif")}).status, 0);
+    EXPECT_EQ(Get_Image_Script(Path("a.tif"), 0), Q("Crop(3,2,10,4)"));
+    EXPECT_EQ(Run({Q("flip"), Q("v"), Q("a.tif")}).status, 0);
+    EXPECT_EQ(Get_Image_Script(Path("a.tif"), 0), Q("Crop(3,4,10,2)"));
+}
+
+TEST_F(Hv, A_Script_Of_Unknown_Or_Too_Many_Items_Is_Stored_Nowhere)
+{
+    Make("a.jpg", "Crop(1,2,3,4)");
+    const QByteArray before = Bytes("a.jpg");
+    const Answer unknown = Run({Q("script"), Q("set"), Q("Crp(9,9,9,9)"), Q("a.jpg")});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_TRUE(unknown.messages.contains(Q("known keyword"))) << unknown.messages.toStdString();
+    const QString many = QStringList(1001, Q("Crop(1,2,3,4)")).join(u';');
+    for (const QStringList& command :
+         {QStringList{Q("script"), Q("set"), many, Q("a.jpg")},
+          QStringList{Q("render"), Q("--script"), many, Q("-o"), Q("b.jpg"), Q("a.jpg")}}) {
+        const Answer answer = Run(command);
+        EXPECT_EQ(answer.status, 2);
+        EXPECT_TRUE(answer.messages.contains(Q("the script has more than 1000 items")))
+            << answer.messages.toStdString();
+    }
+    EXPECT_EQ(Bytes("a.jpg"), before);
+    Make("c.jpg", many.toLatin1().constData());
+    const Answer stored = Run({Q("render"), Q("-o"), Q("b.jpg"), Q("c.jpg")});
+    EXPECT_EQ(stored.status, 1) << "half a script is another picture";
+    EXPECT_TRUE(stored.messages.startsWith(Q("hv: c.jpg: the script has more"))) << stored.messages.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(Path("b.jpg")));
+}
+
+TEST_F(Hv, Texts_Beyond_The_Limits_Are_Refused_With_The_Limit)
+{
+    Make("a.jpg");
+    const QByteArray before = Bytes("a.jpg");
+    const Answer description = Run({Q("describe"), QString(1025, u'd'), Q("a.jpg")});
+    EXPECT_EQ(description.status, 1);
+    EXPECT_TRUE(description.messages.contains(Q("1025 bytes, 1024 are the limit")))
+        << description.messages.toStdString();
+    const Answer script = Run({Q("script"), Q("set"), Q("Text(\"%1\")").arg(QString(65'600, u't')), Q("a.jpg")});
+    EXPECT_EQ(script.status, 1);
+    EXPECT_TRUE(script.messages.contains(Q("65535 are the limit"))) << script.messages.left(300).toStdString();
+    EXPECT_EQ(Bytes("a.jpg"), before);
+}
+
+TEST_F(Hv, A_Picture_Cut_Off_In_Its_Head_Fails_In_Every_Command_With_One_Line)
+{
+    Make("a.jpg");
+    QFile file(Path("a.jpg"));
+    ASSERT_TRUE(file.resize(200));
+    const QStringList commands[] = {{Q("info")},
+                                    {Q("camera")},
+                                    {Q("script"), Q("get")},
+                                    {Q("script"), Q("clear")},
+                                    {Q("describe"), Q("d")},
+                                    {Q("histogram")},
+                                    {Q("rotate"), Q("90")},
+                                    {Q("flip"), Q("h")},
+                                    {Q("save")},
+                                    {Q("snapshot"), Q("save")},
+                                    {Q("render"), Q("-o"), Q("b.jpg")}};
+    for (const QStringList& command : commands) {
+        const Answer answer = Run(command + QStringList{Q("a.jpg")});
+        EXPECT_EQ(answer.status, 1) << command.join(u' ').toStdString();
+        EXPECT_EQ(answer.messages, Q("hv: a.jpg: ends inside its header, or is damaged\n"))
+            << command.join(u' ').toStdString();
+        EXPECT_EQ(answer.out, QString()) << command.join(u' ').toStdString();
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{Q("a.jpg")});
+}
+
 TEST_F(Hv, Save_Makes_Copies_And_Leaves_Originals_Alone)
 {
     Make("a.tif", "Crop(10,20,30,4)");
@@ -354,6 +427,20 @@ TEST_F(Hv, Search_Prints_The_Paths)
     EXPECT_EQ(Run({Q("search"), Q("names"), Q("*"), Q("none")}).status, 1);
     EXPECT_EQ(Run({Q("search"), Q("names"), Q("[a"), Q(".")}).status, 2);
     EXPECT_EQ(Run({Q("search"), Q("pixels"), Q("*"), Q(".")}).status, 2);
+}
+
+TEST_F(Hv, A_Picture_That_A_Crash_Left_Under_Its_Kept_Name_Is_Put_Back_Before_A_Change)
+{
+    Make("a.jpg");
+    Make("b.jpg");
+    ASSERT_TRUE(QFile::rename(Path("a.jpg"), Path("a.jpg~")));
+    EXPECT_EQ(Run({Q("info"), Q("a.jpg")}).status, 1) << "reading changes no folder";
+    const Answer answer = Run({Q("rotate"), Q("90"), Q("a.jpg"), Q("b.jpg")});
+    EXPECT_EQ(answer.status, 0) << answer.messages.toStdString();
+    EXPECT_EQ(answer.messages.count(Q("a.jpg: was put back after an interrupted save")), 1)
+        << answer.messages.toStdString();
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({Q("a.jpg"), Q("b.jpg")}));
+    EXPECT_EQ(Size("a.jpg").width, 48);
 }
 
 TEST_F(Hv, A_Full_Standard_Output_Is_No_Success)

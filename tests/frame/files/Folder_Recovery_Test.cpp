@@ -1,10 +1,14 @@
 #include "frame/files/Folder_Recovery.h"
+#include "frame/files/Kept_Original.h"
 #include "frame/files/Replacement_File.h"
+#include "tests/support/Failing_Calls.h"
 #include "tests/support/Test_Folder.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -91,6 +95,43 @@ TEST_F(Recovery, Hidden_Files_Of_Ours_Go_To_The_Trash_After_A_Day)
     ASSERT_TRUE(Set_Times(folder.File(".profile"), {{1, 0}, {1, 0}}));
     Recover();
     EXPECT_EQ(Names{old_one}, trashed);
+}
+
+TEST_F(Recovery, What_A_Running_Save_Keeps_Is_Left_Alone)
+{
+    Put_File(folder.File("a.jpg"), "whole");
+    {
+        const auto kept = Kept_Original::Keep(folder.File("a.jpg"));
+        ASSERT_TRUE(kept);
+        EXPECT_EQ(Names{}, Recover());
+        EXPECT_EQ((Names{"a.jpg", "a.jpg~"}), folder.Names());
+    }
+    EXPECT_EQ(Names{"a.jpg"}, folder.Names());
+}
+
+TEST_F(Recovery, What_A_Running_Save_Has_Renamed_Is_Left_Alone)
+{
+    Put_File(folder.File("a.jpg"), "whole");
+    Failing_Calls::Refuse_Always("link", EPERM);
+    const auto kept = Kept_Original::Keep(folder.File("a.jpg"));
+    Failing_Calls::Refuse_Nothing();
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(Names{}, Recover());
+    EXPECT_EQ(Names{"a.jpg~"}, folder.Names());
+}
+
+TEST_F(Recovery, What_A_Killed_Save_Kept_Comes_Back)
+{
+    Put_File(folder.File("a.jpg"), "whole");
+    const int answer = In_A_Child([&] {
+        Failing_Calls::Refuse_Always("link", EPERM);
+        auto kept = Kept_Original::Keep(folder.File("a.jpg"));
+        _exit(kept ? 3 : 4); // without putting anything back
+        return 0;
+    });
+    EXPECT_EQ(3, answer);
+    EXPECT_EQ(Names{"a.jpg~"}, folder.Names());
+    EXPECT_EQ(Names{"a.jpg"}, Recover());
 }
 
 TEST_F(Recovery, A_Folder_That_Is_Not_There_Gives_Nothing)

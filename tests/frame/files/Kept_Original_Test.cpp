@@ -100,6 +100,26 @@ TEST_F(Keeping, A_Stale_Second_Name_Is_Cleared_But_Nothing_Else)
     EXPECT_EQ("another", Contents_Of(path + "~"));
 }
 
+TEST_F(Keeping, The_Second_Name_Of_A_Running_Save_Is_Not_Stale)
+{
+    auto kept = Kept_Original::Keep(path);
+    ASSERT_TRUE(kept);
+    EXPECT_TRUE(Is_Being_Saved(kept->Name()));
+    Clear_Stale_Keep(path);
+    EXPECT_EQ((Names{"a.jpg", "a.jpg~"}), folder.Names());
+    EXPECT_TRUE(kept->Drop());
+}
+
+TEST_F(Keeping, A_File_That_Cannot_Be_Put_Back_Stays_Under_Its_Second_Name)
+{
+    Failing_Calls::Refuse_Always("link", EPERM);
+    auto kept = Kept_Original::Keep(path);
+    ASSERT_TRUE(kept);
+    Failing_Calls::Refuse_Always("rename", EIO);
+    EXPECT_FALSE(kept->Put_Back());
+    EXPECT_EQ("old", Contents_Of(path + "~"));
+}
+
 TEST_F(Keeping, A_Missing_File_Cannot_Be_Kept)
 {
     EXPECT_FALSE(Kept_Original::Keep(folder.File("missing.jpg")));

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "catalogue/Command_Table.h"
+#include "catalogue/Halvine_Form.h"
+#include "catalogue/Window_Host.h"
+
+#include <functional>
+#include <map>
+
+/// The handlers of the main window's commands. A command that comes in while another one runs is refused in silence, but
+/// for Exit, which the close sequence judges, and the Stop button of a pick.
+class Catalogue_Commands {
+public:
+    Catalogue_Commands(Halvine_Form& form, Window_Host& host) : form_(form), host_(host) {}
+
+    /// Leaves the full-window and list views, then carries the command out if its rule allows it. False when there is no
+    /// such command, or it cannot act now.
+    bool Run(Command_Id id);
+
+    /// A click on the panel. Button: 1 left, 2 right; Shift: 1 shift, 2 control.
+    void Press_Panel(int button_id, int button, int shift);
+
+    /// 1-based; the prepared script becomes the one in force, or none when it is in force already.
+    void Choose_Prepared_Script(int number);
+
+    /// Files from elsewhere, such as a drop: picked behind the present pictures, or in their place.
+    void Pick_Paths(const QStringList& paths, bool append, bool refresh_selection);
+
+    /// Working windows and other areas bring the commands that stand without a handler here.
+    void Set_Handler(Command_Id id, std::function<void()> handler) { brought_[id] = std::move(handler); }
+    bool Is_Here(const Command& command) const;
+
+    Command_Facts Facts() const;
+    bool Is_Busy() const { return running_ > 0; }
+
+    /// Check items: "Save Configuration On Exit".
+    bool Save_Configuration_On_Exit = true;
+    bool Show_Running = false;
+
+    // The commands, as the table names them.
+    void Pick_Selected() { Pick(false, true); }
+    void Pick_Append_Selected() { Pick(true, false); }
+    void Discard_Selected();
+    void Discard_All();
+    void Save_Selected_As();
+    void Refresh_Folders() { host_.Refresh_Folders(); }
+    void Toggle_Save_On_Exit() { Save_Configuration_On_Exit = !Save_Configuration_On_Exit; }
+    void Exit() { host_.Close_Window(); }
+
+    void Select_None();
+    void Select_All();
+    void Invert_Selection();
+
+    // Degrees run counterclockwise.
+    void Rotate_Clockwise() { Rotate_Selected(270); }
+    void Rotate_Counterclockwise() { Rotate_Selected(90); }
+    void Rotate_Half() { Rotate_Selected(180); }
+    void Flip_Horizontal() { Flip_Selected(Flip_Left_To_Right); }
+    void Flip_Vertical() { Flip_Selected(Flip_Top_To_Bottom); }
+    void Save_Selected_Rotations() { Save_Rotations(false); }
+    void Save_All_Rotations() { Save_Rotations(true); }
+
+    void Clear_Selected_Scripts() { Clear_Scripts(false); }
+    void Clear_All_Scripts() { Clear_Scripts(true); }
+    void Copy_Selected_Script();
+    void Paste_Copied_Into_Selected() { Paste_Copied(false); }
+    void Paste_Copied_Into_All() { Paste_Copied(true); }
+    void Paste_Prepared_Into_Selected() { Paste_Prepared(false); }
+    void Paste_Prepared_Into_All() { Paste_Prepared(true); }
+    void Delete_Script_Items();
+    void Save_Selected_Scripts() { Save_Scripts(false); }
+    void Save_All_Scripts() { Save_Scripts(true); }
+
+    void Rotate_Blowup_Clockwise() { host_.Rotate_Blowup(270); }
+    void Rotate_Blowup_Counterclockwise() { host_.Rotate_Blowup(90); }
+    void Camera_Information();
+    void Thumbnail_List();
+    void Save_Clipboard_Image();
+    void Convert_Grayscale_Image();
+    void Create_Empty_Image();
+    void Load_Snapshots();
+    void Save_Snapshots();
+    void Restore_Snapshot();
+    void Set_Background_Color();
+
+private:
+    void Pick(bool append, bool refresh_selection);
+    void Rotate_Selected(int degrees);
+    void Flip_Selected(int flip);
+    void Save_Rotations(bool all);
+    void Clear_Scripts(bool all);
+    void Paste_Copied(bool all);
+    void Paste_Prepared(bool all);
+    void Paste(const Script_Item_Array& items, bool all);
+    void Save_Scripts(bool all);
+    void Save_Series(const QString& caption, const std::vector<int>& keys, const std::function<bool(int key)>& save);
+    std::vector<int> Keys_For(bool all, Select_Access access) const;
+    std::vector<int> Turn_Candidates(int& locked) const;
+    void Scripts_Changed();
+    void Save_New_Image(Bitmap_Handle bitmap, const QString& caption, const QString& folder, const QString& name);
+    User_Dialogs& Dialogs() const { return form_.State().platform.dialogs; }
+
+    Halvine_Form& form_;
+    Window_Host& host_;
+    std::map<Command_Id, std::function<void()>> brought_;
+    int running_ = 0;
+    bool left_list_ = false; // this command has just closed the list view
+};

@@ -1,0 +1,226 @@
+#include "catalogue/ui/Filmstrip_Widget.h"
+
+#include "catalogue/Picture_Texts.h"
+#include "catalogue/ui/Bitmap_Image.h"
+
+#include <QtGui/QAccessible>
+#include <QtWidgets/QtWidgets>
+
+namespace {
+
+constexpr QColor Strip_Color(0xC0, 0xC0, 0xC0);
+constexpr QColor Cell_Color(0xB3, 0xB3, 0xB3);
+constexpr QColor Frame_Color(0x40, 0x40, 0x40);
+
+QRect To_Pixels(const Twips_Rectangle& twips)
+{
+    constexpr int pixel = Filmstrip_Layout::Pixel;
+    return {twips.left / pixel, twips.top / pixel, twips.width / pixel, twips.height / pixel};
+}
+
+constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
+
+} // namespace
+
+Filmstrip_Widget::Filmstrip_Widget(Halvine_Form& form, QWidget* parent)
+    : QAbstractScrollArea(parent), form_(form), budget_(form.State(), form.Pictures())
+{
+    setObjectName(QStringLiteral("Thumbnail_Picture"));
+    setAccessibleName(tr("Filmstrip"));
+    setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // the columns stay where they are when it comes to matter
+    setFrameShape(QFrame::NoFrame);
+    verticalScrollBar()->setObjectName(QStringLiteral("Thumbnail_VScroll"));
+    viewport()->setAutoFillBackground(false);
+    setMinimumSize(Row_Pixels + 24, Row_Pixels);
+    scrolling_.setDuration(style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this));
+    connect(&scrolling_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
+        offset_ = value.toInt();
+        viewport()->update();
+    });
+    current_later_.setSingleShot(true);
+    current_later_.setInterval(150);
+    connect(&current_later_, &QTimer::timeout, this, [this] { emit Current_Wanted(wanted_index_); });
+    reading_.setSingleShot(true);
+    connect(&reading_, &QTimer::timeout, this, &Filmstrip_Widget::Read_Given_Up);
+}
+
+void Filmstrip_Widget::Set_Ready()
+{
+    ready_ = true;
+    Draw_All_Thumbnails();
+}
+
+int Filmstrip_Widget::Cursor_Index() const
+{
+    return std::max(form_.State().pictures.Index_From_Key(cursor_key_), 0);
+}
+
+void Filmstrip_Widget::Set_Cursor(int index)
+{
+    const Picture_List& pictures = form_.State().pictures;
+    if (!pictures.Is_Index(index)) return;
+    Set_Thumbnail_Frame(Cursor_Index());
+    cursor_key_ = pictures.Item(index).Picture_Key;
+    Scroll_To_Index(index);
+    Set_Thumbnail_Frame(index);
+    setAccessibleDescription(Spoken_Picture_Text(form_.State(), index));
+    QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&event);
+}
+
+QRect Filmstrip_Widget::Cell_On_View(int index) const
+{
+    return To_Pixels(layout_.Cell(index)).translated(0, -offset_);
+}
+
+int Filmstrip_Widget::Index_At(QPoint viewport_point) const
+{
+    constexpr int pixel = Filmstrip_Layout::Pixel;
+    return layout_.Index_At(viewport_point.x() * pixel, (viewport_point.y() + offset_) * pixel);
+}
+
+void Filmstrip_Widget::Set_Top_Row(int row)
+{
+    layout_.Set_Top_Row(row);
+    Update_Scroll_Range();
+}
+
+bool Filmstrip_Widget::Scroll_To_Index(int index)
+{
+    if (!layout_.Scroll_To_Index(index)) return false;
+    Update_Scroll_Range();
+    return true;
+}
+
+void Filmstrip_Widget::Update_Scroll_Range()
+{
+    layout_.Set_Count(form_.State().pictures.Count());
+    const Scroll_Range range = layout_.Range();
+    QScrollBar& bar = *verticalScrollBar();
+    {
+        const QSignalBlocker held_off(bar);
+        bar.setRange(range.minimum, range.maximum);
+        bar.setSingleStep(range.small_change);
+        bar.setPageStep(range.large_change);
+        bar.setValue(range.value);
+    }
+    bar.setEnabled(range.maximum > 0);
+    scrollContentsBy(0, 0);
+}
+
+void Filmstrip_Widget::scrollContentsBy(int, int)
+{
+    layout_.Set_Top_Row(verticalScrollBar()->value());
+    const int target = layout_.Top_Row() * Row_Pixels;
+    if (target == offset_ && scrolling_.state() != QAbstractAnimation::Running) return;
+    const bool near_by = std::abs(target - offset_) <= 2 * viewport()->height();
+    scrolling_.stop();
+    if (near_by && ready_ && isVisible() && scrolling_.duration() > 0) {
+        scrolling_.setStartValue(offset_);
+        scrolling_.setEndValue(target);
+        scrolling_.start();
+    } else {
+        offset_ = target;
+        viewport()->update();
+    }
+}
+
+void Filmstrip_Widget::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    const int first = layout_.Count() > 0 ? layout_.Top_Row() * layout_.Thumbnails_Per_Row() + 1 : 0;
+    layout_.Set_View_Size(viewport()->width() * Filmstrip_Layout::Pixel,
+                          viewport()->height() * Filmstrip_Layout::Pixel);
+    // The picture that stood first stays on view when the columns change.
+    if (first > 0) layout_.Set_Top_Row(layout_.Row_Of(first));
+    Update_Scroll_Range();
+    viewport()->update();
+}
+
+void Filmstrip_Widget::Draw_Thumbnail(int index)
+{
+    const Picture_List& pictures = form_.State().pictures;
+    if (!ready_ || !pictures.Is_Index(index)) return;
+    layout_.Set_Count(pictures.Count());
+    if (pictures.Item(index).Thumbnail_Bitmap) budget_.Use(pictures.Item(index).Picture_Key);
+    Set_Thumbnail_Frame(index);
+}
+
+void Filmstrip_Widget::Set_Thumbnail_Frame(int index)
+{
+    if (index < 1) return;
+    const QRect place = Cell_On_View(index).adjusted(-4, -4, 4, 4);
+    if (place.intersects(viewport()->rect())) viewport()->update(place);
+}
+
+void Filmstrip_Widget::Draw_All_Thumbnails()
+{
+    if (!ready_) return;
+    Update_Scroll_Range();
+    viewport()->update();
+}
+
+void Filmstrip_Widget::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), Strip_Color);
+    if (!ready_) return;
+    if (form_.State().pictures.Is_Empty()) {
+        Paint_Hint(painter);
+        return;
+    }
+    constexpr int pixel = Filmstrip_Layout::Pixel;
+    const QRect exposed = event->rect().translated(0, offset_);
+    const auto [first, last] = layout_.Indices_Between(exposed.top() * pixel, exposed.height() * pixel);
+    for (int index = first; index <= std::min(last, form_.State().pictures.Count()); ++index)
+        Paint_Cell(painter, index);
+}
+
+void Filmstrip_Widget::Paint_Cell(QPainter& painter, int index)
+{
+    const Picture_Item& item = form_.State().pictures.Item(index);
+    const QPoint shift(0, -offset_);
+    painter.fillRect(To_Pixels(layout_.Cell(index)).translated(shift), Cell_Color);
+    if (item.Thumbnail_Bitmap) {
+        const Pixel_Size size = Size_Of_Bitmap(item.Thumbnail_Bitmap.Get());
+        const Twips_Rectangle place = Filmstrip_Layout::Picture_Place(layout_.Cell(index), size.width, size.height);
+        Draw_Bitmap(painter, To_Pixels(place).translated(shift), item.Thumbnail_Bitmap.Get());
+    } else if (std::find(to_read_.begin(), to_read_.end(), index) == to_read_.end()) {
+        to_read_.push_back(index);
+        reading_.start(0);
+    }
+    const QRect frame = To_Pixels(layout_.Frame(index)).translated(shift);
+    if (form_.Test_Picture_Selected(index)) {
+        painter.setPen(QPen(Frame_Color, 2));
+        painter.drawRect(frame.adjusted(1, 1, 0, 0));
+    }
+    if (hasFocus() && item.Picture_Key == cursor_key_) {
+        painter.setPen(QPen(Qt::black, 1, Qt::DotLine));
+        painter.drawRect(Cell_On_View(index).adjusted(0, 0, -1, -1));
+    }
+}
+
+void Filmstrip_Widget::Paint_Hint(QPainter& painter) const
+{
+    painter.setPen(Frame_Color);
+    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), int(Qt::AlignCenter) | int(Qt::TextWordWrap),
+                     tr("Choose files at the left and press Pick, or drop pictures here."));
+}
+
+void Filmstrip_Widget::Read_Given_Up()
+{
+    const int height = viewport()->height() + Row_Pixels;
+    while (!to_read_.empty()) {
+        const int index = to_read_.front();
+        to_read_.erase(to_read_.begin());
+        const QRect place = Cell_On_View(index);
+        if (!form_.State().pictures.Is_Index(index) || place.bottom() < 0 || place.top() > height) continue;
+        if (!budget_.Use(form_.State().pictures.Item(index).Picture_Key)) continue; // stays a bare cell
+        Set_Thumbnail_Frame(index);
+        break;
+    }
+    if (!to_read_.empty()) reading_.start(0);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "catalogue/Save_Selected_As.h"
+
+#include <QtWidgets/QButtonGroup>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLineEdit>
+
+/// Asks how the selected pictures are saved. accepted() is "Save".
+class Save_Options_Dialog : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit Save_Options_Dialog(QWidget* parent = nullptr);
+    Save_Options Options() const;
+
+private:
+    QWidget* Group(const QString& title, QButtonGroup& buttons, const QStringList& captions);
+    QButtonGroup scripts_, targets_, types_;
+    QCheckBox* rotations_;
+    QLineEdit* quality_;
+};

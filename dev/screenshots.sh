@@ -1,0 +1,128 @@
+#!/usr/bin/env bash
+# Makes pictures of the program in its main states, into build/screenshots: empty, picking, filled, full-window view, list
+# view, a dark palette, and 200%. It needs Xvfb, xdotool and ImageMagick's import; the program must be built.
+#
+#   dev/screenshots.sh [PRESET]     release by default
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+bin=$PWD/build/${1:-release}/bin
+out=$PWD/build/screenshots
+pictures=$PWD/samples
+for tool in Xvfb xdotool import; do
+    command -v "$tool" >/dev/null || {
+        echo "$tool is missing: apt-get install xvfb xdotool imagemagick" >&2
+        exit 1
+    }
+done
+[ -n "$(ls "$pictures" 2>/dev/null)" ] || "$bin/hv_make_samples" "$pictures"
+mkdir -p "$out"
+
+work=$(mktemp -d)
+server=0
+program=0
+finish() {
+    [ "$program" -eq 0 ] || kill "$program" 2>/dev/null || true
+    [ "$server" -eq 0 ] || kill "$server" 2>/dev/null || true
+    rm -rf "$work"
+}
+trap finish EXIT
+
+mkdir -p "$work/empty" "$work/many" "$work/run"
+chmod 700 "$work/run"
+export XDG_RUNTIME_DIR=$work/run LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb
+
+start_server() { # start_server SIZE
+    [ "$server" -eq 0 ] || { kill "$server" && wait "$server" 2>/dev/null; } || true
+    Xvfb -displayfd 3 -screen 0 "$1x24" 3>"$work/display" 2>/dev/null &
+    server=$!
+    for _ in $(seq 50); do
+        [ -s "$work/display" ] && break
+        sleep 0.1
+    done
+    export DISPLAY=:$(cat "$work/display")
+    : >"$work/display"
+}
+
+start() { # start FOLDER: a first run, with settings of its own
+    export XDG_CONFIG_HOME
+    XDG_CONFIG_HOME=$(mktemp -d "$work/config.XXXX")
+    HALVINE_START_FOLDER=$1 "$bin/halvine" &
+    program=$!
+    window=$(xdotool search --sync --onlyvisible --pid "$program" --name Halvine | head -1)
+    sleep 1.5
+}
+
+stop() {
+    kill "$program" 2>/dev/null || true
+    wait "$program" 2>/dev/null || true
+    program=0
+}
+
+shoot() {
+    import -window root "$out/$1.png"
+    echo "$out/$1.png"
+}
+
+keys() { # keys KEY...: to the window, slowly enough for menus
+    for key in "$@"; do
+        xdotool key --window "$window" "$key"
+        sleep 0.3
+    done
+}
+
+pick_all() { # the file grid holds the keyboard; all files, then Pick Selected of the File menu
+    focus_files
+    keys ctrl+a alt+f
+    keys Home Return
+}
+
+focus_files() { # the file grid is the lower half of the left pane
+    xdotool mousemove --window "$window" $((150 * scale)) $((430 * scale)) click 1
+    sleep 0.3
+}
+
+focus_strip() { # a click on its third cell
+    xdotool mousemove --window "$window" $((670 * scale)) $((130 * scale)) click 1
+    sleep 0.3
+}
+
+scale=1
+start_server 1280x800
+start "$work/empty"
+shoot empty
+stop
+
+for copy in $(seq 60); do
+    for file in "$pictures"/*.jpg; do ln -s "$file" "$work/many/${copy}_$(basename "$file")"; done
+done
+start "$work/many"
+pick_all
+shoot picking
+stop
+
+start "$pictures"
+pick_all
+sleep 3
+shoot filled
+focus_strip
+keys Return
+sleep 1
+shoot full-window
+keys Escape alt+o t
+sleep 1
+shoot list
+stop
+
+HALVINE_PALETTE=dark start "$pictures"
+pick_all
+sleep 3
+shoot dark
+stop
+
+scale=2
+start_server 2560x1600
+QT_SCALE_FACTOR=2 start "$pictures"
+pick_all
+sleep 3
+shoot scale-200
+stop

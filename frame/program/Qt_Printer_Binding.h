@@ -1,0 +1,24 @@
+#pragma once
+
+#include "frame/Entry_Sequence.h"
+
+#include <QtPrintSupport/QPrinter>
+
+/// The printer of the run. A printer service on a network may take seconds to answer, so the system is asked when the
+/// printer is first needed, and a name from the settings is believed until then.
+class Qt_Printer_Binding final : public Printer_Binding {
+public:
+    void Clear() override;
+    Page_Orientation Default_Orientation() const override { return Page_Orientation::Portrait; }
+    bool Open_Printer(const QString& name) override;
+    void Open_Default_Printer() override;
+    QString Device_Name() const override { return name_; }
+
+    /// The bound printer with its settings; the system's default when the bound one is gone, and one that writes PDF
+    /// files when there is none at all.
+    QPrinter& Printer();
+
+private:
+    QString name_;
+    std::unique_ptr<QPrinter> printer_;
+};

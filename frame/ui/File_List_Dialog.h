@@ -1,0 +1,15 @@
+#pragma once
+
+#include "frame/ports/Platform.h"
+
+#include <QtWidgets/QDialog>
+
+/// A list of files to read, with OK, and with Cancel where it is a question. Accepted on OK.
+class File_List_Dialog final : public QDialog {
+    Q_OBJECT
+
+public:
+    /// platform    keeps the window's place; may be null
+    File_List_Dialog(const Platform* platform, const QString& Dialog_Caption, const QStringList& File_Name,
+                     bool Cancel_Enabled, QWidget* parent);
+};

@@ -1,0 +1,221 @@
+#include "frame/ui/Qt_Dialogs.h"
+
+#include "frame/text/Path_Utilities.h"
+#include "frame/ui/File_List_Dialog.h"
+#include "frame/ui/Form_Frame.h"
+#include "frame/ui/Message_Response_Form.h"
+#include "frame/ui/Progress_Form.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QInputDialog>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+const QString Program_Name = QStringLiteral("Halvine");
+
+/// The ordinary pointer for as long as somebody is asked, whatever is going on.
+class Ordinary_Pointer {
+public:
+    Ordinary_Pointer() : covers_(QGuiApplication::overrideCursor() != nullptr)
+    {
+        if (covers_) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~Ordinary_Pointer()
+    {
+        if (covers_) QGuiApplication::restoreOverrideCursor();
+    }
+    Ordinary_Pointer(const Ordinary_Pointer&) = delete;
+    Ordinary_Pointer& operator=(const Ordinary_Pointer&) = delete;
+
+private:
+    bool covers_;
+};
+
+QMessageBox::StandardButtons Buttons_Of(Message_Buttons buttons)
+{
+    switch (buttons) {
+    case Message_Buttons::Ok: return QMessageBox::Ok;
+    case Message_Buttons::Yes_No: return QMessageBox::Yes | QMessageBox::No;
+    case Message_Buttons::Yes_No_Cancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton Button_Of(Message_Answer answer)
+{
+    switch (answer) {
+    case Message_Answer::Ok: return QMessageBox::Ok;
+    case Message_Answer::Yes: return QMessageBox::Yes;
+    case Message_Answer::No: return QMessageBox::No;
+    case Message_Answer::Cancel: return QMessageBox::Cancel;
+    }
+    return QMessageBox::Ok;
+}
+
+Message_Answer Answer_Of(int button)
+{
+    switch (button) {
+    case QMessageBox::Yes: return Message_Answer::Yes;
+    case QMessageBox::No: return Message_Answer::No;
+    case QMessageBox::Cancel: return Message_Answer::Cancel;
+    default: return Message_Answer::Ok;
+    }
+}
+
+QMessageBox::Icon Icon_Of(Message_Icon icon)
+{
+    switch (icon) {
+    case Message_Icon::None: return QMessageBox::NoIcon;
+    case Message_Icon::Question: return QMessageBox::Question;
+    case Message_Icon::Exclamation: return QMessageBox::Warning;
+    case Message_Icon::Information: return QMessageBox::Information;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// What Escape and the close button answer.
+QMessageBox::StandardButton Escape_Of(Message_Buttons buttons)
+{
+    if (buttons == Message_Buttons::Ok) return QMessageBox::Ok;
+    return buttons == Message_Buttons::Yes_No ? QMessageBox::No : QMessageBox::Cancel;
+}
+
+QFileDialog::FileMode Mode_Of(Picker_Question::Kind kind)
+{
+    switch (kind) {
+    case Picker_Question::Kind::Save_File: return QFileDialog::AnyFile;
+    case Picker_Question::Kind::Open_File: return QFileDialog::ExistingFile;
+    case Picker_Question::Kind::Open_Files: return QFileDialog::ExistingFiles;
+    case Picker_Question::Kind::Folder: return QFileDialog::Directory;
+    }
+    return QFileDialog::AnyFile;
+}
+
+/// Our own dialog and not the desktop's: whether a file may be overwritten is asked by who saves, and a name may carry a
+/// qualifier ("sea.jpg:80") that no file has.
+void Prepare_Picker(QFileDialog& dialog, const Picker_Question& question)
+{
+    const bool saving = question.kind == Picker_Question::Kind::Save_File;
+    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
+    dialog.setFileMode(Mode_Of(question.kind));
+    dialog.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setOption(QFileDialog::ShowDirsOnly, question.kind == Picker_Question::Kind::Folder);
+    if (!question.folder.isEmpty()) dialog.setDirectory(question.folder);
+    QString patterns = question.pattern;
+    if (!patterns.isEmpty()) dialog.setNameFilter(patterns.replace(u';', u' '));
+    if (!question.name.isEmpty()) dialog.selectFile(question.name);
+}
+
+} // namespace
+
+Message_Answer Qt_Dialogs::Ask(const Message& message)
+{
+    const Ordinary_Pointer pointer;
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(message.title.isEmpty() ? Program_Name : message.title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(message.text);
+    box.setIcon(Icon_Of(message.icon));
+    box.setStandardButtons(Buttons_Of(message.buttons));
+    box.setDefaultButton(Button_Of(message.standard));
+    box.setEscapeButton(Escape_Of(message.buttons));
+    return Answer_Of(box.exec());
+}
+
+std::optional<QString> Qt_Dialogs::Input(const Input_Question& question)
+{
+    const Ordinary_Pointer pointer;
+    QInputDialog dialog(QApplication::activeWindow());
+    dialog.setInputMode(QInputDialog::TextInput);
+    dialog.setWindowTitle(question.title.isEmpty() ? Program_Name : question.title);
+    dialog.setLabelText(QString(question.prompt).replace(u'\r', u'\n'));
+    dialog.setTextValue(question.text);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.textValue();
+}
+
+QStringList Qt_Dialogs::Pick(const Picker_Question& question)
+{
+    const Ordinary_Pointer pointer;
+    QFileDialog dialog(QApplication::activeWindow(), question.caption);
+    Prepare_Picker(dialog, question);
+    std::unique_ptr<Form_Frame> frame;
+    if (platform_ != nullptr)
+        frame = std::make_unique<Form_Frame>(dialog, *platform_, QStringLiteral("Halvine-bkcExplorer"));
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return dialog.selectedFiles();
+}
+
+void Qt_Dialogs::Show_Text(const QString& caption, const QString& text)
+{
+    const Ordinary_Pointer pointer;
+    QDialog dialog(QApplication::activeWindow());
+    dialog.setWindowTitle(caption.isEmpty() ? Program_Name : caption);
+    auto* view = new QPlainTextEdit(text);
+    view->setReadOnly(true);
+    view->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    view->setAccessibleName(caption);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* column = new QVBoxLayout(&dialog);
+    column->addWidget(view);
+    column->addWidget(buttons);
+    dialog.resize(560, 420);
+    dialog.exec();
+}
+
+void Qt_Dialogs::Show_File_List(const QString& caption, const QStringList& files)
+{
+    const Ordinary_Pointer pointer;
+    File_List_Dialog(platform_, caption, files, /*cancel_enabled=*/false, QApplication::activeWindow()).exec();
+}
+
+bool Qt_Dialogs::Confirm_File_List(const QString& caption, const QStringList& files)
+{
+    const Ordinary_Pointer pointer;
+    File_List_Dialog dialog(platform_, caption, files, /*cancel_enabled=*/true, QApplication::activeWindow());
+    return dialog.exec() == QDialog::Accepted;
+}
+
+std::unique_ptr<Progress_Window> Qt_Dialogs::Open_Progress(const QString& caption, const QString& text)
+{
+    return std::make_unique<Progress_Form>(caption, text, QApplication::activeWindow());
+}
+
+Response_Code Qt_Dialogs::Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt)
+{
+    const Ordinary_Pointer pointer;
+    return Message_Response_Form(platform_, caption, prompt,
+                                 {{tr("&Yes"), Response_Code::Yes},
+                                  {tr("Yes To &All"), Response_Code::Yes_To_All},
+                                  {tr("&No"), Response_Code::No},
+                                  {tr("Cancel"), Response_Code::Cancel}},
+                                 Response_Code::No, QApplication::activeWindow())
+        .Response();
+}
+
+Response_Code Qt_Dialogs::Delete_File_List_Cancel_Dialog(const QString& caption, const QString& prompt)
+{
+    const Ordinary_Pointer pointer;
+    return Message_Response_Form(platform_, caption, prompt,
+                                 {{tr("&Delete"), Response_Code::Yes},
+                                  {tr("&List"), Response_Code::No},
+                                  {tr("Cancel"), Response_Code::Cancel}},
+                                 Response_Code::Cancel, QApplication::activeWindow())
+        .Response();
+}
+
+Response_Code Qt_Dialogs::Commitment_Dialog(const QString& caption, const QString& prompt)
+{
+    const Ordinary_Pointer pointer;
+    return Message_Response_Form(nullptr, caption, prompt,
+                                 {{tr("OK"), Response_Code::Yes}, {tr("Cancel"), Response_Code::Cancel}},
+                                 Response_Code::Yes, QApplication::activeWindow())
+        .Response();
+}

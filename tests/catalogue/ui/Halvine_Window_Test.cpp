@@ -1,0 +1,259 @@
+#include "tests/catalogue/ui/Window_Fixture.h"
+
+#include "catalogue/ui/Bitmap_Image.h"
+#include "catalogue/ui/Save_Options_Dialog.h"
+
+namespace {
+
+TEST_F(Window_Test, Shows_The_Folder_And_Its_Counts)
+{
+    Make_Pictures(3);
+    Open();
+    EXPECT_EQ("3 files", Part<QLabel>("File_Status_Label")->text());
+    EXPECT_EQ("0 pictures", Part<QLabel>("Picture_Status_Label")->text());
+    EXPECT_EQ("Halvine v0.1 (0.1.0)", window->windowTitle());
+    EXPECT_FALSE(Part<QWidget>("Magnify_Picture")->isVisible());
+    EXPECT_FALSE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
+}
+
+TEST_F(Window_Test, Control_And_Shift_Act_On_Cells)
+{
+    Open_And_Pick(8);
+    Click(2);
+    EXPECT_EQ(std::vector{2}, Selected());
+    Click(4, Qt::ControlModifier);
+    EXPECT_EQ((std::vector{2, 4}), Selected());
+    Click(3, Qt::ShiftModifier);
+    EXPECT_EQ((std::vector{2, 3}), Selected());
+    EXPECT_EQ("8 pictures, 2 selected", Part<QLabel>("Picture_Status_Label")->text());
+    EXPECT_TRUE(Part<QWidget>("Magnify_Picture")->isVisible());
+    EXPECT_TRUE(window->windowTitle().endsWith(" - 03.jpg"));
+}
+
+TEST_F(Window_Test, A_Press_On_A_Selected_Cell_Selects_It_Alone_At_The_Release)
+{
+    Open_And_Pick(3);
+    Click(1);
+    Click(2, Qt::ControlModifier);
+    QWidget* view = window->Filmstrip().viewport();
+    QTest::mousePress(view, Qt::LeftButton, {}, window->Filmstrip().Cell_On_View(1).center());
+    EXPECT_EQ((std::vector{1, 2}), Selected()); // both may be about to be dragged
+    QTest::mouseRelease(view, Qt::LeftButton, {}, window->Filmstrip().Cell_On_View(1).center());
+    EXPECT_EQ(std::vector{1}, Selected());
+}
+
+TEST_F(Window_Test, Keys_Move_Select_And_Blow_Up)
+{
+    Open_And_Pick(6);
+    Filmstrip_Widget& strip = window->Filmstrip();
+    strip.setFocus();
+    QTest::keyClick(&strip, Qt::Key_Home);
+    QTest::keyClick(&strip, Qt::Key_Right);
+    QTest::keyClick(&strip, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ((std::vector{2, 3}), Selected());
+    QTest::keyClick(&strip, Qt::Key_Space);
+    EXPECT_EQ(std::vector{2}, Selected());
+    QTest::keyClick(&strip, Qt::Key_Return);
+    EXPECT_TRUE(window->Is_In_Full_Window_View());
+    EXPECT_FALSE(strip.isVisible());
+    QTest::keyClick(Part<QWidget>("Magnify_Picture"), Qt::Key_Escape);
+    EXPECT_FALSE(window->Is_In_Full_Window_View());
+    EXPECT_TRUE(strip.isVisible());
+}
+
+TEST_F(Window_Test, The_Menu_Works_By_Keyboard)
+{
+    Open_And_Pick(4);
+    QAction* select = nullptr;
+    for (QAction* action : window->menuBar()->actions())
+        if (action->text() == "&Select") select = action;
+    ASSERT_NE(nullptr, select);
+    window->menuBar()->setActiveAction(select);
+    QApplication::processEvents();
+    QTest::keyClick(select->menu(), Qt::Key_A); // the mnemonic of Select All
+    EXPECT_EQ(4U, Selected().size());
+}
+
+TEST_F(Window_Test, Items_That_Cannot_Act_Are_Greyed)
+{
+    Make_Pictures(1);
+    Open();
+    QApplication::processEvents();
+    const auto action = [&](const QString& text) {
+        for (QAction* candidate : window->findChildren<QAction*>())
+            if (candidate->text().remove('&') == text) return candidate;
+        return static_cast<QAction*>(nullptr);
+    };
+    EXPECT_TRUE(action("Pick Selected")->isEnabled());
+    EXPECT_FALSE(action("Discard Selected")->isEnabled());
+    EXPECT_FALSE(action("Select All")->isEnabled());
+    window->Commands().Run({Menu::File, 101});
+    QApplication::processEvents();
+    EXPECT_TRUE(action("Discard Selected")->isEnabled());
+}
+
+TEST_F(Window_Test, A_Close_During_A_Pick_Is_Refused_And_Stop_Ends_The_Pick)
+{
+    Make_Pictures(30);
+    Open();
+    entry.scripted.events.on_call = [&](int call) {
+        QApplication::processEvents();
+        if (call == 1) {
+            EXPECT_TRUE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
+            EXPECT_FALSE(window->close());
+        }
+        if (call == 2) window->Commands().Press_Panel(Stop_Pick_Button, 1, 0);
+    };
+    window->Commands().Run({Menu::File, 101});
+    ASSERT_FALSE(entry.scripted.dialogs.asked.empty());
+    EXPECT_EQ("Please stop the picture pick currently in progress before exiting.",
+              entry.scripted.dialogs.asked[0].text);
+    EXPECT_GT(form.State().pictures.Count(), 0);
+    EXPECT_LT(form.State().pictures.Count(), 30);
+    EXPECT_FALSE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(Window_Test, Closing_In_The_Full_Window_View_Takes_Two_Closes)
+{
+    Open_And_Pick(2);
+    Click(1);
+    QTest::mouseClick(Part<QToolButton>("Zoom_Toggle"), Qt::LeftButton);
+    ASSERT_TRUE(window->Is_In_Full_Window_View());
+    EXPECT_FALSE(window->close());
+    EXPECT_FALSE(window->Is_In_Full_Window_View());
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(0, form.State().pictures.Count());
+}
+
+TEST_F(Window_Test, Closing_In_The_List_View_Takes_Two_Closes)
+{
+    Open_And_Pick(2);
+    window->Commands().Run({Menu::Options, 401});
+    ASSERT_TRUE(window->Shows_Picture_List());
+    EXPECT_EQ(2, Part<bkcGrid>("Picture_List_bkcGrid")->Content().Rows());
+    EXPECT_FALSE(window->close());
+    EXPECT_FALSE(window->Shows_Picture_List());
+    EXPECT_TRUE(window->close());
+}
+
+TEST_F(Window_Test, Modified_Scripts_Keep_The_Window_Open_Unless_They_May_Go)
+{
+    Open_And_Pick(1);
+    form.State().pictures.Item(1).Script_Modified = true;
+    EXPECT_FALSE(window->close());
+    entry.scripted.dialogs.answers = {Message_Answer::Yes};
+    EXPECT_TRUE(window->close());
+}
+
+TEST_F(Window_Test, A_File_That_Is_Dropped_Is_Appended)
+{
+    Open_And_Pick(2);
+    Put_File(folder.Path() + "/extra.jpg", Contents_Of(Path(1).toStdString()));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder.Path() + "/extra.jpg"))});
+    QWidget* view = window->Filmstrip().viewport();
+    QDragEnterEvent enter({40, 40}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({40, 40}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view, &drop);
+    QTest::qWait(1);
+    EXPECT_EQ(3, form.State().pictures.Count());
+    EXPECT_EQ("extra.jpg", form.State().pictures.Item(3).File_Name);
+}
+
+TEST_F(Window_Test, The_Right_Button_Opens_The_Popup)
+{
+    Open_And_Pick(3);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, window->Filmstrip().Cell_On_View(2).center(), {10, 10});
+    Click(2, {}, Qt::RightButton);
+    QApplication::sendEvent(window->Filmstrip().viewport(), &event);
+    EXPECT_EQ(std::vector{2}, Selected());
+    QMenu* popup = Part<QMenu>("ThumbnailPopup_Menu");
+    EXPECT_TRUE(popup->isVisible());
+    popup->close();
+}
+
+TEST_F(Window_Test, The_Wheel_Scrolls_By_Rows)
+{
+    Open_And_Pick(60);
+    QWheelEvent down({20, 20}, {20, 20}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window->Filmstrip().viewport(), &down);
+    EXPECT_EQ(1, window->Filmstrip().Layout().Top_Row());
+}
+
+TEST_F(Window_Test, A_Prepared_Script_Is_Checked_While_It_Is_In_Force)
+{
+    Open_And_Pick(1);
+    QAction* people = Part<QAction>("Prepared_Script_Menu_Item_2");
+    people->trigger();
+    EXPECT_TRUE(people->isChecked());
+    EXPECT_EQ(2, form.State().Current_Prepared_Script);
+    people->trigger();
+    EXPECT_FALSE(people->isChecked());
+    EXPECT_EQ(0, form.State().Current_Prepared_Script);
+}
+
+TEST_F(Window_Test, The_Settings_Keep_Path_And_Place)
+{
+    Open_And_Pick(1);
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(folder.Path(), entry.state.Default_Path.toStdString());
+    EXPECT_FALSE(
+        entry.scripted.settings.Read_Value(QStringLiteral("Brennick\\Halvine"), Main_Window_Placement).isEmpty());
+}
+
+TEST(Bitmap_Images, Go_To_An_Image_And_Back)
+{
+    const Owned_Bitmap bitmap = Drawn_Bitmap(5, 3, 7);
+    const QImage image = Image_Of_Bitmap(bitmap.Get());
+    ASSERT_EQ(QSize(5, 3), image.size());
+    const Owned_Bitmap again(Bitmap_Of_Image(image));
+    const auto before = Pixels_Of(bitmap.Get()), after = Pixels_Of(again.Get());
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(i % 16 < 15 ? before[i] : 0, i % 16 < 15 ? after[i] : 0) << i; // without the padding
+    EXPECT_TRUE(Image_Of_Bitmap(0).isNull());
+    EXPECT_EQ(0, Bitmap_Of_Image({}));
+    EXPECT_EQ(QSize(2, 1), Fitted_Image(bitmap.Get(), {2, 2}).size());
+    EXPECT_EQ(QSize(5, 3), Fitted_Image(bitmap.Get(), {50, 50}).size());
+}
+
+TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
+{
+    Save_Options_Dialog dialog;
+    EXPECT_EQ(Save_Options::Scripts::Ignore, dialog.Options().Script_Option);
+    EXPECT_EQ(Quality_Of_Parent, dialog.Options().JPEG_Quality);
+    dialog.findChild<QLineEdit*>()->setText("85");
+    for (QRadioButton* button : dialog.findChildren<QRadioButton*>())
+        if (button->text() == "Save As &Auto Copy") button->click();
+    EXPECT_EQ(Save_Options::Target::Auto_Copy, dialog.Options().Save_Option);
+    EXPECT_EQ(85, dialog.Options().JPEG_Quality);
+}
+
+/// Pictures of the window for a person to look at: only where a folder for them is named.
+TEST_F(Window_Test, Can_Be_Looked_At)
+{
+    const QString shots = qEnvironmentVariable("HALVINE_SHOTS");
+    if (shots.isEmpty()) GTEST_SKIP() << "HALVINE_SHOTS names no folder";
+    Make_Pictures(24);
+    Open();
+    window->grab().save(shots + "/empty.png");
+    window->Commands().Run({Menu::File, 101});
+    Click(2);
+    Click(7, Qt::ShiftModifier);
+    QTest::qWait(400);
+    window->grab().save(shots + "/filled.png");
+    window->Commands().Run({Menu::Options, 401});
+    QApplication::processEvents();
+    window->grab().save(shots + "/list.png");
+    window->Commands().Run({Menu::Select, 103});
+    QTest::keyClick(&window->Filmstrip(), Qt::Key_Return);
+    QApplication::processEvents();
+    window->grab().save(shots + "/full.png");
+    Save_Options_Dialog dialog;
+    dialog.grab().save(shots + "/save_options.png");
+}
+
+} // namespace

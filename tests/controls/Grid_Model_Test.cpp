@@ -1,0 +1,254 @@
+#include "controls/Grid_Model.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Grid_Model Numbered(int rows)
+{
+    Grid_Model grid;
+    QVariantList data;
+    for (int row = 1; row <= rows; ++row) data.append(QVariant(QVariantList{row, QStringLiteral("row %1").arg(row)}));
+    grid.Set_GridData(data);
+    return grid;
+}
+
+TEST(Grid_Properties, Start_At_Their_Stored_Defaults)
+{
+    const auto store = Grid_Model().Write_Properties();
+    EXPECT_EQ(Grid_Property_Count, store.size());
+    EXPECT_EQ(2, store["Rows"].toInt());
+    EXPECT_EQ(2, store["Columns"].toInt());
+    EXPECT_EQ(QVariant(true), store["ColumnHeadings"]);
+    EXPECT_EQ(0x80000010U, store["HorzLinesColor"].toUInt());
+    EXPECT_EQ(0x80000005U, store["BackColor"].toUInt());
+    EXPECT_EQ(0x80000008U, store["ForeColor"].toUInt());
+    EXPECT_EQ(0x8000000FU, store["PanelColor"].toUInt());
+    EXPECT_EQ(1, store["SelectionMode"].toInt());
+    EXPECT_EQ(QVariant(false), store["AllowExpression"]);
+    EXPECT_EQ(QVariant(true), store["AllowCellRowSelect"]);
+    EXPECT_EQ(75, store["ColumnInitialWidth"].toInt());
+    EXPECT_EQ(18, store["RowInitialHeight"].toInt());
+    EXPECT_EQ(QVariant(false), store["AutoPaint"]);
+}
+
+TEST(Grid_Properties, Reading_What_Was_Written_Gives_The_Same)
+{
+    Grid_Model grid;
+    for (int i = 0; i < Grid_Property_Count; ++i) grid.Set(Grid_Property(i), i % 2 + 1);
+    Grid_Model other;
+    other.Read_Properties(grid.Write_Properties());
+    EXPECT_EQ(grid.Write_Properties(), other.Write_Properties());
+    EXPECT_EQ(grid.Rows(), other.Rows());
+}
+
+TEST(Grid_Properties, A_Selection_Mode_Of_Seven_Keeps_The_Old_Mode)
+{
+    Grid_Model grid;
+    grid.Set_SelectionMode(2);
+    grid.Set_SelectionMode(7);
+    grid.Set_SelectionMode(-1);
+    EXPECT_EQ(2, grid.SelectionMode());
+}
+
+TEST(Grid_Properties, Damaged_Values_Give_The_Defaults)
+{
+    Grid_Model grid;
+    grid.Read_Properties({{"Rows", "many"}, {"Columns", -4}, {"SelectionMode", 9}, {"AutoPaint", "perhaps"}});
+    EXPECT_EQ(2, grid.Rows());
+    EXPECT_EQ(2, grid.Columns());
+    EXPECT_EQ(1, grid.SelectionMode());
+    EXPECT_FALSE(grid.AutoPaint());
+}
+
+TEST(Grid_Rows, Resizing_Keeps_What_Fits)
+{
+    auto grid = Numbered(4);
+    grid.Set_Rows(2);
+    grid.Set_Rows(3);
+    grid.Set_Columns(3);
+    EXPECT_EQ(QVariant(2), grid.CellValue(1, 2));
+    EXPECT_FALSE(grid.CellValue(1, 3).isValid());
+    EXPECT_EQ(QVariant("row 1"), grid.CellValue(2, 1));
+}
+
+TEST(Grid_Rows, A_Number_Of_Rows_Below_Zero_Or_Absurd_Is_Ignored)
+{
+    auto grid = Numbered(4);
+    grid.Set_Rows(-1);
+    grid.Set(Grid_Property::Rows, std::int64_t(1) << 40);
+    grid.InsertRows(1, 2'000'000'000);
+    EXPECT_EQ(4, grid.Rows());
+}
+
+TEST(Grid_Rows, Inserted_And_Deleted_Rows_Follow_The_Display_Order)
+{
+    auto grid = Numbered(3);
+    grid.SortColumn(1, -1);
+    grid.Update();
+    grid.InsertRows(2, 1); // 3 - 2 1
+    EXPECT_EQ(QVariant(3), grid.CellValue(1, 1));
+    EXPECT_FALSE(grid.CellValue(1, 2).isValid());
+    grid.DeleteRows(1, 2); // 2 1
+    EXPECT_EQ(2, grid.Rows());
+    EXPECT_EQ(QVariant(2), grid.CellValue(1, 1));
+    EXPECT_EQ(QVariant(1), grid.CellValue(1, 2));
+    for (int row = 1; row <= 2; ++row) EXPECT_EQ(row, grid.Display_Row(grid.Stored_Row(row)));
+}
+
+TEST(Grid_Rows, A_Copied_Row_Takes_Values_Alone)
+{
+    auto grid = Numbered(2);
+    grid.Set_CellBackColor(1, 1, 255);
+    grid.RowCopy(1, 2);
+    grid.RowCopy(1, 99);
+    EXPECT_EQ(QVariant(1), grid.CellValue(1, 2));
+    EXPECT_EQ(std::nullopt, grid.CellBackColor(1, 2));
+}
+
+TEST(Grid_Columns, Inserting_And_Deleting_Moves_Cells_And_Keys)
+{
+    auto grid = Numbered(2);
+    grid.SortColumn(2, 1);
+    grid.InsertColumns(1, 2);
+    EXPECT_EQ(4, grid.Columns());
+    EXPECT_EQ(QVariant(1), grid.CellValue(3, 1));
+    EXPECT_EQ(std::vector<int>{4}, grid.Sort_Keys());
+    grid.DeleteColumns(2, 99);
+    EXPECT_EQ(1, grid.Columns());
+    EXPECT_TRUE(grid.Sort_Keys().empty());
+}
+
+TEST(Grid_Columns, Proportional_Columns_Share_What_Is_Left_To_The_Last_Pixel)
+{
+    Grid_Model grid;
+    grid.Set_Columns(3);
+    grid.Change_Column(2, [](auto& column) { column.width_proportional = 1; });
+    grid.Change_Column(3, [](auto& column) { column.width_proportional = 2; });
+    EXPECT_EQ((std::vector<int>{75, 33, 67}), grid.Column_Widths(175));
+    EXPECT_EQ((std::vector<int>{75, 75, 75}), grid.Column_Widths(10)) << "nothing is left";
+}
+
+TEST(Grid_Cells, Text_Is_The_Value_In_The_Format_Of_Its_Type)
+{
+    Grid_Model grid;
+    grid.Change_Column(1, [](auto& column) { column.format[0] = "#,##0\"KB\""; });
+    grid.Change_Column(2, [](auto& column) { column.data_type = 7; });
+    grid.Set_CellValue(1, 1, 12345);
+    grid.Set_CellValue(1, 2, "text");
+    grid.Set_CellValue(2, 1, QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26)));
+    EXPECT_EQ("12,345KB", grid.CellText(1, 1).toStdString());
+    EXPECT_EQ("text", grid.CellText(1, 2).toStdString());
+    EXPECT_EQ("3/14/2026 3:09:26 PM", grid.CellText(2, 1).toStdString());
+    EXPECT_EQ("", grid.CellText(2, 2).toStdString());
+}
+
+TEST(Grid_Cells, An_Edit_Keeps_The_Value_Before_It)
+{
+    auto grid = Numbered(2);
+    EXPECT_FALSE(grid.Edit_Cell(2, 1, "no")) << "AllowUpdate is off by default";
+    grid.Set(Grid_Property::AllowUpdate, true);
+    EXPECT_TRUE(grid.Edit_Cell(2, 1, "new"));
+    EXPECT_EQ(QVariant("new"), grid.CellValue(2, 1));
+    EXPECT_EQ(QVariant("row 1"), grid.CellPreviousValue(2, 1));
+    EXPECT_TRUE(grid.RowChanged(1));
+    EXPECT_FALSE(grid.RowChanged(2));
+}
+
+struct Edit_Case {
+    const char* name;
+    int data_type;
+    const char* text;
+    bool accepted;
+};
+class Grid_Edit : public testing::TestWithParam<Edit_Case> {};
+INSTANTIATE_TEST_SUITE_P(All, Grid_Edit,
+                         testing::Values(Edit_Case{"a_number", 5, "1.5", true}, Edit_Case{"no_number", 5, "abc", false},
+                                         Edit_Case{"an_integer_too_large", 2, "40000", false},
+                                         Edit_Case{"a_byte_below_zero", 17, "-1", false},
+                                         Edit_Case{"a_date", 7, "3/14/2026", true},
+                                         Edit_Case{"no_date", 7, "13/13/2026", false},
+                                         Edit_Case{"a_word_for_true", 11, "Yes", true},
+                                         Edit_Case{"no_boolean", 11, "maybe", false},
+                                         Edit_Case{"empty_is_null_in_a_number_column", 3, "", true},
+                                         Edit_Case{"any_text_in_a_text_column", 8, "=1+1", true}),
+                         [](const auto& row) { return row.param.name; });
+
+TEST_P(Grid_Edit, Is_Taken_Only_As_A_Value_Of_The_Column)
+{
+    Grid_Model grid;
+    grid.Set(Grid_Property::AllowUpdate, true);
+    grid.Change_Column(1, [](auto& column) { column.data_type = GetParam().data_type; });
+    grid.Set_CellValue(1, 1, "before");
+    EXPECT_EQ(GetParam().accepted, grid.Edit_Cell(1, 1, GetParam().text));
+    if (!GetParam().accepted) {
+        EXPECT_EQ(QVariant("before"), grid.CellValue(1, 1));
+    }
+}
+
+TEST(Grid_Cells, A_List_Column_Takes_Its_Choices_Alone)
+{
+    Grid_Model grid;
+    grid.Set(Grid_Property::AllowUpdate, true);
+    grid.Change_Column(1, [](auto& column) {
+        column.control = Grid_Column_Control::List;
+        column.data = QStringList{"red", "green"};
+    });
+    EXPECT_FALSE(grid.Edit_Cell(1, 1, "blue"));
+    EXPECT_TRUE(grid.Edit_Cell(1, 1, "red"));
+    grid.Set(Grid_Property::AllowColumnControlUpdate, true);
+    EXPECT_TRUE(grid.Edit_Cell(1, 1, "blue"));
+}
+
+TEST(Grid_Cells, Indexes_Outside_Read_As_Nothing_And_Write_Nothing)
+{
+    auto grid = Numbered(2);
+    for (const auto& [column, row] : {std::pair(0, 1), {1, 0}, {3, 1}, {1, 3}, {-1, -1}}) {
+        grid.Set_CellValue(column, row, 9);
+        grid.Set_CellHidden(column, row, true);
+        EXPECT_FALSE(grid.CellValue(column, row).isValid());
+        EXPECT_EQ("", grid.CellText(column, row).toStdString());
+        EXPECT_FALSE(grid.CellHidden(column, row));
+    }
+}
+
+TEST(Grid_Cells, The_Whole_Content_Goes_Out_In_Display_Order)
+{
+    auto grid = Numbered(2);
+    grid.SortColumn(1, -1);
+    grid.Update();
+    const auto expected = QVariantList{QVariantList{2, "row 2"}, QVariantList{1, "row 1"}};
+    EXPECT_EQ(QVariant(expected), grid.GridData());
+    Grid_Model other;
+    other.Set_GridData(grid.GridData());
+    EXPECT_EQ(grid.GridData(), other.GridData());
+}
+
+TEST(Grid_Cells, Copied_Text_Needs_The_Right_To_Copy)
+{
+    auto grid = Numbered(2);
+    grid.SelectRow(2);
+    EXPECT_TRUE(grid.Copied_Text().isEmpty());
+    grid.Set(Grid_Property::AllowCopy, true);
+    EXPECT_EQ("2\trow 2\n", grid.Copied_Text().toStdString());
+}
+
+TEST(Grid_Changes, Are_Told_At_Update_Unless_Auto_Paint_Is_On)
+{
+    auto grid = Numbered(2);
+    grid.Update();
+    int told = 0;
+    grid.On_Change = [&](Grid_Model::Change) { ++told; };
+    grid.Set_CellValue(1, 1, 5);
+    grid.Set_CellValue(1, 2, 5);
+    EXPECT_EQ(0, told);
+    grid.Update();
+    EXPECT_EQ(1, told);
+    grid.Update();
+    EXPECT_EQ(1, told) << "nothing changed since";
+    grid.Set_AutoPaint(true);
+    grid.Set_CellValue(1, 1, 6);
+    EXPECT_EQ(2, told);
+}
+
+} // namespace
