@@ -1,0 +1,31 @@
+#include "catalogue/Configuration_Commands.h"
+
+#include "catalogue/File_Dialogs.h"
+#include "frame/Configuration_File.h"
+#include "frame/text/Path_Utilities.h"
+
+namespace {
+const QString Extension = QStringLiteral("hvi");
+}
+
+bool Read_Configuration_File(Program_State& state, User_Dialogs& dialogs, const QString& folder)
+{
+    QString file;
+    if (!Open_File_Dialog(dialogs, folder, state.Last_Configuration_File, Extension,
+                          QStringLiteral("Halvine - Open Configuration File"), file))
+        return false;
+    state.Last_Configuration_File = file;
+    return Load_Configuration_File(state, Existing_Path(file));
+}
+
+bool Write_Configuration_File(Program_State& state, User_Dialogs& dialogs, const QString& folder)
+{
+    QString file;
+    if (!Save_File_Dialog(dialogs, folder, state.Last_Configuration_File, Extension,
+                          QStringLiteral("Halvine - Save Configuration File"), file))
+        return false;
+    state.Last_Configuration_File = file;
+    const auto stored = Store_Configuration_File(state, file);
+    if (!stored) dialogs.Refuse(QString::fromStdString(stored.error().text));
+    return stored.has_value();
+}
