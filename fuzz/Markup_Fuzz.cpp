@@ -49,11 +49,7 @@ void Read_And_Write(const QString& text)
 {
     Collector first, second;
     Read_Slide_Show(text, first);
-<<<<<<< HEAD
-    for (Slide& slide : first.slides) slide.file.prepend(u'/');
-=======
     for (Slide& slide : first.slides) slide.file = u'/' + slide.file + u'x'; // full names of files, not of folders
->>>>>>> heads/documents
     Require(Read_Slide_Show(Slide_Show_Text(first.slides, 2), second) != Show_End::Fault);
     Require(second.slides.size() == first.slides.size());
     for (std::size_t i = 0; i < first.slides.size(); ++i) Require(second.slides[i].rotate == first.slides[i].rotate);

@@ -443,42 +443,6 @@ TEST_F(Hv, A_Picture_That_A_Crash_Left_Under_Its_Kept_Name_Is_Put_Back_Before_A_
     EXPECT_EQ(Size("a.jpg").width, 48);
 }
 
-TEST_F(Hv, Slides_Are_Made_Listed_And_Copied)
-{
-    Make("a.jpg");
-    Make("b.jpg");
-    const Answer made =
-        Run({Q("slides"), Q("make"), Q("show.hvs"), Q("--time"), Q("3"), Q("a.jpg"), Q("none.jpg"), Q("b.jpg")});
-    EXPECT_EQ(made.status, 1);
-    EXPECT_EQ(made.messages, Q("hv: none.jpg: no such file\n"));
-    const QString lines = Q("time\t3.00\n") + Path("a.jpg") + Q("\t0\t0.00\n") + Path("b.jpg") + Q("\t0\t0.00\n");
-    EXPECT_EQ(Run({Q("slides"), Q("list"), Q("show.hvs")}).out, lines);
-    EXPECT_EQ(Run({Q("slides"), Q("make"), Q("show.hvs"), Q("a.jpg")}).status, 1) << "it is there already";
-    EXPECT_EQ(Run({Q("slides"), Q("list"), Q("show.hvs")}).out, lines);
-    ASSERT_TRUE(QDir(folder.path()).mkdir(Q("to")));
-    EXPECT_EQ(Run({Q("slides"), Q("copy"), Q("show.hvs"), Q("to/copy")}).status, 0);
-    QFile::remove(Path("to/ss002-b.jpg"));
-    const Answer listed = Run({Q("slides"), Q("list"), Q("to/copy.hvs")});
-    EXPECT_EQ(listed.status, 1);
-    EXPECT_EQ(listed.out, Q("time\t3.00\n") + Path("to/ss001-a.jpg") + Q("\t0\t0.00\n"));
-    EXPECT_EQ(listed.messages, Q("hv: .\\ss002-b.jpg: no such file\n"));
-    EXPECT_EQ(Run({Q("slides"), Q("list"), Q("none.hvs")}).status, 1);
-    EXPECT_EQ(Run({Q("slides"), Q("dance")}).status, 2);
-}
-
-TEST_F(Hv, Search_Prints_The_Paths)
-{
-    Make("a.jpg", "", "the sea");
-    ASSERT_TRUE(QDir(folder.path()).mkdir(Q("sub")));
-    Make("sub/b.tif", "", "The Sea");
-    EXPECT_EQ(Run({Q("search"), Q("names"), Q("*"), Q(".")}).out, Q("./a.jpg\n./sub/b.tif\n"));
-    EXPECT_EQ(Run({Q("search"), Q("names"), Q("*"), Q("."), Q("--files"), Q("*.TIF")}).out, Q("./sub/b.tif\n"));
-    EXPECT_EQ(Run({Q("search"), Q("descriptions"), Q("*sea"), Q(".")}).out, Q("./a.jpg\n./sub/b.tif\n"));
-    EXPECT_EQ(Run({Q("search"), Q("names"), Q("*"), Q("none")}).status, 1);
-    EXPECT_EQ(Run({Q("search"), Q("names"), Q("[a"), Q(".")}).status, 2);
-    EXPECT_EQ(Run({Q("search"), Q("pixels"), Q("*"), Q(".")}).status, 2);
-}
-
 TEST_F(Hv, A_Full_Standard_Output_Is_No_Success)
 {
     Make("a.jpg");
