@@ -177,9 +177,9 @@ void Halvine_Window::Connect_Parts()
         if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
         Schedule_Actions();
     });
-    for (const auto signal :
-         {&bkcExplorer::Create, &bkcExplorer::Delete, &bkcExplorer::Rename, &bkcExplorer::FolderList})
-        connect(explorer_, signal, this, [this](const QString&) { Run({Menu::File, 301}); });
+    connect(explorer_, &bkcExplorer::Create, this, [this] { Run({Menu::File, 301}); });
+    connect(explorer_, &bkcExplorer::Rename, this, [this] { Run({Menu::File, 302}); });
+    connect(explorer_, &bkcExplorer::FolderList, this, [this] { Run({Menu::File, 303}); });
     explorer_->ExplorerGrid().installEventFilter(this);
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {

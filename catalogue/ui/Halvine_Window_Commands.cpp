@@ -58,6 +58,7 @@ QMenu* Halvine_Window::Make_Menu(Menu menu)
             popup_actions_.append({id, action});
         else
             actions_.insert(id, action);
+        if (menu != Menu::Thumbnail_Popup) addAction(action); // shortcuts go on while the menu bar is hidden
     }
     return made;
 }
