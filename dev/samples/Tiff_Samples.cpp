@@ -62,8 +62,10 @@ void Write_Tiff_Samples(const std::string& folder)
     };
     unsigned seed = 101;
     for (const Tiff_Sample& sample : samples) {
-        Sample_Picture picture = sample.picture(640, 427, seed++);
+        const bool is_upright = sample.picture == Portrait;
+        Sample_Picture picture = sample.picture(is_upright ? 427 : 640, is_upright ? 640 : 427, seed++);
         if (sample.grey) picture = To_Grey(picture);
+        if (sample.options.orientation != 0) picture = Stored_With_Orientation(picture, sample.options.orientation);
         Write_Tiff_File(folder + "/" + sample.name, picture, sample.options);
     }
 }
