@@ -1,0 +1,109 @@
+// hv eval as other programs call it: the real binary, its two outputs and its status.
+
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Eval_Case {
+    const char* name;
+    QStringList arguments;
+    const char* out;
+    const char* messages = "";
+    int status = 0;
+};
+
+struct Answer {
+    QString out;
+    QString messages;
+    int status = -1;
+};
+
+Answer Evaluate(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(HALVINE_BINARY_DIR "/bin/hv"), QStringList{QStringLiteral("eval")} + arguments);
+    process.closeWriteChannel();
+    EXPECT_TRUE(process.waitForFinished(60'000));
+    return {QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError()),
+            process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1};
+}
+
+class Hv_Eval : public testing::TestWithParam<Eval_Case> {};
+
+TEST_P(Hv_Eval, Answers)
+{
+    const Answer answer = Evaluate(GetParam().arguments);
+    EXPECT_EQ(std::string(GetParam().out), answer.out.toStdString());
+    EXPECT_EQ(std::string(GetParam().messages), answer.messages.toStdString());
+    EXPECT_EQ(GetParam().status, answer.status);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Hv_Eval,
+    testing::Values(Eval_Case{"prints_the_value", {"1 + 2 * 3"}, "7\n"},
+                    Eval_Case{"prints_a_text_as_it_stands", {"UCase(\"ab\") & \"-\" & 1.5"}, "AB-1.5\n"},
+                    Eval_Case{"prints_null", {"--null", "x", "x"}, "Null\n"},
+                    Eval_Case{"prints_an_array_an_element_a_line", {"Split(\"a,b,c\", \",\")"}, "a\nb\nc\n"},
+                    Eval_Case{"takes_a_text_variable", {"-v", "Who=Anna", "\"for \" & Who"}, "for Anna\n"},
+                    Eval_Case{"takes_a_number", {"-n", "x=2.5", "x * 2"}, "5\n"},
+                    Eval_Case{"takes_a_small_integer_that_widens", {"-i", "x=32767", "x + 1"}, "32768\n"},
+                    Eval_Case{"takes_a_date", {"-d", "Day=2026-03-14", "Format(Day, \"yyyymmdd\")"}, "20260314\n"},
+                    Eval_Case{"takes_null", {"--null", "x", "IsNull(x)"}, "True\n"},
+                    Eval_Case{"gives_the_formula_of_a_program", {"--program", "=20 + 22\nx = 1"}, "42\n"},
+                    Eval_Case{"prints_nothing_of_a_program_without_formula", {"--program", "x = 1"}, ""},
+                    Eval_Case{"prints_a_variable_after_the_run", {"--program", "--print", "x", "x = 1 + 1"}, "2\n"},
+                    Eval_Case{"lets_a_message_box_print_its_prompt", {"MsgBox(\"ready\")"}, "1\n", "hv: ready\n"},
+                    Eval_Case{"answers_an_input_box_with_nothing", {"\"<\" & InputBox(\"name?\") & \">\""}, "<>\n"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(Hv_Eval_Errors, Name_Code_Text_And_Place)
+{
+    const Answer answer = Evaluate({QStringLiteral("1 / 0")});
+    EXPECT_EQ(1, answer.status);
+    EXPECT_TRUE(answer.out.isEmpty());
+    EXPECT_TRUE(answer.messages.startsWith(QStringLiteral("hv: error 11: Division by zero (at character position ")))
+        << answer.messages.toStdString();
+    EXPECT_EQ(2, Evaluate({}).status) << "nothing to evaluate";
+    EXPECT_EQ(2, Evaluate({QStringLiteral("--bogus"), QStringLiteral("1")}).status);
+}
+
+class Formula_File : public testing::Test {
+protected:
+    Answer Evaluate_File(const char* text, const QStringList& options = {})
+    {
+        QFile file(folder_.filePath(QStringLiteral("formula.txt")));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        return Evaluate(options + QStringList{QStringLiteral("-f"), file.fileName()});
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+TEST_F(Formula_File, May_Compute)
+{
+    EXPECT_EQ(QStringLiteral("ab\n"), Evaluate_File("Left(\"abc\", 2)").out);
+}
+
+TEST_F(Formula_File, May_Not_Look_Around_Until_It_Is_Allowed)
+{
+    for (const char* text : {"CurDir()", "Environ(\"HOME\")", "Dir(\"*\")"}) {
+        const Answer answer = Evaluate_File(text);
+        EXPECT_EQ(1, answer.status) << text;
+        EXPECT_TRUE(answer.messages.contains(QStringLiteral("error 70: Permission denied")))
+            << text << ": " << answer.messages.toStdString();
+    }
+    EXPECT_EQ(0, Evaluate_File("CurDir()", {QStringLiteral("--allow-formula"), QStringLiteral("files")}).status);
+    EXPECT_EQ(1, Evaluate_File("CurDir()", {QStringLiteral("--allow-formula"), QStringLiteral("environment")}).status);
+}
+
+TEST_F(Formula_File, May_Not_Open_Boxes)
+{
+    EXPECT_EQ(1, Evaluate_File("MsgBox(\"hello\")").status);
+}
+
+} // namespace
