@@ -56,7 +56,7 @@ Flag Delete_Bitmap_CPP(Bitmap_Handle bitmap);
 struct Bitmap_Facts {
     std::int32_t width = 0;
     std::int32_t height = 0;
-    std::int32_t stride = 0; ///< bytes of a row in memory, a multiple of 4
+    std::int32_t stride = 0;         ///< bytes of a row in memory, a multiple of 4
     std::int32_t bits_per_pixel = 0; ///< 8 or 24
 };
 Flag Get_Bitmap_Facts_CPP(Bitmap_Handle bitmap, Bitmap_Facts* facts);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bkimgutl/core/Bitmap.h"
 #include "bkimgutl/contract/Types.h"
+#include "bkimgutl/core/Bitmap.h"
 
 /// The bitmaps behind the handles. A handle carries the number of its slot and a generation, so that a stale, foreign or
 /// invented handle is refused and never reaches another bitmap.

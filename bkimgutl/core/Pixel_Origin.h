@@ -26,6 +26,6 @@ struct Pixel_Origin {
     std::string path;       ///< as it was named at the load; may have moved since
     File_Identity identity; ///< of the file at the load
     Pixel_Symmetry symmetry;
-    bool damaged = false;   ///< decoded with errors: may be shown, must not replace its file
-    bool reduced = false;   ///< the file holds more than the bitmap (more than 8 bits, several pages, alpha)
+    bool damaged = false; ///< decoded with errors: may be shown, must not replace its file
+    bool reduced = false; ///< the file holds more than the bitmap (more than 8 bits, several pages, alpha)
 };
