@@ -123,6 +123,20 @@ void Catalogue_Commands::Pick(bool append, bool refresh_selection)
     Pick_Paths(paths, append, refresh_selection);
 }
 
+/// What was found takes the place of the folder's files in the pane; a search that was given up changes nothing.
+void Catalogue_Commands::Search(Search_Kind kind)
+{
+    Platform& platform = form_.State().platform;
+    const QString folder = form_.State().view->Explorer_Path();
+    const auto result = Ask_And_Search(platform, kind, folder, host_.File_Pattern());
+    if (!result) return;
+    QStringList paths;
+    for (const File_Entry& entry : result->files) paths << entry.Path_Name;
+    host_.List_Found_Files(paths);
+    if (!result->unread.isEmpty())
+        platform.dialogs.Show_File_List(QStringLiteral("Halvine read failure for"), result->unread);
+}
+
 void Catalogue_Commands::Discard_Selected()
 {
     form_.Discard_Selected();

@@ -2,6 +2,7 @@
 
 #include "catalogue/Command_Table.h"
 #include "catalogue/Halvine_Form.h"
+#include "catalogue/Search.h"
 #include "catalogue/Window_Host.h"
 
 #include <functional>
@@ -44,6 +45,8 @@ public:
     void Discard_All();
     void Save_Selected_As();
     void Refresh_Folders() { host_.Refresh_Folders(); }
+    void Search_File_Names() { Search(Search_Kind::Names); }
+    void Search_Descriptions() { Search(Search_Kind::Descriptions); }
     void Toggle_Save_On_Exit() { Save_Configuration_On_Exit = !Save_Configuration_On_Exit; }
     void Exit() { host_.Close_Window(); }
 
@@ -85,6 +88,7 @@ public:
 
 private:
     void Pick(bool append, bool refresh_selection);
+    void Search(Search_Kind kind);
     void Rotate_Selected(int degrees);
     void Flip_Selected(int flip);
     void Save_Rotations(bool all);

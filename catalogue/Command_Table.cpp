@@ -103,8 +103,8 @@ constexpr Command Rows[] = {
     {M::Zoom_View, 107, "Masked Paint Selected...", N::Selection},
     {M::Zoom_View, 108, "Color Mix Selected...", N::Selection},
 
-    {M::Search, 101, "File Names Like (subdirectories)...", N::Nothing, nullptr, "Ctrl+F"},
-    {M::Search, 102, "Descriptions Like (subdirectories)...", N::Nothing},
+    {M::Search, 101, "File Names Like (subdirectories)...", N::Nothing, &C::Search_File_Names, "Ctrl+F"},
+    {M::Search, 102, "Descriptions Like (subdirectories)...", N::Nothing, &C::Search_Descriptions},
 
     {M::Rename, 101, "Define Rename Pattern...", N::Nothing},
     {M::Rename, 102, "Define Rename Formula...", N::Nothing},
@@ -242,8 +242,6 @@ constexpr Command_Id To_Come[] = {
     {M::Zoom_View, 106},
     {M::Zoom_View, 107},
     {M::Zoom_View, 108},
-    {M::Search, 101},
-    {M::Search, 102},
     {M::Rename, 101},
     {M::Rename, 102},
     {M::Rename, 201},

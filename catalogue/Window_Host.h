@@ -26,6 +26,8 @@ public:
     virtual bool Shows_Found_Files() const { return false; } ///< the grid lists the result of a search
     virtual void Go_To_Folder(const QString& /*folder*/) {}
     virtual void Refresh_Folders() {}
+    virtual QString File_Pattern() const { return {}; } ///< of the files that the pane lists
+    virtual void List_Found_Files(const QStringList& /*paths*/) {}
 
     // Dialogs that take more than a question. Nothing when cancelled.
     virtual std::optional<Save_Options> Ask_Save_Options() { return std::nullopt; }

@@ -1,6 +1,7 @@
 // The parts of the main window and where they stand.
 
 #include "catalogue/ui/Halvine_Window.h"
+#include "catalogue/Recover_Folder.h"
 
 #include "catalogue/ui/Picture_List_Grid.h"
 
@@ -73,6 +74,8 @@ QWidget* Halvine_Window::Make_File_Frame()
     file_frame_->setObjectName(QStringLiteral("File_Frame"));
     explorer_ = new bkcExplorer;
     explorer_->setObjectName(QStringLiteral("f_bkcExplorer"));
+    explorer_->Set_Before_Listing(
+        [this](const QString& folder) { Recover_Folder(parts_.form.State().platform, folder); });
     pattern_text_ = new QLineEdit;
     pattern_text_->setObjectName(QStringLiteral("Picture_Path_Pattern_Text"));
     pattern_text_->setToolTip(tr("File patterns, separated by semicolons"));

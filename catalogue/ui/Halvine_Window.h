@@ -108,6 +108,8 @@ private:
     bool Shows_Found_Files() const override { return explorer_->Model().Shows_File_List(); }
     void Go_To_Folder(const QString& folder) override { explorer_->Set_Path(folder); }
     void Refresh_Folders() override;
+    QString File_Pattern() const override { return explorer_->ExplorerPattern(); }
+    void List_Found_Files(const QStringList& paths) override;
     std::optional<Save_Options> Ask_Save_Options() override;
     std::optional<std::array<int, 3>> Ask_Color(std::array<int, 3> red_green_blue) override;
     void Edit_Script_Items(std::span<const int> keys) override;

@@ -137,6 +137,12 @@ void Halvine_Window::Refresh_Folders()
     Show_Status();
 }
 
+void Halvine_Window::List_Found_Files(const QStringList& paths)
+{
+    explorer_->InitializeGridExplicit(paths);
+    Show_Status();
+}
+
 std::optional<Save_Options> Halvine_Window::Ask_Save_Options()
 {
     Save_Options_Dialog dialog(this);

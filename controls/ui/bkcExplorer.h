@@ -17,6 +17,11 @@ public:
     bkcGrid& ExplorerGrid() { return *grid_; }
     bkcSplit& Split() { return *split_; } ///< tree above the grid
     const Explorer_Model& Model() const { return model_; }
+    /// Called with a folder before its files are read, for a host that puts folders in order first.
+    void Set_Before_Listing(std::function<void(const QString& folder)> call)
+    {
+        model_.Before_Listing = std::move(call);
+    }
 
     QString Path() const { return model_.Path; }
     bool Set_Path(const QString& New_Path); ///< false, and nothing changed, when there is no such folder

@@ -16,6 +16,29 @@ TEST_F(Window_Test, Shows_The_Folder_And_Its_Counts)
     EXPECT_FALSE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
 }
 
+TEST_F(Window_Test, A_Picture_Under_Its_Kept_Name_Is_Back_When_The_Folder_Is_Listed)
+{
+    Make_Pictures(2);
+    ASSERT_TRUE(QFile::rename(Path(2), Path(2) + QLatin1Char('~')));
+    Open();
+    EXPECT_EQ("2 files", Part<QLabel>("File_Status_Label")->text());
+    EXPECT_TRUE(QFile::exists(Path(2)));
+}
+
+TEST_F(Window_Test, Found_Files_Take_The_Place_Of_The_Folders_Files)
+{
+    Make_Pictures(3);
+    Open();
+    entry.scripted.dialogs.inputs.push_back(QStringLiteral("*2*"));
+    EXPECT_TRUE(window->Commands().Run({Menu::Search, 101}));
+    const Explorer_Model& pane = Part<bkcExplorer>("f_bkcExplorer")->Model();
+    EXPECT_TRUE(pane.Shows_File_List());
+    EXPECT_EQ("1 file", Part<QLabel>("File_Status_Label")->text());
+    EXPECT_EQ(Path(2), pane.Path_At(1));
+    EXPECT_TRUE(window->Commands().Run({Menu::Search, 102})); // given up: nothing changes
+    EXPECT_EQ("1 file", Part<QLabel>("File_Status_Label")->text());
+}
+
 TEST_F(Window_Test, Control_And_Shift_Act_On_Cells)
 {
     Open_And_Pick(8);
