@@ -56,18 +56,36 @@ HWY_INLINE hn::Vec<hn::Rebind<std::int32_t, Pixel_Tag>> Mean(Pixel sum, float pi
     return hn::ConvertTo(di, hn::Mul(hn::Add(twice, hn::Set(df, pixels + 0.5F)), hn::Set(df, 0.5F / pixels)));
 }
 
+using Two_Pixels_Tag = hn::Full128<std::uint16_t>;
+
+/// The sum of the pixels first .. end - 1 where it fits 16 bits: two pixels a register, then both halves.
+HWY_INLINE Pixel Short_Block_Sum(const std::uint16_t* in, int pixels)
+{
+    const Two_Pixels_Tag d;
+    auto sum = hn::Zero(d);
+    int i = 0;
+    for (; i + 2 <= pixels; i += 2, in += 6) sum = hn::Add(sum, hn::LoadU(d, in));
+    sum = hn::Add(sum, hn::ShiftRightLanes<3>(d, sum));
+    if (i < pixels) sum = hn::Add(sum, hn::LoadU(d, in));
+    return hn::PromoteTo(Pixel_Tag(), hn::LowerHalf(sum));
+}
+
+HWY_INLINE Pixel Block_Sum(const std::uint16_t* in, int pixels)
+{
+    Pixel sum = Sums_At(in);
+    for (int i = 1; i < pixels; ++i) sum = hn::Add(sum, Sums_At(in + 3 * std::ptrdiff_t(i)));
+    return sum;
+}
+
 /// Writes a fourth byte behind the pixel.
 HWY_INLINE void Color_Mean(const Box_Line& line, int x, std::uint8_t* out)
 {
+    constexpr int most_short_pixels = 65535 / 255;
     const hn::Rebind<std::uint8_t, Pixel_Tag> d8;
-    const int first = line.starts[x], end = line.starts[x + 1];
+    const int first = line.starts[x], columns = line.starts[x + 1] - first, pixels = columns * line.row_count;
     const std::uint16_t* in = line.sums + 3 * std::ptrdiff_t(first);
-    Pixel sum = Sums_At(in);
-    for (int i = first + 1; i < end; ++i) {
-        in += 3;
-        sum = hn::Add(sum, Sums_At(in));
-    }
-    hn::StoreU(hn::DemoteTo(d8, Mean(sum, float((end - first) * line.row_count))), d8, out);
+    const Pixel sum = pixels <= most_short_pixels ? Short_Block_Sum(in, columns) : Block_Sum(in, columns);
+    hn::StoreU(hn::DemoteTo(d8, Mean(sum, float(pixels))), d8, out);
 }
 
 void Color_Means(const Box_Line& line, std::uint8_t* out)

@@ -32,7 +32,7 @@ HWY_INLINE Shorts Shifted(Ints low, Ints high, int shift)
 // A tile of columns is brought into pairs of rows once, (a0 b0 a1 b1 ...) as 16-bit samples, and stays in the first cache
 // while all outputs that use it are summed.
 
-constexpr std::size_t tile_vectors = 6;
+constexpr std::size_t tile_vectors = 4;
 
 struct Pair_Tile {
     const std::int16_t* pairs;
@@ -66,24 +66,29 @@ HWY_INLINE void Fill_Tile(const Column_Sum_Job& job, std::size_t column, std::in
     }
 }
 
+/// All of a tile at once: as many sums as hide how long a product takes.
 HWY_INLINE void Sum_Tile(const Pair_Tile& tile, const std::int16_t* weights, int pairs, int shift, std::int16_t* out)
 {
     const Shorts_Tag d;
     const std::size_t lanes = hn::Lanes(d);
     const Ints half = hn::Set(Ints_Tag(), (1 << shift) >> 1);
-    for (std::size_t i = 0; i < tile_vectors; i += 2) {
-        const std::int16_t* place = tile.pairs + i * 2 * lanes;
-        Ints sum0 = half, sum1 = half, sum2 = half, sum3 = half;
-        for (int pair = 0; pair < pairs; ++pair, place += tile.pair_stride) {
-            const Shorts weight = Weight_Pair(weights + 2 * pair);
-            sum0 = Add_Products(sum0, hn::Load(d, place), weight);
-            sum1 = Add_Products(sum1, hn::Load(d, place + lanes), weight);
-            sum2 = Add_Products(sum2, hn::Load(d, place + 2 * lanes), weight);
-            sum3 = Add_Products(sum3, hn::Load(d, place + 3 * lanes), weight);
-        }
-        Store_Samples(Shifted(sum0, sum1, shift), out + i * lanes);
-        Store_Samples(Shifted(sum2, sum3, shift), out + (i + 1) * lanes);
+    Ints sum0 = half, sum1 = half, sum2 = half, sum3 = half, sum4 = half, sum5 = half, sum6 = half, sum7 = half;
+    const std::int16_t* place = tile.pairs;
+    for (int pair = 0; pair < pairs; ++pair, place += tile.pair_stride) {
+        const Shorts weight = Weight_Pair(weights + 2 * pair);
+        sum0 = Add_Products(sum0, hn::Load(d, place), weight);
+        sum1 = Add_Products(sum1, hn::Load(d, place + lanes), weight);
+        sum2 = Add_Products(sum2, hn::Load(d, place + 2 * lanes), weight);
+        sum3 = Add_Products(sum3, hn::Load(d, place + 3 * lanes), weight);
+        sum4 = Add_Products(sum4, hn::Load(d, place + 4 * lanes), weight);
+        sum5 = Add_Products(sum5, hn::Load(d, place + 5 * lanes), weight);
+        sum6 = Add_Products(sum6, hn::Load(d, place + 6 * lanes), weight);
+        sum7 = Add_Products(sum7, hn::Load(d, place + 7 * lanes), weight);
     }
+    Store_Samples(Shifted(sum0, sum1, shift), out);
+    Store_Samples(Shifted(sum2, sum3, shift), out + lanes);
+    Store_Samples(Shifted(sum4, sum5, shift), out + 2 * lanes);
+    Store_Samples(Shifted(sum6, sum7, shift), out + 3 * lanes);
 }
 
 void Column_Tiles(const Column_Sum_Job& job)

@@ -228,11 +228,8 @@ Result<Bitmap> Scaled(const Bitmap_View& source, int width, int height, Interpol
         return result;
     }
     const Line_Taps columns = Scale_Line(source.height, height, method), rows = Scale_Line(source.width, width, method);
-    const double down = double(columns.Most_Weights()), across = double(rows.Most_Weights());
-    const double columns_first = double(source.width) * height * down + double(width) * height * across;
-    const double rows_first = double(width) * source.height * across + double(width) * height * down;
     const Mutable_Bitmap_View target = result->Change();
-    if (rows_first < columns_first && down <= Most_Blended_Rows)
+    if (height >= source.height)
         Scale_Rows_First(source, columns, rows, target);
     else
         Scale_Columns_First(source, columns, rows, target);
