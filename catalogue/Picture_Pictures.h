@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/Catalogue_State.h"
+#include "catalogue/File_Entry.h"
 
 /// The bitmaps of the records: loading, thumbnails, rotation, the current picture. Results as in Picture_Catalogue.h.
 class Picture_Pictures {
@@ -18,8 +19,12 @@ public:
     /// Nothing where no view shows thumbnails.
     void Make_Thumbnail(Picture_Item& item);
 
-    /// Sizes, resolutions, description, script and camera line from the file. The record counts as unmodified then.
-    static void Read_Facts(Picture_Item& item);
+    /// What to read of a file for its record: no pixels where no view shows thumbnails.
+    Picture_Request Request_For(const File_Entry& entry) const;
+
+    /// Thumbnail, sizes, resolutions, description, script and camera line of a file that was read. The record counts as
+    /// unmodified then, and owns the bitmap. False when the file could not be read.
+    bool Take_Contents(Picture_Item& item, Picture_Contents contents) const;
 
     /// Date, size and identity of the file as it stands now.
     static void Read_File_Facts(Picture_Item& item);
