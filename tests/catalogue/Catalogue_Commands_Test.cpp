@@ -113,7 +113,7 @@ TEST_F(Commands, A_Pick_Yields_After_Fifty_Milliseconds_Also_Within_A_Row)
     Halvine_Form other(slow, &view, &slide_show);
     Catalogue_Commands(other, host).Run({Menu::File, 101});
     EXPECT_EQ(4, other.State().pictures.Count());
-    EXPECT_EQ(2, platform.events.calls);
+    EXPECT_LE(2, platform.events.calls); // a file that is slow to come adds yields of its own
 }
 
 TEST_F(Commands, A_Command_Leaves_The_Full_Window_And_The_List_First)
