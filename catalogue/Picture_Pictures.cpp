@@ -16,6 +16,34 @@ QString Text_Of(const std::string& text)
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
+void Give_Thumbnail(Picture_Item& item, Owned_Bitmap bitmap)
+{
+    item.Thumbnail_Bitmap = std::move(bitmap);
+    item.Thumbnail_Rotate = item.Rotate;
+    item.Thumbnail_Flip = item.Flip;
+}
+
+void Flip_In_Place(Owned_Bitmap& bitmap, int flips)
+{
+    for (const int flip : {Flip_Left_To_Right, Flip_Top_To_Bottom})
+        if ((flips & flip) != 0) bitmap.Reset(Flip_Bitmap(bitmap.Get(), flip));
+}
+
+/// Flips come after the rotation: to turn on, the old ones are taken back first. Empty when the library fails.
+Owned_Bitmap Brought_In_Line(Picture_Item& item)
+{
+    Owned_Bitmap bitmap = std::move(item.Thumbnail_Bitmap);
+    const int angle = Normal_Rotation(item.Rotate - item.Thumbnail_Rotate);
+    if (angle == 0) {
+        Flip_In_Place(bitmap, item.Thumbnail_Flip ^ item.Flip);
+        return bitmap;
+    }
+    Flip_In_Place(bitmap, item.Thumbnail_Flip);
+    bitmap.Reset(angle % 90 == 0 ? Rotate_Bitmap(bitmap.Get(), angle) : 0);
+    Flip_In_Place(bitmap, item.Flip);
+    return bitmap;
+}
+
 /// What can be split before a fault stays; the fault itself is kept for the save that would lose the rest.
 void Take_Script(Picture_Item& item, const Picture_Contents& contents)
 {
@@ -47,7 +75,8 @@ Bitmap_Handle Picture_Pictures::Load_Adjusted(Picture_Item& item, int rotate_del
 
 bool Picture_Pictures::Ensure_Thumbnail(Picture_Item& item) const
 {
-    if (!item.Thumbnail_Bitmap) item.Thumbnail_Bitmap = Load_Thumbnail(item);
+    if (item.Thumbnail_Bitmap && !item.Thumbnail_Is_In_Line()) Give_Thumbnail(item, Brought_In_Line(item));
+    if (!item.Thumbnail_Bitmap) Give_Thumbnail(item, Load_Thumbnail(item));
     return bool(item.Thumbnail_Bitmap);
 }
 
@@ -91,14 +120,14 @@ void Picture_Pictures::Read_File_Facts(Picture_Item& item)
 void Picture_Pictures::Make_Thumbnail(Picture_Item& item)
 {
     item.Scale_Divisor = First_Divisor;
-    item.Thumbnail_Bitmap = Load_Thumbnail(item);
+    Give_Thumbnail(item, Load_Thumbnail(item));
     if (!item.Thumbnail_Bitmap) return;
     const Pixel_Size size = Size_Of_Bitmap(item.Thumbnail_Bitmap.Get());
     const int divisor = Divisor_That_Keeps(std::max(size.width, size.height), Cell_Side_Pixels);
     if (divisor == First_Divisor) return;
     item.Scale_Divisor = divisor;
     item.Thumbnail_Bitmap.Reset(); // before the next one: at no time two bitmaps of one picture
-    item.Thumbnail_Bitmap = Load_Thumbnail(item);
+    Give_Thumbnail(item, Load_Thumbnail(item));
 }
 
 Picture_Request Picture_Pictures::Request_For(const File_Entry& entry) const
@@ -110,7 +139,7 @@ Picture_Request Picture_Pictures::Request_For(const File_Entry& entry) const
 
 bool Picture_Pictures::Take_Contents(Picture_Item& item, Picture_Contents contents) const
 {
-    item.Thumbnail_Bitmap.Reset(Count_Bitmap(contents.bitmap));
+    Give_Thumbnail(item, Owned_Bitmap(Count_Bitmap(contents.bitmap)));
     if (!contents.error.empty()) return false;
     item.File_Type = contents.type;
     item.Scale_Divisor = contents.scale_divisor;
@@ -136,7 +165,7 @@ void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)
     if (size_changed)
         Make_Thumbnail(item);
     else
-        item.Thumbnail_Bitmap = Load_Thumbnail(item);
+        Give_Thumbnail(item, Load_Thumbnail(item));
     Read_File_Facts(item);
     state_.view->Draw_Thumbnail(index);
     Refresh_Current_Picture(item.Picture_Key);
@@ -147,13 +176,11 @@ void Picture_Pictures::Rotate_Picture(int key, int angle)
     Picture_Item* item = state_.pictures.Find(key);
     if (item == nullptr) return;
     item->Rotate = Normal_Rotation(item->Rotate + angle);
-    // Flips come after the rotation: a picture that is mirrored once turns the other way round as seen.
-    const bool mirrored = item->Flip == Flip_Left_To_Right || item->Flip == Flip_Top_To_Bottom;
-    const int seen_angle = Normal_Rotation(mirrored ? -angle : angle);
-    if (seen_angle != 0 && item->Thumbnail_Bitmap) { // one that was given up is read again when it is needed
-        Owned_Bitmap turned(seen_angle % 90 == 0 ? Rotate_Bitmap(item->Thumbnail_Bitmap.Get(), seen_angle) : 0);
-        item->Thumbnail_Bitmap = turned ? std::move(turned) : Load_Thumbnail(*item);
-    }
+    Show_Turned(key);
+}
+
+void Picture_Pictures::Show_Turned(int key)
+{
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(key));
     Refresh_Current_Picture(key);
     if (state_.slide_show->Is_File_Open()) state_.slide_show->Set_File_Modified();

@@ -10,10 +10,11 @@ public:
 
     Bitmap_Handle Load(Picture_Item& item, int rotate_delta, int scale_divisor);
     Bitmap_Handle Load_Adjusted(Picture_Item& item, int rotate_delta, int scale_divisor);
-    /// A thumbnail that was given up to save memory is read again, at the record's divisor.
     Bitmap_Handle Thumbnail(Picture_Item& item, int rotate_delta, bool& is_copy) const;
     Bitmap_Handle Thumbnail_Adjusted(Picture_Item& item, int rotate_delta, bool& is_copy) const;
-    bool Ensure_Thumbnail(Picture_Item& item) const; ///< false when the file cannot be read any more
+    /// Reads a thumbnail that was given up, and turns one that lags behind its record. False when the file cannot be read
+    /// any more.
+    bool Ensure_Thumbnail(Picture_Item& item) const;
 
     /// Loads the thumbnail at divisor 8 and again at the smallest power of two that still fills a cell.
     /// Nothing where no view shows thumbnails.
@@ -33,6 +34,9 @@ public:
     void Reload_Picture_Thumbnail(int index, bool size_changed);
 
     void Rotate_Picture(int key, int angle);
+
+    /// Rotate or Flip was changed: shows the picture so, and a slide show that is open counts as modified.
+    void Show_Turned(int key);
 
     /// 0 or an unknown index: there is no current picture any more.
     void Set_Current_Picture(int index);

@@ -53,7 +53,7 @@ bool Thumbnail_Budget::Use(int key)
 bool Thumbnail_Budget::Is_Ready(const Picture_Item& item) const
 {
     const auto found = entries_.find(item.Picture_Key);
-    if (found == entries_.end() || !item.Thumbnail_Bitmap) return false;
+    if (found == entries_.end() || !item.Thumbnail_Bitmap || !item.Thumbnail_Is_In_Line()) return false;
     const Entry& entry = found->second;
     return entry.is_adjusted && entry.thumbnail == item.Thumbnail_Bitmap.Get() &&
            entry.items == state_.Items_In_Force(item);
@@ -61,6 +61,7 @@ bool Thumbnail_Budget::Is_Ready(const Picture_Item& item) const
 
 Bitmap_Handle Thumbnail_Budget::Drawn(const Picture_Item& item) const
 {
+    if (!item.Thumbnail_Is_In_Line()) return 0;
     const Bitmap_Handle thumbnail = item.Thumbnail_Bitmap.Get();
     const auto found = entries_.find(item.Picture_Key);
     const bool is_its_own = found != entries_.end() && found->second.thumbnail == thumbnail;

@@ -31,8 +31,8 @@ public:
     /// Use would have nothing to do.
     bool Is_Ready(const Picture_Item& item) const;
 
-    /// What to draw now, without reading or computing: until Use was called again, the thumbnail with its former script, or
-    /// without any after it was turned; 0 when there is none.
+    /// What to draw now, without reading or computing; 0 when there is nothing. Until Use was called again this is the
+    /// thumbnail with its former script, and nothing for a picture that was turned since.
     Bitmap_Handle Drawn(const Picture_Item& item) const;
 
     /// Gives up what belongs to pictures that are listed no more.

@@ -272,15 +272,15 @@ TEST_F(Picking, Four_Turns_By_90_Leave_No_Trace_In_The_Record_Or_On_Disk)
 {
     const int key = Pick_New("a.jpg");
     const std::string before = Contents_Of(File("a.jpg"));
-    const auto pixels = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
+    const auto pixels = Pixels_Of(Thumbnail(key));
     slide_show.open = true;
     form.Rotate_Picture(key, 90);
     EXPECT_EQ(90, form.Return_Picture_Rotate(key));
     EXPECT_TRUE(slide_show.modified);
-    EXPECT_EQ((Pixel_Size{96, 160}), Size_Of_Bitmap(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ((Pixel_Size{96, 160}), Size_Of_Bitmap(Thumbnail(key)));
     for (int i = 0; i < 3; ++i) form.Rotate_Picture(key, 90);
     EXPECT_EQ(0, form.Return_Picture_Rotate(key));
-    EXPECT_EQ(pixels, Pixels_Of(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ(pixels, Pixels_Of(Thumbnail(key)));
     EXPECT_EQ(before, Contents_Of(File("a.jpg")));
 }
 
@@ -290,9 +290,9 @@ TEST_F(Picking, The_Turned_Thumbnail_Of_A_Flipped_Picture_Is_What_A_Reload_Would
     Item(key).Flip = Flip_Left_To_Right;
     form.Pictures().Reload_Picture_Thumbnail(1, false);
     form.Rotate_Picture(key, 90);
-    const auto turned = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
+    const auto turned = Pixels_Of(Thumbnail(key));
     form.Pictures().Reload_Picture_Thumbnail(1, false);
-    EXPECT_EQ(turned, Pixels_Of(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ(turned, Pixels_Of(Thumbnail(key)));
 }
 
 TEST_F(Picking, The_Thumbnail_Itself_Is_Given_Out_Unless_It_Must_Be_Turned)
