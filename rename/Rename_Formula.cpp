@@ -19,7 +19,7 @@ const QString File_Descr = QStringLiteral("FileDescr");
 constexpr double Sample_Date = 2.0;
 constexpr std::int16_t Sample_Number = 2;
 
-void Prepare(bkcEvaluate& evaluator, const Named_Formula& formula)
+void Prepare(bkcEvaluate& evaluator, const Chosen_Formula& formula)
 {
     evaluator.Set_PromptUninitialized(false);
     evaluator.Set_AllowedAccess(formula.allowed_access);
@@ -58,7 +58,7 @@ QString Formula_Fault_Message(const Formula_Fault& fault)
     return fault.description + QStringLiteral("\n(At Character Position ") + QString::number(fault.position) + u')';
 }
 
-std::optional<Formula_Fault> Check_Rename_Formula(Formula_Host_Services& host, const Named_Formula& formula)
+std::optional<Formula_Fault> Check_Rename_Formula(Formula_Host_Services& host, const Chosen_Formula& formula)
 {
     bkcEvaluate evaluator(host);
     Prepare(evaluator, formula);
@@ -73,7 +73,7 @@ std::optional<Formula_Fault> Check_Rename_Formula(Formula_Host_Services& host, c
     return Fault_Of(evaluator);
 }
 
-Rename_Formula::Rename_Formula(Formula_Host_Services& host, const Named_Formula& formula, const QString& change_to)
+Rename_Formula::Rename_Formula(Formula_Host_Services& host, const Chosen_Formula& formula, const QString& change_to)
     : evaluator_(host)
 {
     Prepare(evaluator_, formula);
@@ -93,7 +93,7 @@ QString Rename_Formula::New_Root(const Rename_Formula_Facts& facts)
     return To_Text(value).value_or(QString());
 }
 
-Caption Caption_Of(Formula_Host_Services& host, const Named_Formula& formula, const Caption_Facts& facts)
+Caption Caption_Of(Formula_Host_Services& host, const Chosen_Formula& formula, const Caption_Facts& facts)
 {
     if (formula.text.isEmpty()) return {};
     bkcEvaluate evaluator(host);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "evaluate/Formula_Consent.h"
 #include "evaluate/bkcEvaluate.h"
 
 #include <QtCore/QString>
@@ -7,17 +8,12 @@
 
 /// Formulas over pictures: the new root name of a renamed file, and the caption under a printed picture.
 
-/// What the user types may use everything but dialogs.
-inline constexpr unsigned Typed_Formula_Access = Formula::All_Access & ~unsigned(Formula::Access_Class::Dialog);
-/// What came with a file, before the user has allowed more.
-inline constexpr unsigned Foreign_Formula_Access =
-    unsigned(Formula::Access_Class::Pure) | unsigned(Formula::Access_Class::Clock);
-
-struct Named_Formula {
+/// A formula as it is run: with its name for messages, and with what it may read.
+struct Chosen_Formula {
     QString name;
     QString text;
-    unsigned allowed_access = Typed_Formula_Access; ///< bits of Access_Class
-    bool operator==(const Named_Formula&) const = default;
+    unsigned allowed_access = Formula::File_Access; ///< bits of Access_Class; see Formula_Consent
+    bool operator==(const Chosen_Formula&) const = default;
 };
 
 struct Formula_Fault {
@@ -43,12 +39,12 @@ struct Rename_Formula_Facts {
 };
 
 /// Compiles the formula and runs it once with sample values; nothing when that went well.
-std::optional<Formula_Fault> Check_Rename_Formula(Formula::Formula_Host_Services& host, const Named_Formula& formula);
+std::optional<Formula_Fault> Check_Rename_Formula(Formula::Formula_Host_Services& host, const Chosen_Formula& formula);
 
 /// One formula compiled for many files.
 class Rename_Formula {
 public:
-    Rename_Formula(Formula::Formula_Host_Services& host, const Named_Formula& formula, const QString& change_to);
+    Rename_Formula(Formula::Formula_Host_Services& host, const Chosen_Formula& formula, const QString& change_to);
 
     /// Empty when the formula fails for this file.
     QString New_Root(const Rename_Formula_Facts& facts);
@@ -72,4 +68,4 @@ struct Caption {
     QString text;
     std::optional<Formula_Fault> fault;
 };
-Caption Caption_Of(Formula::Formula_Host_Services& host, const Named_Formula& formula, const Caption_Facts& facts);
+Caption Caption_Of(Formula::Formula_Host_Services& host, const Chosen_Formula& formula, const Caption_Facts& facts);

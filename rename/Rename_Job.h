@@ -41,7 +41,7 @@ struct Rename_Inputs {
     QString change_from;
     QString change_to;
     bool pattern_mode = false;
-    std::optional<Named_Formula> formula{};
+    std::optional<Chosen_Formula> formula{};
     QString file_type{};       ///< when not empty, the extension of all new names, with or without its "."
     QString start_numbering{}; ///< the first number; takes effect when it is a whole number
     bool reserialize = false;

@@ -14,7 +14,7 @@ QString Q(const char* text)
 
 class Rename_Formula_Test : public testing::Test {
 protected:
-    std::optional<Formula_Fault> Check(const char* text, unsigned allowed = Typed_Formula_Access)
+    std::optional<Formula_Fault> Check(const char* text, unsigned allowed = Formula::Typed_Access)
     {
         return Check_Rename_Formula(host, {.name = Q("f"), .text = Q(text), .allowed_access = allowed});
     }
@@ -60,8 +60,8 @@ TEST_F(Rename_Formula_Test, A_Typed_Formula_May_Not_Open_Dialogs_And_A_Foreign_O
 {
     EXPECT_FALSE(Check("Environ(\"HOME\") & ChangeTo"));
     EXPECT_EQ(Check("InputBox(\"name\")").value_or(Formula_Fault{}).code, 70);
-    EXPECT_EQ(Check("Environ(\"HOME\") & ChangeTo", Foreign_Formula_Access).value_or(Formula_Fault{}).code, 70);
-    EXPECT_FALSE(Check("Format(Now, \"yyyy\") & ChangeTo", Foreign_Formula_Access));
+    EXPECT_EQ(Check("Environ(\"HOME\") & ChangeTo", Formula::File_Access).value_or(Formula_Fault{}).code, 70);
+    EXPECT_FALSE(Check("Format(Now, \"yyyy\") & ChangeTo", Formula::File_Access));
 }
 
 TEST_F(Rename_Formula_Test, Captions_Come_From_The_Five_Facts)

@@ -32,10 +32,10 @@ QStringList New_Names(const Rename_Job& job)
     return names;
 }
 
-const Named_Formula Subject_Date_Serial{
+const Chosen_Formula Subject_Date_Serial{
     .name = Q("Subject-Date-Serial"),
     .text = Q("ChangeTo & \"-\" & Format(FileDate, \"yyyymmdd\")  & \"-\" & FileSerial")};
-const Named_Formula Strip_Suffix{
+const Chosen_Formula Strip_Suffix{
     .name = Q("Strip Suffix"),
     .text = Q("Left(FileName, IIf((InStrRev(FileName, \"-\") > 0), (InStrRev(FileName, \"-\") - 1), Len(FileName)))")};
 
@@ -70,7 +70,7 @@ Rename_Inputs Reserialized(Rename_Inputs inputs, const char* interval)
     return inputs;
 }
 
-Rename_Inputs With(Rename_Inputs inputs, const Named_Formula& formula)
+Rename_Inputs With(Rename_Inputs inputs, const Chosen_Formula& formula)
 {
     inputs.formula = formula;
     return inputs;
@@ -399,7 +399,7 @@ Rename_Inputs Random_Inputs(Random_Texts& random)
 TEST_F(Rename_Job_Test, Agrees_With_The_Plain_Reference_On_Random_Jobs)
 {
     Random_Texts random(20260314);
-    const Named_Formula formula{.name = Q("f"), .text = Q("\"<\" & FileSerial & FileName & \">\"")};
+    const Chosen_Formula formula{.name = Q("f"), .text = Q("\"<\" & FileSerial & FileName & \">\"")};
     const Reference_Formula with_formula = [](const Rename_Row& row, const QString& serial) {
         return "<" + serial + Root_Of_Name(row.file_name) + ">";
     };
