@@ -2,6 +2,7 @@
 
 #include "catalogue/File_Dialogs.h"
 #include "frame/Configuration_File.h"
+#include "frame/files/Regular_File.h"
 #include "frame/text/Path_Utilities.h"
 
 namespace {
@@ -15,7 +16,14 @@ bool Read_Configuration_File(Program_State& state, User_Dialogs& dialogs, const 
                           QStringLiteral("Halvine - Open Configuration File"), file))
         return false;
     state.Last_Configuration_File = file;
-    return Load_Configuration_File(state, Existing_Path(file));
+    const QString path = Existing_Path(file);
+    if (Load_Configuration_File(state, path)) return true;
+    // One that cannot be opened ends the command in silence; a wrong or damaged one would only seem to be in force.
+    if (Regular_File::Open(File_System_Bytes(path)))
+        dialogs.Refuse(file +
+                       QStringLiteral(": is no configuration file, or is damaged. What could be read of it is in "
+                                      "force."));
+    return false;
 }
 
 bool Write_Configuration_File(Program_State& state, User_Dialogs& dialogs, const QString& folder)
