@@ -66,6 +66,8 @@ private:
     QMenu* Make_Menu(Menu menu);
     void Add_Prepared_Scripts(QMenu& menu);
     void Connect_Parts();
+    void Connect_Folder_Pane();
+    bool Keeps_Key(const QWidget& part, const QKeyEvent& key) const;
     QIcon Icon_Of(const QString& id) const { return parts_.icon ? parts_.icon(id) : QIcon(); }
 
     // Showing.
@@ -108,11 +110,15 @@ private:
     bool Shows_Found_Files() const override { return explorer_->Model().Shows_File_List(); }
     void Go_To_Folder(const QString& folder) override { explorer_->Set_Path(folder); }
     void Refresh_Folders() override;
+    void Show_File_Changes() override;
+    QStringList Selected_Folders() const override;
     QString File_Pattern() const override { return explorer_->ExplorerPattern(); }
     void List_Found_Files(const QStringList& paths) override;
     std::optional<Save_Options> Ask_Save_Options() override;
     std::optional<std::array<int, 3>> Ask_Color(std::array<int, 3> red_green_blue) override;
     void Edit_Script_Items(std::span<const int> keys) override;
+    void Open_Configuration_File() override;
+    void Save_Configuration_File() override;
     Bitmap_Handle Clipboard_Bitmap() override;
     void Close_Window() override { QTimer::singleShot(0, this, &QWidget::close); }
 

@@ -123,9 +123,8 @@ bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == design_size_ && event->type() == QEvent::MouseButtonDblClick && !isMaximized() && !isMinimized())
         resize(minimumSize());
-    // In the file grid Ctrl+A selects files.
-    if (event->type() == QEvent::ShortcutOverride && watched == &explorer_->ExplorerGrid() &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll)) {
+    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType() &&
+        Keeps_Key(*static_cast<QWidget*>(watched), *static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
     }

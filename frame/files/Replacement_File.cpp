@@ -28,7 +28,8 @@ void Copy_Extended_Attributes(int from, int to)
     }
 }
 
-/// Mode, owner where permitted, and extended attributes, which carry the ACL too.
+} // namespace
+
 Result<void> Take_Attributes(const std::string& path, int to)
 {
     const int from = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -42,8 +43,6 @@ Result<void> Take_Attributes(const std::string& path, int to)
     close(from);
     return {};
 }
-
-} // namespace
 
 Result<File_Times> Times_Of(const std::string& path)
 {

@@ -19,6 +19,10 @@ struct File_Times {
 Result<File_Times> Times_Of(const std::string& path);
 Result<void> Set_Times(const std::string& path, const File_Times& times);
 
+/// Gives an open file or folder the mode, the owner where permitted, and the extended attributes, which carry the access
+/// list too, of what stands under the path. What this user may not set stays behind; a path that is missing gives nothing.
+Result<void> Take_Attributes(const std::string& path, int to);
+
 struct Replacement_Options {
     /// The new file takes mode, owner, ACL and extended attributes of the file that it replaces, or of this one when
     /// given (the "~" name, or the parent of a copy).
