@@ -12,6 +12,8 @@ list(APPEND hv_evaluate_sources
     Engine_Library.cpp
     Engine_Procedures.cpp
     Engine_Variables.cpp
+    Formula_Consent.cpp
+    Formula_Consent.h
     Keyword_Table.cpp
     Keyword_Table.h
     Literal_Values.cpp

@@ -8,6 +8,7 @@
 #include "bkimgutl/geometry/Turn.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 // A row of the result runs along a slanted line through the source. From left to right it meets the background, a few
@@ -74,7 +75,14 @@ void Fill(const Rotation& r, int y, Pixel_Span span)
         for (int c = 0; c < size; ++c) row[x * size + c] = r.background[c];
 }
 
-void Rotate_One_Row(const Rotation& r, int y)
+/// What a row of the result meets on its way through the source.
+struct Row_Course {
+    std::int64_t u = 0, v = 0; ///< source position of column 0
+    Pixel_Span touched;        ///< not background alone
+    Pixel_Span inside;         ///< of these, the pixels that have all their neighbours
+};
+
+Row_Course Course_Of_Row(const Rotation& r, int y)
 {
     const std::int64_t u = r.map.U_At_Row_Start(y);
     const std::int64_t v = r.map.V_At_Row_Start(y);
@@ -87,12 +95,43 @@ void Rotate_One_Row(const Rotation& r, int y)
     Pixel_Span inside = Both(Span_Where(u, du, Whole(1), Whole(r.from.width - 6), width),
                              Span_Where(v, dv, Whole(1), Whole(r.from.height - 4), width));
     if (inside.end == 0) inside = {touched.end, touched.end};
-    Fill(r, y, {0, touched.first});
-    Edge_Pixels(r, y, {touched.first, inside.first}, u, v);
-    Cubic_Row(r.from, u + inside.first * du, v + inside.first * dv, du, dv, inside.end - inside.first,
-              r.to.Row(y) + inside.first * r.from.bytes_per_pixel);
-    Edge_Pixels(r, y, {inside.end, touched.end}, u, v);
-    Fill(r, y, {touched.end, width});
+    return {u, v, touched, inside};
+}
+
+void Outer_Pixels(const Rotation& r, int y, const Row_Course& row)
+{
+    Fill(r, y, {0, row.touched.first});
+    Edge_Pixels(r, y, {row.touched.first, row.inside.first}, row.u, row.v);
+    Edge_Pixels(r, y, {row.inside.end, row.touched.end}, row.u, row.v);
+    Fill(r, y, {row.touched.end, r.map.width});
+}
+
+void Inner_Pixels(const Rotation& r, int y, const Row_Course& row, Pixel_Span part)
+{
+    const std::int64_t du = r.map.U_Step();
+    const std::int64_t dv = r.map.V_Step();
+    const int first = std::max(part.first, row.inside.first);
+    const int end = std::min(part.end, row.inside.end);
+    if (first < end)
+        Cubic_Row({r.from, row.u + first * du, row.v + first * dv, du, dv}, end - first,
+                  r.to.Row(y) + first * r.from.bytes_per_pixel);
+}
+
+// A whole row of the result crosses hundreds of rows of the source, more than the first cache holds until the next row
+// comes by. So the band goes from left to right in tiles.
+constexpr int band_rows = 32;
+constexpr int tile_columns = 128;
+
+void Rotate_Band(const Rotation& r, int first, int end)
+{
+    std::array<Row_Course, band_rows> rows;
+    const auto row = [&](int y) -> Row_Course& { return rows[std::size_t(y - first)]; };
+    for (int y = first; y < end; ++y) {
+        row(y) = Course_Of_Row(r, y);
+        Outer_Pixels(r, y, row(y));
+    }
+    for (int x = 0; x < r.map.width; x += tile_columns)
+        for (int y = first; y < end; ++y) Inner_Pixels(r, y, row(y), {x, x + tile_columns});
 }
 
 void Set_Background(Rotation& r, const Background_Color& color)
@@ -115,8 +154,10 @@ Result<Bitmap> Rotated(const Bitmap& source, float degrees, const Background_Col
     if (!rotated) return rotated;
     r.to = rotated->Change();
     Set_Background(r, background);
-    For_Rows(r.map.height, 16 * r.to.Row_Bytes(), [&](int first, int end) {
-        for (int y = first; y < end; ++y) Rotate_One_Row(r, y);
+    const int bands = (r.map.height + band_rows - 1) / band_rows;
+    For_Rows(bands, 16 * r.to.Row_Bytes() * band_rows, [&](int first, int end) {
+        for (int band = first; band < end; ++band)
+            Rotate_Band(r, band * band_rows, std::min(r.map.height, (band + 1) * band_rows));
     });
     return rotated;
 }

@@ -27,6 +27,8 @@ struct Replacement_Options {
     std::optional<File_Times> times;
     /// Called on the finished hidden file, by its path, before it takes the target's name; a failure is a failed save.
     std::function<Result<void>(const std::string& hidden_path)> verify;
+    /// The target's name must be free, also at the end: nothing is replaced. Otherwise the number is EEXIST.
+    bool only_new = false;
 };
 
 /// The one way to write a file: a fresh file with a hidden name (".NAME.halvine-XXXXXX") in the target's folder is
