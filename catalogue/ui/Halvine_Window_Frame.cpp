@@ -72,6 +72,7 @@ void Halvine_Window::Set_Pattern_String(const QString& pattern)
 
 void Halvine_Window::closeEvent(QCloseEvent* event)
 {
+    if (!Is_In_Full_Window_View()) parts_.form.State().slide_show->Stop(); // leaving a full-window show stops it
     event->setAccepted(Close_Main_Window(*this, parts_.state, parts_.ports));
 }
 
