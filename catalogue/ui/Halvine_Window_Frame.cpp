@@ -134,6 +134,9 @@ bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 
 void Halvine_Window::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && Leave_Full_Views()) return;
+    if (event->key() == Qt::Key_Escape) {
+        if (Leave_Full_Views()) return;
+        parts_.form.State().slide_show->Stop();
+    }
     QMainWindow::keyPressEvent(event);
 }

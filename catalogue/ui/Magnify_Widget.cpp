@@ -46,7 +46,8 @@ void Magnify_Widget::Set_Full_Window(bool on)
 void Magnify_Widget::Set_Back_Color(const QColor& color)
 {
     back_color_ = color;
-    toggle_->setVisible(!(full_window_ && color.isValid())); // nothing but the picture stands on a ground of its own
+    toggle_->setVisible(!(full_window_ && color.isValid())); // nothing but the picture in a show
+    toggle_->setAutoRaise(!color.isValid());                 // drawn for the palette's ground, it brings it along
     update();
 }
 

@@ -114,6 +114,7 @@ void Slide_Show_Control_Form::Form_Display(int Slide_Index, int Slide_Count, boo
     show();
     frame_->Set_Always_On_Top(true);
     raise();
+    activateWindow(); // for its keys
     setFocus();
 }
 

@@ -115,6 +115,14 @@ TEST_F(Slide_Wiring_Test, The_Keys_Of_The_Control_Window_Step_And_Stop)
     EXPECT_FALSE(slides->Player().Is_Running());
 }
 
+TEST_F(Slide_Wiring_Test, Esc_In_The_Main_Window_Stops_The_Show)
+{
+    Open_And_Pick_With_Slides(2);
+    Run(Menu::Slides, 401);
+    QTest::keyClick(&window->Filmstrip(), Qt::Key_Escape);
+    EXPECT_FALSE(slides->Player().Is_Running());
+}
+
 TEST_F(Slide_Wiring_Test, Closing_The_Control_Window_Stops_The_Show)
 {
     Open_And_Pick_With_Slides(2);
