@@ -92,6 +92,7 @@ void Halvine_Window::Release_Pictures()
     parts_.form.Pictures().Drop_Current_Picture();
     parts_.form.State().selection.Clear();
     parts_.form.State().pictures.Clear();
+    strip_->Draw_All_Thumbnails(); // it keeps bitmaps of its own
 }
 
 std::array<float, 2> Halvine_Window::Splitter_Positions() const
