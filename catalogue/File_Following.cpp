@@ -69,14 +69,7 @@ void File_Following::Folder_Moved(const QString& from, const QString& to)
 
 void File_Following::File_Replaced(const QString& file_name)
 {
-    for (const int index : Indices_Of_File(state_, file_name)) {
-        Picture_Item& item = state_.pictures.Item(index);
-        item.File_Type = File_Type_From_Signature(file_name);
-        item.Rotate = item.Flip = 0;
-        item.Source_Warnings = -1;
-        Picture_Pictures::Read_Facts(item);
-        pictures_.Reload_Picture_Thumbnail(index, true);
-    }
+    for (const int index : Indices_Of_File(state_, file_name)) pictures_.Read_New_File(index);
 }
 
 void File_Following::Show_All()

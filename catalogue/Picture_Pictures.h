@@ -33,6 +33,9 @@ public:
     /// After the file or the pending rotation changed. With size_changed the divisor is found anew.
     void Reload_Picture_Thumbnail(int index, bool size_changed);
 
+    /// Another file stands under the name: the record is read anew, and nothing is pending for it any more.
+    void Read_New_File(int index);
+
     void Rotate_Picture(int key, int angle);
 
     /// Rotate or Flip was changed: shows the picture so, and a slide show that is open counts as modified.
@@ -42,8 +45,31 @@ public:
     void Set_Current_Picture(int index);
     void Drop_Current_Picture();
 
+    /// Loads a picture, and runs its script, before it becomes the current one. It serves as long as neither the file nor
+    /// what is pending for the picture changes. One picture at a time; an unknown key frees it.
+    void Load_Ahead(int key);
+
+    /// The current picture with its script, if it was loaded ahead; 0 otherwise. Once for each change of the current
+    /// picture. The caller owns it.
+    Bitmap_Handle Take_Current_Adjusted() { return current_adjusted_.Release(); }
+
 private:
     void Refresh_Current_Picture(int key);
     Owned_Bitmap Load_Thumbnail(const Picture_Item& item) const;
+    Owned_Bitmap Take_Ahead(const Picture_Item& item);
+
+    /// What the loaded picture depends on.
+    struct Ahead_Facts {
+        int key = 0, rotate = 0, flip = 0;
+        File_Identity identity{};
+        QString script{};
+        bool operator==(const Ahead_Facts&) const = default;
+    };
+    Ahead_Facts Facts_Now(const Picture_Item& item) const;
+
     Catalogue_State& state_;
+    Ahead_Facts ahead_facts_;
+    Owned_Bitmap ahead_;          // at full size, turned and flipped
+    Owned_Bitmap ahead_adjusted_; // empty when the script changes nothing
+    Owned_Bitmap current_adjusted_;
 };
