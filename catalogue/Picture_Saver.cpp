@@ -39,8 +39,9 @@ bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const Q
     const QString target = as_file_name.isEmpty() ? item->Full_Name() : as_file_name;
     if (!Confirm_Writable(state_.platform.dialogs, target, QStringLiteral("overwrite"), true) || bitmap == 0)
         return false;
-    const auto answer =
-        Is_Same_File(target, item->Full_Name()) ? Ask_In_Place(*item, true) : In_Place_Answer::Overwrite;
+    const auto answer = Is_Same_File(target, item->Full_Name())
+                            ? Ask_In_Place(*item, true, as_file_name.isEmpty() ? bitmap : 0)
+                            : In_Place_Answer::Overwrite;
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr || answer == In_Place_Answer::Nothing) return false;
     if (answer == In_Place_Answer::Save_Copy) return Save_By_Dialog(*item, bitmap, clear_types);
@@ -245,7 +246,7 @@ bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitma
            Save_Adjusted_Picture(key, bitmap, target.name, target.qualifier, clear_types, true);
 }
 
-In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_change)
+In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_change, Bitmap_Handle bitmap)
 {
     User_Dialogs& dialogs = state_.platform.dialogs;
     const QString name = item.Full_Name();
@@ -263,6 +264,8 @@ In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_chan
     }
     if (!Confirm_Identity(item)) return In_Place_Answer::Nothing;
     if ((warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
+    if (bitmap != 0 && Test_Save_Keeps_All_CPP(bitmap, item.File_Type, File_System_Bytes(name)) != 0)
+        return In_Place_Answer::Overwrite;
     const Message question{.text =
                                name + QStringLiteral(" holds more than is kept by a save (more than 8 bits, several "
                                                      "pages or transparency), do you wish to overwrite?\r\nTo save "
