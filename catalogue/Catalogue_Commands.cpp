@@ -83,6 +83,16 @@ bool Catalogue_Commands::Run(Command_Id id)
     return true;
 }
 
+/// A wish that no menu item has, such as a drop. Nothing happens while a command runs.
+void Catalogue_Commands::Carry_Out(const std::function<void()>& wish)
+{
+    if (form_.Picking().Pick_In_Progress() || running_ > 0) return;
+    host_.Leave_Full_Window_View();
+    left_list_ = host_.Leave_Picture_List();
+    const Running_Command running(running_, form_.State().platform.shell);
+    wish();
+}
+
 void Catalogue_Commands::Press_Panel(int button_id, int button, int shift)
 {
     if (button_id == Stop_Pick_Button) {
