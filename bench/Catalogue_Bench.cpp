@@ -8,7 +8,9 @@
 // how much memory it takes. The pictures are one small file under as many names, large enough that their thumbnails together
 // are beyond the budget.
 //
-// catalogue_bench [PICTURES]   100000
+// catalogue_bench [PICTURES] [WIDTH]
+//   PICTURES  100000
+//   WIDTH     1024 pixels, of the small file
 
 namespace {
 
@@ -64,7 +66,8 @@ int main(int count, char** words)
     const int pictures = count > 1 ? std::max(1, std::atoi(words[1])) : 100'000;
     const Bench_Folder folder;
     const QString photograph = folder.File(QStringLiteral("photograph.jpg"));
-    Write_Photograph(photograph, 1024, 683);
+    const int width = count > 2 ? std::max(3, std::atoi(words[2])) : 1024;
+    Write_Photograph(photograph, width, width * 2 / 3);
     const QStringList paths = Numbered_Copies(photograph, folder.File(QStringLiteral("pictures")), pictures, true);
     QDir().mkpath(folder.File(QStringLiteral("empty")));
     Bench_Window window(folder.File(QStringLiteral("empty")));
