@@ -77,7 +77,8 @@ QStringList Halvine_Window::Selected_Folders() const
 
 void Halvine_Window::Open_Configuration_File()
 {
-    Read_Configuration_File(parts_.state, parts_.ports.platform.dialogs, explorer_->Path());
+    Read_Configuration_File(parts_.state, parts_.ports.platform.dialogs, parts_.ports.platform.settings,
+                            explorer_->Path());
 }
 
 void Halvine_Window::Save_Configuration_File()
