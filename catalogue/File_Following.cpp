@@ -1,5 +1,6 @@
 #include "catalogue/File_Following.h"
 
+#include "bkimgutl/contract/Load_Ahead.h"
 #include "catalogue/Picture_Locks.h"
 #include "frame/text/Path_Utilities.h"
 
@@ -71,10 +72,10 @@ void File_Following::File_Replaced(const QString& file_name)
 {
     for (const int index : Indices_Of_File(state_, file_name)) {
         Picture_Item& item = state_.pictures.Item(index);
-        item.File_Type = File_Type_From_Signature(file_name);
         item.Rotate = item.Flip = 0;
         item.Source_Warnings = -1;
-        Picture_Pictures::Read_Facts(item);
+        Load_Ahead one({pictures_.Request_For(Entry_Of_File(file_name))}, /*threads=*/0);
+        (void)pictures_.Take_Contents(item, one.Take()); // an unreadable one shows itself as such
         pictures_.Reload_Picture_Thumbnail(index, true);
     }
 }

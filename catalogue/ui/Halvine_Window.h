@@ -167,6 +167,7 @@ private:
     QList<std::pair<Command_Id, QAction*>> popup_actions_;
     QList<QAction*> prepared_;
     QTimer actions_later_;
+    Save_Options last_save_options_; // of this run
     std::function<void(const QString& path)> open_show_;
 };
 

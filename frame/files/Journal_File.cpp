@@ -17,6 +17,7 @@
 
 namespace {
 
+constexpr std::string_view Beginning = "work-"; // other parts of the program keep files of their own there
 constexpr std::string_view Ending = ".journal";
 constexpr std::string_view Unfinished = ".journal-new";
 
@@ -60,9 +61,9 @@ Result<void> Write_And_Flush(int descriptor, std::string_view text, const std::s
     return {};
 }
 
-bool Ends_With(const std::string& text, std::string_view ending)
+bool Is_Name_Of_A_Journal(std::string_view name)
 {
-    return text.size() >= ending.size() && text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+    return name.starts_with(Beginning) && name.ends_with(Ending);
 }
 
 } // namespace
@@ -70,7 +71,7 @@ bool Ends_With(const std::string& text, std::string_view ending)
 Result<Journal_File> Journal_File::Create(const std::string& folder)
 {
     if (auto made = Make_Folders(folder); !made) return tl::make_unexpected(made.error());
-    std::string path = folder + "/work-XXXXXX" + std::string(Ending);
+    std::string path = folder + "/" + std::string(Beginning) + "XXXXXX" + std::string(Ending);
     Journal_File journal;
     journal.descriptor_ = mkostemps(path.data(), int(Ending.size()), O_CLOEXEC | O_APPEND);
     if (journal.descriptor_ < 0) return System_Failure(path, errno);
@@ -172,8 +173,8 @@ std::vector<std::string> Journals_Left_Behind(const std::string& folder)
     const std::unique_ptr<DIR, decltype(close_folder)> open(opendir(folder.c_str()), close_folder);
     std::vector<std::pair<std::int64_t, std::string>> found;
     while (const dirent* entry = open ? readdir(open.get()) : nullptr) {
+        if (!Is_Name_Of_A_Journal(entry->d_name)) continue;
         const std::string path = folder + "/" + entry->d_name;
-        if (!Ends_With(path, Ending)) continue;
         struct stat facts {};
         if (lstat(path.c_str(), &facts) == 0 && Journal_File::Take_Over(path))
             found.emplace_back(std::int64_t(facts.st_mtim.tv_sec) * 1'000'000'000 + facts.st_mtim.tv_nsec, path);

@@ -264,11 +264,11 @@ TEST_F(Keeping_Work, A_Damaged_Journal_Gives_Back_What_Stands_Before_The_Fault)
 
 TEST_F(Keeping_Work, What_Is_No_Journal_Of_Ours_Is_Left_Alone_And_An_Empty_One_Goes)
 {
-    Put_File(state.File("later.journal"), "hvJournal 2\nwho knows\n");
-    Put_File(state.File("empty.journal"), "");
+    Put_File(state.File("work-later.journal"), "hvJournal 2\nwho knows\n");
+    Put_File(state.File("work-empty.journal"), "");
     Start_Again(Message_Answer::Yes);
     EXPECT_TRUE(next.platform.dialogs.asked.empty());
-    EXPECT_EQ(std::vector{state.File("later.journal")}, Journals());
+    EXPECT_EQ(std::vector{state.File("work-later.journal")}, Journals());
 }
 
 TEST_F(Keeping_Work, The_Old_Journal_Stays_When_The_New_One_Cannot_Be_Written)

@@ -126,9 +126,10 @@ TEST_F(Journal, Only_Its_Own_Kind_Of_File_Is_Taken_Over)
 {
     std::filesystem::create_directories(Place());
     Put_File(Place() + "/notes.txt", "x");
-    std::filesystem::create_directory(Place() + "/folder.journal");
-    std::filesystem::create_symlink("../notes.txt", Place() + "/link.journal");
-    ASSERT_EQ(0, mkfifo((Place() + "/pipe.journal").c_str(), 0600));
+    Put_File(Place() + "/rename-1.journal", "x");
+    std::filesystem::create_directory(Place() + "/work-folder.journal");
+    std::filesystem::create_symlink("../notes.txt", Place() + "/work-link.journal");
+    ASSERT_EQ(0, mkfifo((Place() + "/work-pipe.journal").c_str(), 0600));
     EXPECT_TRUE(Journals_Left_Behind(Place()).empty());
 }
 
