@@ -9,6 +9,8 @@
 #include "frame/files/Replacement_File.h"
 #include "frame/text/Text_Utilities.h"
 
+#include <unistd.h>
+
 namespace {
 
 constexpr int Warning_Damaged = 1;
@@ -209,8 +211,7 @@ bool Picture_Saver::Save_Picture(int method, int key, Bitmap_Handle bitmap, cons
     if (item == nullptr) return false;
     const QString name = item->Full_Name();
     switch (Save_Method(method)) {
-    case Save_Method::Snapshot_Then_Overwrite:
-        return Save_Snapshot_Of(*item) && Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
+    case Save_Method::Snapshot_Then_Overwrite: return Save_After_Snapshot(*item, bitmap, clear_types);
     case Save_Method::Overwrite_After_Question:
         return Confirm_Overwrite_Originals(state_.platform.dialogs) &&
                Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
@@ -225,12 +226,23 @@ bool Picture_Saver::Save_Picture(int method, int key, Bitmap_Handle bitmap, cons
     return Save_Adjusted_Picture(key, bitmap, name, {}, clear_types, true);
 }
 
-bool Picture_Saver::Save_Snapshot_Of(const Picture_Item& item)
+/// A snapshot of a picture that was not overwritten after all is nobody's wish: it goes away again.
+bool Picture_Saver::Save_After_Snapshot(const Picture_Item& item, Bitmap_Handle bitmap,
+                                        std::span<const int> clear_types)
 {
-    const QString snapshot = Snapshot_Name(item.Full_Name(), state_.platform.clock.Now());
-    const auto copied = Copy_Whole_File(File_System_Bytes(item.Full_Name()), File_System_Bytes(snapshot));
-    if (!copied) state_.platform.dialogs.Refuse(QString::fromStdString(copied.error().text));
-    return bool(copied);
+    const int key = item.Picture_Key;
+    const QString name = item.Full_Name();
+    const std::string snapshot = File_System_Bytes(Free_Snapshot_Name(name, state_.platform.clock.Now()));
+    const auto copied = Copy_Whole_File(File_System_Bytes(name), snapshot, {.when_taken = When_Taken::Refuse});
+    if (!copied) {
+        state_.platform.dialogs.Refuse(QString::fromStdString(copied.error().text));
+        return false;
+    }
+    const auto before = Identity_Of(File_System_Bytes(name));
+    const bool saved = Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
+    const auto after = Identity_Of(File_System_Bytes(name));
+    if (before && after && *before == *after) unlink(snapshot.c_str());
+    return saved;
 }
 
 bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types)

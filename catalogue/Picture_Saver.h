@@ -64,7 +64,7 @@ private:
     void After_Success(const Job& job);
     void Take_New_Texts(const Job& job);
     Job In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const;
-    bool Save_Snapshot_Of(const Picture_Item& item);
+    bool Save_After_Snapshot(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
     bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
 
     Catalogue_State& state_;

@@ -173,6 +173,7 @@ private:
     QList<QAction*> prepared_;
     QTimer actions_later_;
     bool panel_looks_running_ = false; // the button stops a show
+    Save_Options last_save_options_; // of this run
     std::function<void(const QString& path)> open_show_;
 };
 
