@@ -5,9 +5,12 @@
 
 #include "catalogue/ui/Picture_List_Grid.h"
 
-Halvine_Window::Halvine_Window(Halvine_Window_Parts parts) : parts_(std::move(parts))
+Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
+    : parts_(std::move(parts)), frame_(*this, &parts_.ports.platform, Main_Window_Placement, /*Design_From_Form=*/false)
 {
     setObjectName(QStringLiteral("Halvine_Form"));
+    frame_.Set_Saves_Itself(false); // the close of the program decides
+    connect(&frame_, &Form_Frame::Restored, this, &Halvine_Window::Set_Splitter_Positions);
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);

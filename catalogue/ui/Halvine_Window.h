@@ -6,6 +6,7 @@
 #include "controls/ui/bkcButtonPanel.h"
 #include "controls/ui/bkcExplorer.h"
 #include "frame/Close_Sequence.h"
+#include "frame/ui/Form_Frame.h"
 
 #include <QtWidgets/QtWidgets>
 
@@ -25,8 +26,7 @@ class Halvine_Window : public QMainWindow,
                        public Starting_Window,
                        private Catalogue_View,
                        private Window_Host,
-                       private Closing_Window,
-                       private Placed_Form {
+                       private Closing_Window {
     Q_OBJECT
 
 public:
@@ -44,7 +44,7 @@ public:
     void Load() override;
     void Open_Slide_Show(const QString& path) override;
     void Show() override { show(); }
-    void Enlarge_To_Design_Size() override;
+    void Enlarge_To_Design_Size() override { frame_.Enlarge_To_Design_Size(); }
     void Start_Drawing() override;
     bool Has_Pictures() const override;
     void Start_Slide_Show() override;
@@ -129,22 +129,20 @@ private:
     bool Confirm_Abandon_Slide_Show() override { return true; }
     bool Confirm_Abandon_Scripts() override;
     bool Confirm_Abandon_Descriptions() override;
+    bool Confirm_Close_Of_Other_Windows() override;
     QString Pattern_Text() const override { return pattern_text_->text(); }
     QString Alias_String() const override { return Tree_Alias(); }
     void Detach_Folder_Pane() override { explorer_->disconnect(this); }
     void Release_Pictures() override;
     bool Save_Configuration_On_Exit() const override { return commands_.Save_Configuration_On_Exit; }
-    const Placed_Form& Form() const override { return *this; }
+    const Placed_Form& Form() const override { return frame_; }
     std::array<float, 2> Splitter_Positions() const override;
-    void Release_Resize_Lists() override {} // the layouts go with their widgets
+    void Set_Splitter_Positions(const std::vector<float>& positions);
     void Quit_Help() override {}
     void Unload_Other_Windows() override;
 
-    // Placed_Form.
-    Form_Place Place() const override;
-    void Move_To(const Form_Place& place) override;
-
     Halvine_Window_Parts parts_;
+    Form_Frame frame_;
     Catalogue_Commands commands_{parts_.form, *this};
     bkcButtonPanel* panel_ = nullptr;
     bkcSplit* file_split_ = nullptr;
