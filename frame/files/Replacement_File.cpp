@@ -142,7 +142,9 @@ Result<void> Replacement_File::Commit()
         return give_up(System_Failure(target_, errno).value());
     }
     hidden_.clear();
-    return Flush_Folder(Folder_Of_Path(target_));
+    auto flushed = Flush_Folder(Folder_Of_Path(target_));
+    if (!flushed && options_.only_new) unlink(target_.c_str()); // it replaced nothing, so nothing is as it was
+    return flushed;
 }
 
 Result<void> Write_Whole_File(const std::string& target, std::span<const std::byte> bytes, Replacement_Options options)

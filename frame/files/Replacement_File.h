@@ -53,8 +53,8 @@ public:
     int Descriptor() const { return descriptor_; }
 
     /// Attributes, times, fsync, verify, rename over the target, fsync of the folder. On failure the hidden file is
-    /// gone and the target stands as it was; when only the last step failed, the new file stands there, whole, and may
-    /// not outlive a power cut.
+    /// gone and the target stands as it was; when only the last step failed, a file that replaced another stands there,
+    /// whole, and may not outlive a power cut.
     Result<void> Commit();
 
 private:
