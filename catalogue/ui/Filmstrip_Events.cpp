@@ -152,7 +152,7 @@ void Filmstrip_Widget::Begin_Drag()
     files->setUrls(urls);
     drag->setMimeData(files);
     const Picture_Item& first = state.pictures.Item(state.selection.Selected_Indices().front());
-    const QImage picture = Fitted_Image(first.Thumbnail_Bitmap.Get(), {64, 64});
+    const QImage picture = Fitted_Image(budget_.Drawn(first), {64, 64});
     if (!picture.isNull()) drag->setPixmap(QPixmap::fromImage(picture));
     form_.Set_Drag_Source(this);
     drag->exec(Qt::CopyAction);

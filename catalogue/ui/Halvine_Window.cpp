@@ -175,7 +175,12 @@ void Halvine_Window::Connect_Parts()
         commands_.Pick_Paths(paths, true, false);
         Schedule_Actions();
     });
-    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, &Halvine_Window::Show_Full_Window);
+    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, [this](bool on) {
+        if (on)
+            Show_Full_Window(true);
+        else
+            Leave_Full_Window_View();
+    });
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::RefreshAlert, this, &Halvine_Window::Show_Status);
