@@ -12,6 +12,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 preset=${1:-release}
 build "$preset"
+mkdir -p build/logs
 (cd "build/$preset" && cpack -G DEB >"../logs/package.txt" 2>&1) || {
     cat build/logs/package.txt
     exit 1

@@ -17,16 +17,19 @@ inline QMimeData* Begin_Mouse_Drag(QWidget& from, QPoint press)
     return drag == nullptr ? nullptr : drag->mimeData();
 }
 
-/// Lets data hang over points of a widget, one after another. Whether the widget wants it.
+/// Lets data hang over points of a widget, one after another. Whether the widget would take it at the last one.
 inline bool Hang_Over(QWidget& widget, const QMimeData& data, const std::vector<QPoint>& way)
 {
     QDragEnterEvent enter(way.front(), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&widget, &enter);
+    bool wanted = enter.isAccepted();
     for (const QPoint point : way) {
         QDragMoveEvent move(point, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        if (enter.isAccepted()) QApplication::sendEvent(&widget, &move);
+        if (!enter.isAccepted()) break;
+        QApplication::sendEvent(&widget, &move);
+        wanted = move.isAccepted();
     }
-    return enter.isAccepted();
+    return wanted;
 }
 
 /// The same, and a drop on the last point where the widget wants it.

@@ -1,4 +1,5 @@
 #include "controls/ui/bkcSlider.h"
+#include "tests/support/Mouse_Drag.h"
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -130,13 +131,11 @@ TEST_F(Bar_Window, Changes_Wait_For_Refresh_Without_Auto_Paint)
 TEST_F(Bar_Window, A_Drag_Over_It_Scrolls_Where_It_Accepts_That)
 {
     QMimeData data;
-    QDragMoveEvent move({110, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     EXPECT_FALSE(bar.acceptDrops());
     bar.Set_AcceptDragScrolling(true);
     EXPECT_TRUE(bar.acceptDrops());
-    QApplication::sendEvent(&bar, &move);
+    EXPECT_FALSE(Drop_On(bar, data, {QPoint(110, 5)})) << "nothing can be dropped here";
     EXPECT_EQ(50, bar.Value());
-    EXPECT_FALSE(move.isAccepted()) << "nothing can be dropped here";
 }
 
 TEST(Slider_Window, Keys_Change_The_Value_And_The_Legend)
