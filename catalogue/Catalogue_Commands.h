@@ -25,7 +25,7 @@ public:
     /// such command, or it cannot act now.
     bool Run(Command_Id id);
 
-    /// The same for what stands in no table, such as the items of a list of recent files, or a drop.
+    /// The same for what stands in no table, such as a drop, or an item of a list of recent files.
     bool Run_Unlisted(const std::function<void()>& work);
 
     /// A click on the panel. Button: 1 left, 2 right; Shift: 1 shift, 2 control.

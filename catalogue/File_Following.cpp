@@ -1,7 +1,5 @@
 #include "catalogue/File_Following.h"
 
-#include "bkimgutl/contract/Load_Ahead.h"
-#include "catalogue/File_Entry.h"
 #include "catalogue/Picture_Locks.h"
 #include "frame/text/Path_Utilities.h"
 
@@ -79,14 +77,7 @@ void File_Following::Folder_Moved(const QString& from, const QString& to)
 
 void File_Following::File_Replaced(const QString& file_name)
 {
-    for (const int index : Indices_Of_File(state_, file_name)) {
-        Picture_Item& item = state_.pictures.Item(index);
-        item.Rotate = item.Flip = 0;
-        item.Source_Warnings = -1;
-        Load_Ahead reader({pictures_.Request_For(Entry_Of_File(file_name))});
-        pictures_.Take_Contents(item, reader.Take());
-        pictures_.Reload_Picture_Thumbnail(index, true);
-    }
+    for (const int index : Indices_Of_File(state_, file_name)) pictures_.Read_New_File(index);
 }
 
 void File_Following::Show_All()

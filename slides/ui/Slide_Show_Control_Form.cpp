@@ -67,7 +67,7 @@ Slide_Show_Control_Form::Slide_Show_Control_Form(Picture_Catalogue& catalogue, c
     slide_index_ = slide_count_ = 9999; // as wide as the label of a long show
     Show_State();
     setFixedSize(sizeHint());
-    frame_ = new Form_Frame(*this, platform, QStringLiteral("Halvine-Slide-Control"));
+    frame_ = new Form_Frame(*this, &platform, QStringLiteral("Halvine-Slide-Control"));
 }
 
 void Slide_Show_Control_Form::Make_Panel(const std::function<QIcon(const QString& id)>& icon)
