@@ -7,6 +7,7 @@
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
 #include "frame/program/Qt_Printer_Binding.h"
+#include "frame/program/Rename_Wiring.h"
 #include "frame/program/Slide_Wiring.h"
 #include "frame/text/Path_Utilities.h"
 #include "frame/ui/Icon_Set.h"
@@ -85,6 +86,7 @@ int Run(const QString& command_line)
     Halvine_Form catalogue(desktop.platform);
     std::unique_ptr<Halvine_Window> window;
     std::unique_ptr<Slide_Wiring> slides; // goes before the window
+    std::unique_ptr<Rename_Wiring> rename;
     const auto make_window = [&]() -> Starting_Window& {
         Take_Start_Folder(state);
         window = Make_Halvine_Window({.form = catalogue,
@@ -94,6 +96,9 @@ int Run(const QString& command_line)
                                       .short_version = QStringLiteral(HALVINE_SHORT_VERSION),
                                       .long_version = QStringLiteral(HALVINE_VERSION)});
         slides = std::make_unique<Slide_Wiring>(catalogue, *window, state, desktop.platform, Icon);
+        rename = std::make_unique<Rename_Wiring>(catalogue, *window, state, Standard_Journal_Folder());
+        rename->Bring_Slide_Times(slides->Commands());
+        rename->Put_Interrupted_Right();
         return *window;
     };
     Run_Entry(state, ports, make_window, command_line);
