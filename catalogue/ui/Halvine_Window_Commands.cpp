@@ -17,20 +17,28 @@ QStringList Captions_Of(std::span<const Command> rows)
     return captions;
 }
 
+QString Without_Mnemonic(QString caption)
+{
+    return caption.remove(u'&');
+}
+
 } // namespace
 
 void Halvine_Window::Make_Menus()
 {
     menuBar()->setNativeMenuBar(false);
+    menuBar()->setAccessibleName(tr("Menus"));
     for (const Menu menu : Menu_Bar()) {
         QMenu* made = Make_Menu(menu);
         made->setTitle(Menu_Title(menu));
+        made->setAccessibleName(Without_Mnemonic(Menu_Title(menu)));
         menuBar()->addMenu(made);
         connect(made, &QMenu::aboutToShow, this, &Halvine_Window::Show_Actions);
         if (menu == Menu::Script) Add_Prepared_Scripts(*made);
     }
     popup_ = Make_Menu(Menu::Thumbnail_Popup);
     popup_->setObjectName(QStringLiteral("ThumbnailPopup_Menu"));
+    popup_->setAccessibleName(tr("Picture"));
 }
 
 QMenu* Halvine_Window::Make_Menu(Menu menu)
@@ -46,6 +54,7 @@ QMenu* Halvine_Window::Make_Menu(Menu menu)
         if (row.submenu != Menu::None) {
             QMenu* submenu = Make_Menu(row.submenu);
             submenu->setTitle(captions[qsizetype(i)]);
+            submenu->setAccessibleName(Without_Mnemonic(captions[qsizetype(i)]));
             made->addMenu(submenu);
             continue;
         }

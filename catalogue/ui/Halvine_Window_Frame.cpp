@@ -139,3 +139,9 @@ void Halvine_Window::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Escape && Leave_Full_Views()) return;
     QMainWindow::keyPressEvent(event);
 }
+
+void Halvine_Window::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
+}
