@@ -21,6 +21,8 @@ list(APPEND hv_evaluate_sources
     Name_Index.cpp
     Name_Index.h
     Opcode.h
+    Platform_Host.cpp
+    Platform_Host.h
     Program_Code.cpp
     Program_Code.h
     Scanner.cpp

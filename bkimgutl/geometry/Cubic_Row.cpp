@@ -1,5 +1,9 @@
 #include "bkimgutl/geometry/Cubic_Row.h"
 
+#ifndef HWY_WANT_AVX3_DL
+#define HWY_WANT_AVX3_DL // for the sum of products in one instruction
+#endif
+
 #include "bkimgutl/geometry/Cubic_Table.h"
 #include "bkimgutl/geometry/Rotation_Map.h"
 
@@ -160,11 +164,18 @@ HWY_INLINE Batch_Weights Weights_Of(const Batch_Place& place)
 /// a0 b0 + a1 b1 + c0 d0 + c1 d1 + start in each lane.
 HWY_INLINE Lanes Sum_Of_Four(Words a, Words b, Words c, Words e, Lanes start)
 {
+#if HWY_TARGET == HWY_AVX3_DL
+    Lanes sum = start; // the compiler does not count the instruction to this target
+    asm("vpdpwssd %2, %1, %0" : "+v"(sum.raw) : "v"(a.raw), "v"(b.raw));
+    asm("vpdpwssd %2, %1, %0" : "+v"(sum.raw) : "v"(c.raw), "v"(e.raw));
+    return sum;
+#else
     const Lane_Tag d;
     Lanes rest = hn::Zero(d);
     const Lanes two = hn::ReorderWidenMulAccumulate(d, a, b, start, rest);
     const Lanes four = hn::ReorderWidenMulAccumulate(d, c, e, two, rest);
     return hn::RearrangeToOddPlusEven(four, rest);
+#endif
 }
 
 /// Sums of two rows, 2^22 for the level 256, as neighbours in 1/64.
@@ -245,19 +256,16 @@ HWY_ALIGN constexpr std::uint8_t last_two[16] = {0x80, 0x80, 0x80, 0x80, 0x80, 0
 HWY_INLINE Bytes Sixteen_Bytes_Each(const std::uint8_t* from, const std::int32_t* offsets)
 {
     const hn::FixedTag<std::uint8_t, 16> block;
-    const auto first = hn::LoadU(block, from + offsets[0]);
-#if HWY_MAX_BYTES == 16
-    return first;
+#if HWY_MAX_BYTES == 64
+    const auto at = [&](int number) HWY_ATTR { return hn::LoadU(block, from + offsets[number]).raw; };
+    __m512i all = _mm512_castsi128_si512(at(0));
+    all = _mm512_mask_broadcast_i32x4(all, 0x00F0, at(4)); // a load that leaves the other blocks as they are
+    all = _mm512_mask_broadcast_i32x4(all, 0x0F00, at(8));
+    return Bytes{_mm512_mask_broadcast_i32x4(all, 0xF000, at(12))};
+#elif HWY_MAX_BYTES == 32
+    return hn::Combine(Byte_Tag(), hn::LoadU(block, from + offsets[4]), hn::LoadU(block, from + offsets[0]));
 #else
-    const hn::FixedTag<std::uint8_t, 32> two_blocks;
-    const auto first_half = hn::Combine(two_blocks, hn::LoadU(block, from + offsets[4]), first);
-#if HWY_MAX_BYTES == 32
-    return first_half;
-#else
-    const auto second_half =
-        hn::Combine(two_blocks, hn::LoadU(block, from + offsets[12]), hn::LoadU(block, from + offsets[8]));
-    return hn::Combine(Byte_Tag(), second_half, first_half);
-#endif
+    return hn::LoadU(block, from + offsets[0]);
 #endif
 }
 

@@ -160,7 +160,7 @@ void Filmstrip_Widget::Begin_Drag()
     files->setData(Uri_List_Type, Uri_List_Of(paths));
     drag->setMimeData(files);
     const Picture_Item& first = state.pictures.Item(state.selection.Selected_Indices().front());
-    const QImage picture = Fitted_Image(first.Thumbnail_Bitmap.Get(), {64, 64});
+    const QImage picture = Fitted_Image(budget_.Drawn(first), {64, 64});
     if (!picture.isNull()) drag->setPixmap(QPixmap::fromImage(picture));
     form_.Set_Drag_Source(this);
     drag->exec(Qt::CopyAction);

@@ -8,8 +8,9 @@
 #include <QtWidgets/QAbstractScrollArea>
 #include <vector>
 
-/// The grid of thumbnails. Paints the cells on view from the records' own bitmaps; where cells stand and what clicks and
-/// keys do is the business of Filmstrip_Layout and Filmstrip_Mouse.
+/// The grid of thumbnails. Paints the cells on view, each picture as its record says: turned, flipped, with its script. Where
+/// cells stand and what clicks and keys do is the business of Filmstrip_Layout and Filmstrip_Mouse, what is kept in memory
+/// that of Thumbnail_Budget.
 class Filmstrip_Widget : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -62,7 +63,7 @@ protected:
 private:
     void Paint_Cell(QPainter& painter, int index);
     void Paint_Hint(QPainter& painter) const;
-    void Read_Given_Up();
+    void Make_Next();
     void Carry_Out(const Strip_Action& action, bool later);
     void Set_Cursor(int index);
     void Begin_Drag();
@@ -74,8 +75,8 @@ private:
     Filmstrip_Layout layout_;
     QVariantAnimation scrolling_;
     QTimer current_later_; // a held key must not load every picture that it passes
-    QTimer reading_;       // thumbnails that were given up, one at each turn of the event loop
-    std::vector<int> to_read_;
+    QTimer making_;        // thumbnails that were given up or whose script changed, one at each turn of the event loop
+    std::vector<int> to_make_;
     int offset_ = 0; // pixels of the strip above the view
     int cursor_key_ = 0;
     int wanted_index_ = 0;

@@ -177,18 +177,16 @@ void Halvine_Window::Connect_Parts()
         commands_.Pick_Paths(paths, true, false);
         Schedule_Actions();
     });
-    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, &Halvine_Window::Show_Full_Window);
+    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, [this](bool on) {
+        if (on)
+            Show_Full_Window(true);
+        else
+            Leave_Full_Window_View();
+    });
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::Listed, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::GridDblClick, this, [this](const QString& path) {
-        if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
-        Schedule_Actions();
-    });
-    connect(explorer_, &bkcExplorer::Create, this, [this] { Run({Menu::File, 301}); });
-    connect(explorer_, &bkcExplorer::Rename, this, [this] { Run({Menu::File, 302}); });
-    connect(explorer_, &bkcExplorer::FolderList, this, [this] { Run({Menu::File, 303}); });
-    explorer_->ExplorerGrid().installEventFilter(this);
+    Connect_Folder_Pane();
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {
         if (!Shows_Picture_List()) return;

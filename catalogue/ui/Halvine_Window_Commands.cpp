@@ -33,6 +33,7 @@ void Halvine_Window::Make_Menus()
         made->setTitle(Menu_Title(menu));
         made->setAccessibleName(Without_Mnemonic(Menu_Title(menu)));
         menuBar()->addMenu(made);
+        menus_.insert(menu, made);
         connect(made, &QMenu::aboutToShow, this, &Halvine_Window::Show_Actions);
         if (menu == Menu::Script) Add_Prepared_Scripts(*made);
     }
@@ -111,10 +112,11 @@ void Halvine_Window::Schedule_Actions()
 void Halvine_Window::Show_Actions()
 {
     const Command_Facts facts = commands_.Facts();
-    for (auto action = actions_.begin(); action != actions_.end(); ++action)
+    for (auto action = actions_.begin(); action != actions_.end(); ++action) {
         action.value()->setEnabled(Is_Enabled(*Find_Command(action.key()), facts));
+        if (action.value()->isCheckable()) action.value()->setChecked(commands_.Is_Checked(action.key()));
+    }
     for (const auto& [id, action] : popup_actions_) action->setEnabled(Is_Enabled(*Find_Command(id), facts));
-    actions_[{Menu::File, 903}]->setChecked(commands_.Save_Configuration_On_Exit);
     for (int number = 1; number <= prepared_.size(); ++number) {
         prepared_[number - 1]->setChecked(parts_.form.State().Current_Prepared_Script == number);
         prepared_[number - 1]->setEnabled(!facts.pick_in_progress && !facts.busy);
@@ -181,6 +183,7 @@ Bitmap_Handle Halvine_Window::Clipboard_Bitmap()
 bool Halvine_Window::Leave_Full_Window_View()
 {
     if (!magnify_->Is_Full_Window()) return false;
+    if (isFullScreen()) parts_.form.State().slide_show->Stop(); // a show over the whole screen ends with its view
     Show_Full_Window(false);
     return true;
 }
@@ -203,14 +206,29 @@ void Halvine_Window::Show_Picture_List()
 
 void Halvine_Window::Show_Full_Window(bool on)
 {
+    if (!on || parts_.form.State().current_picture_key != 0) Set_Full_Window_View(on);
+}
+
+void Halvine_Window::Set_Full_Window_View(bool on)
+{
     if (on == magnify_->Is_Full_Window()) return;
-    if (on && parts_.form.State().current_picture_key == 0) return;
     for (QWidget* part : {static_cast<QWidget*>(panel_), file_frame_, static_cast<QWidget*>(strip_), status_frame_,
                           static_cast<QWidget*>(menuBar())})
         part->setVisible(!on);
     magnify_->Set_Full_Window(on);
+    magnify_->show();
     if (on)
         magnify_->setFocus();
     else
         strip_->setFocus();
+}
+
+void Halvine_Window::Set_Slide_Show_Look(bool running)
+{
+    if (running == panel_looks_running_) return;
+    panel_looks_running_ = running;
+    panel_->Exchange(Slide_Show_Button, Stop_Slide_Show_Button);
+    magnify_->Set_Back_Color(running ? QColor(Qt::black) : QColor());
+    if (running) magnify_->show();
+    Schedule_Actions();
 }

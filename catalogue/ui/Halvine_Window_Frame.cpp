@@ -78,6 +78,7 @@ void Halvine_Window::Set_Pattern_String(const QString& pattern)
 
 void Halvine_Window::closeEvent(QCloseEvent* event)
 {
+    if (!Is_In_Full_Window_View()) parts_.form.State().slide_show->Stop(); // leaving a full-window show stops it
     event->setAccepted(Close_Main_Window(*this, parts_.state, parts_.ports));
 }
 
@@ -97,6 +98,7 @@ void Halvine_Window::Release_Pictures()
     parts_.form.Pictures().Drop_Current_Picture();
     parts_.form.State().selection.Clear();
     parts_.form.State().pictures.Clear();
+    strip_->Draw_All_Thumbnails(); // it keeps bitmaps of its own
 }
 
 std::array<float, 2> Halvine_Window::Splitter_Positions() const
@@ -125,9 +127,8 @@ void Halvine_Window::Unload_Other_Windows()
 bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == design_size_ && event->type() == QEvent::MouseButtonDblClick) frame_.Return_To_Design_Size();
-    // In the file grid Ctrl+A selects files.
-    if (event->type() == QEvent::ShortcutOverride && watched == &explorer_->ExplorerGrid() &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll)) {
+    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType() &&
+        Keeps_Key(*static_cast<QWidget*>(watched), *static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
     }
@@ -136,7 +137,10 @@ bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 
 void Halvine_Window::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && Leave_Full_Views()) return;
+    if (event->key() == Qt::Key_Escape) {
+        if (Leave_Full_Views()) return;
+        parts_.form.State().slide_show->Stop();
+    }
     QMainWindow::keyPressEvent(event);
 }
 

@@ -1,10 +1,10 @@
 #include "frame/files/Move_File.h"
 
+#include "frame/files/Link_File.h"
 #include "frame/files/Regular_File.h"
 #include "frame/files/Rename_File.h"
 
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -62,25 +62,12 @@ Result<void> Remove_Source(const Source& source, const std::string& target, bool
     return Failed(source.path, number);
 }
 
-/// A link is made anew, with the way to its file from the root where its own words would lead elsewhere.
+/// A link is made anew, for its own words may lead elsewhere from another folder.
 Result<void> Move_Link(const Source& source, const std::string& target, bool replaced)
 {
-    char words[PATH_MAX];
-    const ssize_t length = readlink(source.path.c_str(), words, sizeof words);
-    if (length <= 0 || std::size_t(length) >= sizeof words)
-        return Failed(source.path, length < 0 ? errno : ENAMETOOLONG);
-    std::string leads_to(words, std::size_t(length));
-    if (leads_to.front() != '/') leads_to = Final_Path(source.path);
-    if (leads_to.front() != '/') return Failed(source.path, ENOENT); // it leads nowhere
-    const std::string hidden = Folder_Of_Path(target) + "/." + std::to_string(getpid()) + ".halvine-LinkTo";
-    unlink(hidden.c_str());
-    if (symlink(leads_to.c_str(), hidden.c_str()) != 0) return Failed(target, errno);
-    const auto named = replaced ? (rename(hidden.c_str(), target.c_str()) == 0 ? Result<void>() : Failed(target, errno))
-                                : Rename_To_New_Name(hidden, target);
-    if (!named) {
-        unlink(hidden.c_str());
-        return named;
-    }
+    const auto words = Words_For_Another_Place(source.path, target);
+    if (!words) return tl::make_unexpected(words.error());
+    if (auto made = Make_Link(*words, target, replaced ? When_Taken::Replace : When_Taken::Refuse); !made) return made;
     return Remove_Source(source, target, replaced);
 }
 

@@ -28,7 +28,8 @@ void Copy_Extended_Attributes(int from, int to)
     }
 }
 
-/// Mode, owner where permitted, and extended attributes, which carry the ACL too.
+} // namespace
+
 Result<void> Take_Attributes(const std::string& path, int to)
 {
     const int from = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -42,8 +43,6 @@ Result<void> Take_Attributes(const std::string& path, int to)
     close(from);
     return {};
 }
-
-} // namespace
 
 Result<File_Times> Times_Of(const std::string& path)
 {
@@ -143,7 +142,9 @@ Result<void> Replacement_File::Commit()
         return give_up(System_Failure(target_, errno).value());
     }
     hidden_.clear();
-    return Flush_Folder(Folder_Of_Path(target_));
+    auto flushed = Flush_Folder(Folder_Of_Path(target_));
+    if (!flushed && options_.only_new) unlink(target_.c_str()); // it replaced nothing, so nothing is as it was
+    return flushed;
 }
 
 Result<void> Write_Whole_File(const std::string& target, std::span<const std::byte> bytes, Replacement_Options options)

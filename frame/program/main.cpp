@@ -6,6 +6,7 @@
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
 #include "frame/program/Qt_Printer_Binding.h"
+#include "frame/program/Slide_Wiring.h"
 #include "frame/text/Path_Utilities.h"
 #include "frame/ui/Icon_Set.h"
 #include "frame/ui/Qt_Platform.h"
@@ -82,6 +83,7 @@ int Run(const QString& command_line)
     Program_State state;
     Halvine_Form catalogue(desktop.platform);
     std::unique_ptr<Halvine_Window> window;
+    std::unique_ptr<Slide_Wiring> slides; // goes before the window
     const auto make_window = [&]() -> Starting_Window& {
         Take_Start_Folder(state);
         window = Make_Halvine_Window({.form = catalogue,
@@ -90,6 +92,7 @@ int Run(const QString& command_line)
                                       .icon = Icon,
                                       .short_version = QStringLiteral(HALVINE_SHORT_VERSION),
                                       .long_version = QStringLiteral(HALVINE_VERSION)});
+        slides = std::make_unique<Slide_Wiring>(catalogue, *window, state, desktop.platform, Icon);
         return *window;
     };
     Run_Entry(state, ports, make_window, command_line);

@@ -218,6 +218,60 @@ TEST_F(Window_Test, A_Prepared_Script_Is_Checked_While_It_Is_In_Force)
     EXPECT_EQ(0, form.State().Current_Prepared_Script);
 }
 
+/// A cell as the strip shows it once all that it waits for was made.
+QImage Cell_Image(Halvine_Window& window, int index)
+{
+    for (int turn = 0; turn < 20; ++turn) QApplication::processEvents();
+    return window.Filmstrip().viewport()->grab(window.Filmstrip().Cell_On_View(index)).toImage();
+}
+
+TEST_F(Window_Test, The_Strip_Shows_Each_Picture_With_Its_Script_And_Follows_Its_Changes)
+{
+    Make_Pictures(2);
+    ASSERT_TRUE(Save_Bitmap(Drawn_Bitmap(200, 120, 5).Get(), Path(3), 1,
+                            {.comment = {}, .script = "Crop(0,0,100,0)", .parent = {}}));
+    ASSERT_TRUE(Save_Bitmap(Drawn_Bitmap(200, 120, 5).Get(), Path(4), 1, {}));
+    Open();
+    window->Commands().Run({Menu::File, 101});
+    EXPECT_NE(Cell_Image(*window, 3), Cell_Image(*window, 4)) << "the script that stands in the file";
+    const QImage plain = Cell_Image(*window, 4);
+    const int key = form.State().pictures.Item(4).Picture_Key;
+    form.Set_Picture_Crop(key, 0, 0, 100, 0, 0);
+    EXPECT_EQ(Cell_Image(*window, 3), Cell_Image(*window, 4));
+    form.Rotate_Picture(key, 90);
+    EXPECT_NE(Cell_Image(*window, 3), Cell_Image(*window, 4));
+    form.Rotate_Picture(key, 270);
+    EXPECT_EQ(Cell_Image(*window, 3), Cell_Image(*window, 4));
+    form.Set_Picture_All_Script_Items(key, {});
+    EXPECT_EQ(plain, Cell_Image(*window, 4));
+}
+
+TEST_F(Window_Test, The_Strip_Follows_The_Prepared_Script_And_Cleared_Scripts)
+{
+    Open_And_Pick(2);
+    const QImage plain = Cell_Image(*window, 2);
+    QAction* people = Part<QAction>("Prepared_Script_Menu_Item_2");
+    people->trigger();
+    EXPECT_NE(plain, Cell_Image(*window, 2));
+    people->trigger();
+    EXPECT_EQ(plain, Cell_Image(*window, 2));
+    form.Set_Picture_Blur(form.State().pictures.Item(2).Picture_Key, 3, 100, 7, 0);
+    EXPECT_NE(plain, Cell_Image(*window, 2));
+    window->Commands().Clear_All_Scripts();
+    EXPECT_EQ(plain, Cell_Image(*window, 2));
+}
+
+TEST_F(Window_Test, A_Closed_Window_Leaves_No_Drawn_Thumbnail_Behind)
+{
+    const int before = Bitmap_Count();
+    Open_And_Pick(3);
+    entry.scripted.dialogs.answers = {Message_Answer::Yes};
+    form.Set_Picture_Blur(form.State().pictures.Item(2).Picture_Key, 3, 100, 7, 0);
+    QApplication::processEvents();
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(before, Bitmap_Count());
+}
+
 TEST_F(Window_Test, The_Settings_Keep_Path_And_Place)
 {
     Open_And_Pick(1);

@@ -107,7 +107,8 @@ TEST(Rename_File, A_Name_That_Is_Taken_By_Another_Is_Not_Renamed_Plainly)
     const std::string name = folder.File("a.jpg");
     Put_File(name, "a");
     Failing_Calls::Refuse_Always("renameat2", EEXIST);
-    EXPECT_FALSE(Rename_To_New_Name(name, folder.File("b.jpg"))) << "only the file itself under another spelling is renamed plainly";
+    EXPECT_FALSE(Rename_To_New_Name(name, folder.File("b.jpg")))
+        << "only the file itself under another spelling is renamed plainly";
     EXPECT_EQ(Names{"a.jpg"}, folder.Names());
     Failing_Calls::Refuse_Nothing();
 }
