@@ -176,6 +176,19 @@ void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)
     Refresh_Current_Picture(item.Picture_Key);
 }
 
+void Picture_Pictures::Read_New_File(int index)
+{
+    if (!state_.pictures.Is_Index(index)) return;
+    Picture_Item& item = state_.pictures.Item(index);
+    item.Rotate = item.Flip = 0;
+    item.Source_Warnings = -1;
+    ::Load_Ahead file({Request_For(Entry_Of_File(item.Full_Name()))}, 0);
+    (void)Take_Contents(item, file.Take()); // a file that cannot be read keeps its record, without a thumbnail
+    Read_File_Facts(item);
+    state_.view->Draw_Thumbnail(index);
+    Refresh_Current_Picture(item.Picture_Key);
+}
+
 void Picture_Pictures::Rotate_Picture(int key, int angle)
 {
     Picture_Item* item = state_.pictures.Find(key);

@@ -34,6 +34,9 @@ public:
     /// After the file or the pending rotation changed. With size_changed the divisor is found anew.
     void Reload_Picture_Thumbnail(int index, bool size_changed);
 
+    /// Another file stands under the name: the record is read anew, and nothing is pending for it any more.
+    void Read_New_File(int index);
+
     void Rotate_Picture(int key, int angle);
 
     /// Rotate or Flip was changed: shows the picture so, and a slide show that is open counts as modified.

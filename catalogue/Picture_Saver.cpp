@@ -270,13 +270,9 @@ In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_chan
                            .buttons = Message_Buttons::Yes_No_Cancel,
                            .standard = Message_Answer::No,
                            .icon = Message_Icon::Question};
-    switch (dialogs.Ask(question)) {
-    case Message_Answer::Yes: return In_Place_Answer::Overwrite;
-    case Message_Answer::No: return In_Place_Answer::Save_Copy;
-    case Message_Answer::Ok:
-    case Message_Answer::Cancel: break;
-    }
-    return In_Place_Answer::Nothing;
+    const Message_Answer answer = dialogs.Ask(question);
+    if (answer == Message_Answer::Yes) return In_Place_Answer::Overwrite;
+    return answer == Message_Answer::No ? In_Place_Answer::Save_Copy : In_Place_Answer::Nothing;
 }
 
 /// The file under the picture's name is the one that was read, and has no other name; or the user does not mind.

@@ -10,6 +10,7 @@ namespace Formula {
 namespace {
 
 constexpr std::size_t Most_Blocks = 1 << 20;
+constexpr std::size_t Most_Locals = 1 << 20; // of all calls together
 
 bool Is_By_Reference(const Argument_Record& argument)
 {
@@ -80,6 +81,8 @@ Error_Number Engine::Ask_For_Arguments(const Procedure_Record& procedure)
 Error_Number Engine::Make_Frame(int procedure, int return_address)
 {
     if (int(frames_.size()) > Current_Limits().formula_calls) return Error_Number::Out_Of_Stack_Space;
+    const Procedure_Record& record = code_.procedures[std::size_t(procedure)];
+    if (locals_.size() + record.Variables.rows.size() > Most_Locals) return Error_Number::Out_Of_Stack_Space;
     frames_.push_back({.procedure = procedure,
                        .return_address = return_address,
                        .first_local = locals_.size(),
@@ -87,7 +90,6 @@ Error_Number Engine::Make_Frame(int procedure, int return_address)
                        .first_loop = loops_.size(),
                        .first_reference = references_.size(),
                        .return_value = {}});
-    const Procedure_Record& record = code_.procedures[std::size_t(procedure)];
     blocks_.push_back({Token::Function, record.Exit});
     // The variables of the main program stay where they are: its frame and its table are one.
     if (procedure != Program_Code::Main)

@@ -12,6 +12,8 @@ list(APPEND hv_evaluate_sources
     Engine_Library.cpp
     Engine_Procedures.cpp
     Engine_Variables.cpp
+    Formula_Consent.cpp
+    Formula_Consent.h
     Keyword_Table.cpp
     Keyword_Table.h
     Literal_Values.cpp
@@ -19,6 +21,8 @@ list(APPEND hv_evaluate_sources
     Name_Index.cpp
     Name_Index.h
     Opcode.h
+    Platform_Host.cpp
+    Platform_Host.h
     Program_Code.cpp
     Program_Code.h
     Scanner.cpp

@@ -5,9 +5,12 @@
 
 #include "catalogue/ui/Picture_List_Grid.h"
 
-Halvine_Window::Halvine_Window(Halvine_Window_Parts parts) : parts_(std::move(parts))
+Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
+    : parts_(std::move(parts)), frame_(*this, &parts_.ports.platform, Main_Window_Placement, /*Design_From_Form=*/false)
 {
     setObjectName(QStringLiteral("Halvine_Form"));
+    frame_.Set_Saves_Itself(false); // the close of the program decides
+    connect(&frame_, &Form_Frame::Restored, this, &Halvine_Window::Set_Splitter_Positions);
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -181,14 +184,7 @@ void Halvine_Window::Connect_Parts()
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::RefreshAlert, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::GridDblClick, this, [this](const QString& path) {
-        if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
-        Schedule_Actions();
-    });
-    connect(explorer_, &bkcExplorer::Create, this, [this] { Run({Menu::File, 301}); });
-    connect(explorer_, &bkcExplorer::Rename, this, [this] { Run({Menu::File, 302}); });
-    connect(explorer_, &bkcExplorer::FolderList, this, [this] { Run({Menu::File, 303}); });
-    explorer_->ExplorerGrid().installEventFilter(this);
+    Connect_Folder_Pane();
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {
         if (!Shows_Picture_List()) return;

@@ -6,6 +6,7 @@
 #include "controls/ui/bkcButtonPanel.h"
 #include "controls/ui/bkcExplorer.h"
 #include "frame/Close_Sequence.h"
+#include "frame/ui/Form_Frame.h"
 
 #include <QtWidgets/QtWidgets>
 
@@ -25,8 +26,7 @@ class Halvine_Window : public QMainWindow,
                        public Starting_Window,
                        private Catalogue_View,
                        private Window_Host,
-                       private Closing_Window,
-                       private Placed_Form {
+                       private Closing_Window {
     Q_OBJECT
 
 public:
@@ -47,7 +47,7 @@ public:
     void Load() override;
     void Open_Slide_Show(const QString& path) override;
     void Show() override { show(); }
-    void Enlarge_To_Design_Size() override;
+    void Enlarge_To_Design_Size() override { frame_.Enlarge_To_Design_Size(); }
     void Start_Drawing() override;
     bool Has_Pictures() const override;
     void Start_Slide_Show() override;
@@ -69,6 +69,8 @@ private:
     QMenu* Make_Menu(Menu menu);
     void Add_Prepared_Scripts(QMenu& menu);
     void Connect_Parts();
+    void Connect_Folder_Pane();
+    bool Keeps_Key(const QWidget& part, const QKeyEvent& key) const;
     QIcon Icon_Of(const QString& id) const { return parts_.icon ? parts_.icon(id) : QIcon(); }
 
     // Showing.
@@ -112,11 +114,15 @@ private:
     bool Shows_Found_Files() const override { return explorer_->Model().Shows_File_List(); }
     void Go_To_Folder(const QString& folder) override { explorer_->Set_Path(folder); }
     void Refresh_Folders() override;
+    void Show_File_Changes() override;
+    QStringList Selected_Folders() const override;
     QString File_Pattern() const override { return explorer_->ExplorerPattern(); }
     void List_Found_Files(const QStringList& paths) override;
     std::optional<Save_Options> Ask_Save_Options() override;
     std::optional<std::array<int, 3>> Ask_Color(std::array<int, 3> red_green_blue) override;
     void Edit_Script_Items(std::span<const int> keys) override;
+    void Open_Configuration_File() override;
+    void Save_Configuration_File() override;
     Bitmap_Handle Clipboard_Bitmap() override;
     void Close_Window() override { QTimer::singleShot(0, this, &QWidget::close); }
 
@@ -127,22 +133,20 @@ private:
     bool Confirm_Abandon_Slide_Show() override { return parts_.form.State().slide_show->Confirm_Abandon(); }
     bool Confirm_Abandon_Scripts() override;
     bool Confirm_Abandon_Descriptions() override;
+    bool Confirm_Close_Of_Other_Windows() override;
     QString Pattern_Text() const override { return pattern_text_->text(); }
     QString Alias_String() const override { return Tree_Alias(); }
     void Detach_Folder_Pane() override { explorer_->disconnect(this); }
     void Release_Pictures() override;
     bool Save_Configuration_On_Exit() const override { return commands_.Save_Configuration_On_Exit; }
-    const Placed_Form& Form() const override { return *this; }
+    const Placed_Form& Form() const override { return frame_; }
     std::array<float, 2> Splitter_Positions() const override;
-    void Release_Resize_Lists() override {} // the layouts go with their widgets
+    void Set_Splitter_Positions(const std::vector<float>& positions);
     void Quit_Help() override {}
     void Unload_Other_Windows() override;
 
-    // Placed_Form.
-    Form_Place Place() const override;
-    void Move_To(const Form_Place& place) override;
-
     Halvine_Window_Parts parts_;
+    Form_Frame frame_;
     Catalogue_Commands commands_{parts_.form, *this};
     bkcButtonPanel* panel_ = nullptr;
     bkcSplit* file_split_ = nullptr;

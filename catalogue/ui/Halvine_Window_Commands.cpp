@@ -163,7 +163,7 @@ std::optional<std::array<int, 3>> Halvine_Window::Ask_Color(std::array<int, 3> r
 void Halvine_Window::Edit_Script_Items(std::span<const int> keys)
 {
     Script_Item_Deletion model(parts_.form.State(), keys);
-    Script_Item_Dialog(model, this).exec();
+    Script_Item_Dialog(model, &parts_.ports.platform, this).exec();
 }
 
 Bitmap_Handle Halvine_Window::Clipboard_Bitmap()

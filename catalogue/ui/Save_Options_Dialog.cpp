@@ -3,7 +3,7 @@
 #include <QtWidgets/QtWidgets>
 
 Save_Options_Dialog::Save_Options_Dialog(QWidget* parent)
-    : QDialog(parent), rotations_(new QCheckBox(tr("Save Rotations/&Flips"))), quality_(new QLineEdit)
+    : Framed_Form(nullptr, {}, parent), rotations_(new QCheckBox(tr("Save Rotations/&Flips"))), quality_(new QLineEdit)
 {
     setWindowTitle(tr("Halvine Save Options"));
     auto* layout = new QVBoxLayout(this);

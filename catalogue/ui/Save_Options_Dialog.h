@@ -1,14 +1,14 @@
 #pragma once
 
 #include "catalogue/Save_Selected_As.h"
+#include "frame/ui/Framed_Form.h"
 
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 
 /// Asks how the selected pictures are saved. accepted() is "Save".
-class Save_Options_Dialog : public QDialog {
+class Save_Options_Dialog : public Framed_Form {
     Q_OBJECT
 
 public:

@@ -193,7 +193,5 @@ void BKC_DirTree::dropEvent(QDropEvent* event)
     event->accept();
     const int shift = Shift_Of(event->modifiers());
     if (event->source() != this) return emit FilesDropped(paths, target, shift);
-    const auto& source = paths.front();
-    const bool into_itself = With_Trailing_Separator(target).startsWith(With_Trailing_Separator(source));
-    if (!into_itself) emit DirectoryDropped(1, shift, source, target);
+    if (paths.front() != target) emit DirectoryDropped(1, shift, paths.front(), target); // else a drag that slipped
 }

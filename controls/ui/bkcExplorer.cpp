@@ -1,6 +1,7 @@
 #include "controls/ui/bkcExplorer.h"
 
 #include "frame/text/Text_Utilities.h"
+#include "frame/text/Uri_List.h"
 
 namespace {
 
@@ -74,10 +75,8 @@ void bkcExplorer::Connect_Grid()
         content.Set(property, false);
     grid_->setAccessibleName(tr("Files"));
     grid_->Drag_Data = [this] {
-        QList<QUrl> urls;
-        for (const auto& path : Selected_Files()) urls += QUrl::fromLocalFile(path);
         auto* payload = new QMimeData; // owned by the drag
-        payload->setUrls(urls);
+        payload->setData(QStringLiteral("text/uri-list"), Uri_List_Of(Selected_Files()));
         return payload;
     };
     connect(grid_, &bkcGrid::Click, this, &bkcExplorer::GridClick);

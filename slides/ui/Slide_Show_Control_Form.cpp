@@ -73,7 +73,7 @@ Slide_Show_Control_Form::Slide_Show_Control_Form(Picture_Catalogue& catalogue, c
     slide_index_ = slide_count_ = 9999; // as wide as the label of a long show
     Show_State();
     setFixedSize(sizeHint());
-    frame_ = new Form_Frame(*this, platform, Place_Value);
+    frame_ = new Form_Frame(*this, &platform, Place_Value);
     if (platform.settings.Read_Value(Settings_Key, Place_Value).isEmpty())
         connect(frame_, &Form_Frame::Restored, this, &Slide_Show_Control_Form::Move_To_Edge);
 }

@@ -136,16 +136,16 @@ TEST_F(Commands, Thumbnail_List_Shows_The_List_And_Puts_It_Away_Again)
 
 TEST_F(Commands, What_Is_Not_There_Yet_Says_So_Until_Its_Area_Brings_It)
 {
-    Run(Menu::File, 301);
+    Run(Menu::File, 801);
     EXPECT_EQ("Feature Not Implemented", Last_Message());
     EXPECT_EQ(Message_Icon::Exclamation, platform.dialogs.asked.back().icon);
     int runs = 0;
-    commands.Set_Handler({Menu::File, 301}, [&] {
+    commands.Set_Handler({Menu::File, 801}, [&] {
         ++runs;
         EXPECT_TRUE(commands.Is_Busy());
         EXPECT_FALSE(Run(Menu::File, 304)); // one at a time
     });
-    Run(Menu::File, 301);
+    Run(Menu::File, 801);
     EXPECT_EQ(1, runs);
     EXPECT_EQ(1U, platform.dialogs.asked.size());
     EXPECT_FALSE(commands.Is_Busy());

@@ -74,6 +74,43 @@ TEST_F(Engine_Limits, A_Text_That_Grows_Without_End)
     EXPECT_EQ("Out of string space", Error_Of(QStringLiteral("s = \"abcdefgh\"\nDo\ns = s & s\nLoop")).toStdString());
 }
 
+QString Numbered(const char* line, int count)
+{
+    QString text;
+    for (int i = 0; i < count; ++i) text += QString::fromLatin1(line).arg(i);
+    return text;
+}
+
+TEST_F(Engine_Limits, So_Many_Names_And_No_More)
+{
+    EXPECT_EQ("", Error_Of(Numbered("v%1 = 1\n", 100'000)).toStdString());
+    EXPECT_EQ("Error allocating variable", Error_Of(Numbered("v%1 = 1\n", 100'001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+    EXPECT_EQ("Error allocating variable", Error_Of(Numbered("Dim v%1\n", 100'001)).toStdString());
+    EXPECT_EQ("Error allocating variable", Error_Of(Numbered("v%1 = Array(1)\n", 100'001)).toStdString());
+    EXPECT_EQ("Error allocating constant", Error_Of(Numbered("Const c%1 = 1\n", 100'001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+}
+
+TEST_F(Engine_Limits, A_Host_Supplies_So_Many_Variables_And_No_More)
+{
+    for (int i = 0; i < 100'000; ++i)
+        ASSERT_TRUE(evaluator.AddVariable(QStringLiteral("v%1").arg(i), Variant(i)).value_or(false));
+    EXPECT_TRUE(evaluator.AddVariable(QStringLiteral("V5"), Variant(7)).value_or(false)) << "a name that is there";
+    const auto one_more = evaluator.AddVariable(QStringLiteral("w"), Variant(7));
+    ASSERT_FALSE(one_more);
+    EXPECT_EQ("Resource allocation error", Error_Description(one_more.error()));
+    evaluator.Set_RaiseErrors(false);
+    EXPECT_FALSE(evaluator.AddVariable(QStringLiteral("w"), Variant(7)).value_or(true));
+}
+
+TEST_F(Engine_Limits, The_Variables_Of_All_Calls_Are_Bounded)
+{
+    EXPECT_EQ("Out of stack space", Error_Of(QStringLiteral("f()\nEnd\nSub f()\n") + Numbered("Dim v%1\n", 2000) +
+                                             QStringLiteral("f()\nEnd Sub"))
+                                        .toStdString());
+}
+
 TEST_F(Engine_Limits, Events_Are_Processed_From_Instruction_Ten_Thousand_On)
 {
     int calls = 0;

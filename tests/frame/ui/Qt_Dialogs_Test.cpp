@@ -68,7 +68,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Message_Case{"another_standard", Message_Buttons::Yes_No, Yes, Qt::Key_Return, Yes},
                     Message_Case{"escape_is_cancel", Message_Buttons::Yes_No_Cancel, No, Qt::Key_Escape, Cancel},
                     Message_Case{"escape_is_no_without_cancel", Message_Buttons::Yes_No, Yes, Qt::Key_Escape, No},
-                    Message_Case{"escape_is_ok_where_nothing_is_asked", Message_Buttons::Ok, Ok, Qt::Key_Escape, Ok}),
+                    Message_Case{"escape_is_ok_where_nothing_is_asked", Message_Buttons::Ok, Ok, Qt::Key_Escape, Ok},
+                    Message_Case{"ok_and_cancel", Message_Buttons::Ok_Cancel, Ok, Qt::Key_Escape, Cancel},
+                    Message_Case{"retry_and_cancel", Message_Buttons::Retry_Cancel, Retry, Qt::Key_Return, Retry},
+                    Message_Case{"escape_aborts", Message_Buttons::Abort_Retry_Ignore, Ignore, Qt::Key_Escape, Abort},
+                    Message_Case{"ignore", Message_Buttons::Abort_Retry_Ignore, Ignore, Qt::Key_Return, Ignore}),
     [](const auto& row) { return row.param.name; });
 
 TEST_P(Messages, Are_Answered_By_Key)
