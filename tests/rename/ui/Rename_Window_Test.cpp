@@ -1,6 +1,7 @@
 // The rename and describe window in its modes, on real events.
 
 #include "frame/Settings_Store.h"
+#include "rename/Rename_Job.h"
 #include "rename/ui/Rename_Describe_Form.h"
 #include "rename/ui/Rename_Describe_Windows.h"
 #include "tests/catalogue/Picture_Fixture.h"
