@@ -357,7 +357,7 @@ TEST_F(Rename_Window_Test, A_Formula_List_Shows_The_Fault_Of_Its_Row_And_What_Is
         EXPECT_EQ(Head(2), "'Change This Part To' Formula");
         EXPECT_EQ(Cell(1, 2), "Subject-Date-Serial");
         Edit(1, 4, "Home");
-        Edit(2, 4, "Environ(\"HOME\"");
+        Edit(2, 4, "FileName & FileVPix");
         EXPECT_TRUE(Part<QFrame>("Formula_Error_Frame").isVisible());
         Edit(2, 4, "Environ(\"HOME\")");
         Grid().Content().Set_Active(1, 4);
@@ -366,7 +366,8 @@ TEST_F(Rename_Window_Test, A_Formula_List_Shows_The_Fault_Of_Its_Row_And_What_Is
     };
     windows.Rename_Formula_Dialog();
     ASSERT_EQ(program.Rename_Formulas.Count(), 3);
-    EXPECT_EQ(windows.Chosen(program.Rename_Formulas[3]).allowed_access, Formula::Typed_Access);
+    EXPECT_EQ(windows.Chosen(program.Rename_Formulas[3]).allowed_access,
+              Formula::File_Access | unsigned(Formula::Access_Class::Environment));
     EXPECT_EQ(windows.Chosen(program.Rename_Formulas[1]).allowed_access, Formula::File_Access);
 }
 
