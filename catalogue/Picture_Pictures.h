@@ -24,8 +24,9 @@ public:
     /// What to read of a file for its record: no pixels where no view shows thumbnails.
     Picture_Request Request_For(const File_Entry& entry) const;
 
-    /// Thumbnail, sizes, resolutions, description, script and camera line of a file that was read. The record counts as
-    /// unmodified then, and owns the bitmap. False when the file could not be read.
+    /// A file that was read becomes the record's: thumbnail, type, sizes, resolutions, description, script, camera line and
+    /// date. The record counts as unmodified then, and owns the bitmap. False, and nothing but the thumbnail has changed,
+    /// when the file could not be read.
     bool Take_Contents(Picture_Item& item, Picture_Contents contents) const;
 
     /// Date, size and identity of the file as it stands now.

@@ -38,6 +38,7 @@ Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
 
 Halvine_Window::~Halvine_Window()
 {
+    hide(); // what ends an edit does so while there is still a window
     parts_.form.Set_View(nullptr);
 }
 
@@ -141,6 +142,7 @@ QWidget* Halvine_Window::Make_Status_Frame()
     progress_bar_->setTextVisible(false);
     progress_bar_->setFixedSize(160, 14);
     progress_bar_->setAccessibleName(tr("Pick progress"));
+    progress_bar_->setToolTip(tr("How much of the pick is done; the first button stops it"));
     progress_label_ = new QLabel;
     progress->addWidget(progress_bar_);
     progress->addWidget(progress_label_);
@@ -183,7 +185,7 @@ void Halvine_Window::Connect_Parts()
     });
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::RefreshAlert, this, &Halvine_Window::Show_Status);
+    connect(explorer_, &bkcExplorer::Listed, this, &Halvine_Window::Show_Status);
     Connect_Folder_Pane();
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {

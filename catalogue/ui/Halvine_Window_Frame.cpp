@@ -143,3 +143,9 @@ void Halvine_Window::keyPressEvent(QKeyEvent* event)
     }
     QMainWindow::keyPressEvent(event);
 }
+
+void Halvine_Window::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
+}
