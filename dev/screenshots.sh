@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes pictures of the program in its main states, into build/screenshots: empty, picking, filled, full-window view, list
-# view, a dark palette, and 200%. It needs Xvfb, xdotool and ImageMagick's import; the program must be built.
+# view, a slide show with its control window, the Slides menu, a show over the whole screen, a dark palette, and 200%. It
+# needs Xvfb, xdotool and ImageMagick's import; the program must be built.
 #
 #   dev/screenshots.sh [PRESET]     release by default
 set -euo pipefail
@@ -111,6 +112,19 @@ shoot full-window
 keys Escape alt+o t
 sleep 1
 shoot list
+stop
+
+start "$pictures"
+pick_all
+sleep 3
+keys F11
+sleep 1
+shoot slide-show
+keys Escape alt+l
+shoot slides-menu
+keys f F11 # Display Full Window
+sleep 0.5
+shoot slide-show-screen
 stop
 
 HALVINE_PALETTE=dark start "$pictures"
