@@ -110,6 +110,7 @@ constexpr Command Rows[] = {
     {M::Rename, 102, "Define Rename Formula...", N::Nothing},
     {M::Rename, 201, "Copy/Rename Selected...", N::Pictures},
     {M::Rename, 202, "Rename Selected...", N::Pictures, nullptr, "F2"},
+    {M::Rename, 203, "Take Back Last Rename", N::Nothing},
     {M::Rename, 301, "Describe Selected...", N::Pictures},
 
     {M::Select, 101, "Select None", N::Selection, &C::Select_None, "Ctrl+Shift+A"},
@@ -179,7 +180,6 @@ constexpr Command Rows[] = {
 
 // What is left to do: take a command out of this list when its handler comes.
 constexpr Command_Id To_Come[] = {
-    {M::File, 201},
     {M::File, 801},
     {M::File, 802},
     {M::Edit, 104},
@@ -234,11 +234,6 @@ constexpr Command_Id To_Come[] = {
     {M::Zoom_View, 106},
     {M::Zoom_View, 107},
     {M::Zoom_View, 108},
-    {M::Rename, 101},
-    {M::Rename, 102},
-    {M::Rename, 201},
-    {M::Rename, 202},
-    {M::Rename, 301},
     {M::Rotate, 201},
     {M::Options, 201},
     {M::Options, 302},
@@ -253,6 +248,8 @@ constexpr Command_Id To_Come[] = {
 
 // Commands without a handler here: areas above the catalogue bring theirs.
 constexpr Command_Id Brought[] = {
+    {M::File, 201},   {M::Rename, 101}, {M::Rename, 102}, {M::Rename, 201}, {M::Rename, 202}, {M::Rename, 203},
+    {M::Rename, 301},
     {M::Slides, 101}, {M::Slides, 102}, {M::Slides, 103}, {M::Slides, 201}, {M::Slides, 202}, {M::Slides, 203},
     {M::Slides, 204}, {M::Slides, 301}, {M::Slides, 302}, {M::Slides, 303}, {M::Slides, 401}, {M::Slides, 402},
 };

@@ -1,5 +1,6 @@
 #include "catalogue/File_Following.h"
 
+#include "bkimgutl/contract/Load_Ahead.h"
 #include "catalogue/Picture_Locks.h"
 #include "frame/text/Path_Utilities.h"
 
@@ -56,6 +57,14 @@ void File_Following::File_Moved(const QString& from, const QString& to)
 {
     Remove(Indices_Of_File(state_, to));
     Rename(Indices_Of_File(state_, from), Folder_Part(to), Name_Part(to));
+}
+
+void File_Following::Files_Renamed(std::span<const std::pair<QString, QString>> from_to)
+{
+    std::vector<std::vector<int>> indices;
+    for (const auto& names : from_to) indices.push_back(Indices_Of_File(state_, names.first));
+    for (std::size_t i = 0; i < from_to.size(); ++i)
+        Rename(indices[i], Folder_Part(from_to[i].second), Name_Part(from_to[i].second));
 }
 
 void File_Following::Folder_Moved(const QString& from, const QString& to)

@@ -81,11 +81,13 @@ std::optional<Picture_Item> Pick_Loop::Record_Of(const File_Entry& entry, Pictur
     Picture_Item item;
     item.Path = Folder_Part(entry.Path_Name);
     item.File_Name = Name_Part(entry.Path_Name);
-    item.File_Date = Normalize_Date(entry.File_Date, true);
-    item.File_Size_KB = entry.File_Size_KB;
     item.Rotate = entry.Rotate;
     item.Interval_In_Seconds = entry.Interval;
     if (!pictures_.Take_Contents(item, std::move(contents))) return std::nullopt;
+    if (entry.File_Date != 0) {
+        item.File_Date = Normalize_Date(entry.File_Date, true);
+        item.File_Size_KB = entry.File_Size_KB;
+    }
     return item;
 }
 

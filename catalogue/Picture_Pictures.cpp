@@ -1,6 +1,7 @@
 #include "catalogue/Picture_Pictures.h"
 
 #include "catalogue/Camera_Information.h"
+#include "frame/text/Date_Utilities.h"
 #include "frame/text/Text_Utilities.h"
 #include "imaging/Script_Interpreter.h"
 
@@ -52,6 +53,25 @@ void Take_Script(Picture_Item& item, const Picture_Contents& contents)
     item.Script_Fault = Text_Of(contents.script_error);
     if (item.Script_Fault.isEmpty() && !contents.script.empty())
         item.Script_Fault = Script_Status_Text(Parse_Script_Items(Text_Of(contents.script), item.Script_Items));
+}
+
+void Take_Facts(Picture_Item& item, const Picture_Contents& contents)
+{
+    item.File_Type = contents.type;
+    item.Horz_Pixels = contents.width;
+    item.Vert_Pixels = contents.height;
+    item.Pixel_Depth = contents.pixel_depth;
+    item.Horz_Resolution = contents.horizontal_dpi;
+    item.Vert_Resolution = contents.vertical_dpi;
+    item.Description = Text_Of(contents.comment);
+    item.Description_Modified = false;
+    Take_Script(item, contents);
+    const auto camera = Parse_Camera_Record(contents.exif);
+    item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
+    item.Identity = contents.identity;
+    const auto modified = QDateTime::fromMSecsSinceEpoch(contents.identity.modified_nanoseconds / 1'000'000);
+    item.File_Date = Normalize_Date(Date_From_Date_Time(modified), true);
+    item.File_Size_KB = Size_In_KB(contents.identity.size);
 }
 
 } // namespace
@@ -141,20 +161,16 @@ bool Picture_Pictures::Take_Contents(Picture_Item& item, Picture_Contents conten
 {
     Give_Thumbnail(item, Owned_Bitmap(Count_Bitmap(contents.bitmap)));
     if (!contents.error.empty()) return false;
-    item.File_Type = contents.type;
     item.Scale_Divisor = contents.scale_divisor;
-    item.Horz_Pixels = contents.width;
-    item.Vert_Pixels = contents.height;
-    item.Pixel_Depth = contents.pixel_depth;
-    item.Horz_Resolution = contents.horizontal_dpi;
-    item.Vert_Resolution = contents.vertical_dpi;
-    item.Description = Text_Of(contents.comment);
-    item.Description_Modified = false;
-    Take_Script(item, contents);
-    const auto camera = Parse_Camera_Record(contents.exif);
-    item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
-    item.Identity = contents.identity;
+    Take_Facts(item, contents);
     return true;
+}
+
+void Picture_Pictures::Read_Facts(Picture_Item& item)
+{
+    Load_Ahead here({{.path = File_System_Bytes(item.Full_Name())}});
+    const Picture_Contents contents = here.Take();
+    if (contents.error.empty()) Take_Facts(item, contents);
 }
 
 void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)

@@ -23,9 +23,13 @@ public:
     /// What to read of a file for its record: no pixels where no view shows thumbnails.
     Picture_Request Request_For(const File_Entry& entry) const;
 
-    /// Thumbnail, sizes, resolutions, description, script and camera line of a file that was read. The record counts as
-    /// unmodified then, and owns the bitmap. False when the file could not be read.
+    /// A file that was read becomes the record's: thumbnail, and facts as Read_Facts has them. The record owns the bitmap.
+    /// False when the file could not be read.
     bool Take_Contents(Picture_Item& item, Picture_Contents contents) const;
+
+    /// Type, sizes, resolutions, description, script, camera line and date from the file. The record counts as unmodified
+    /// then; it stays as it was when the file cannot be read.
+    static void Read_Facts(Picture_Item& item);
 
     /// Date, size and identity of the file as it stands now.
     static void Read_File_Facts(Picture_Item& item);

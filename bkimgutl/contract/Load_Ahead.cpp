@@ -141,6 +141,7 @@ struct Load_Ahead::Work {
     std::condition_variable changed_for_taker;
     std::size_t begun = 0;
     std::size_t taken = 0;
+    int await_turn = 0; // threads with a large picture
     std::vector<std::optional<Loaded>> ring{1};
     std::vector<std::thread> threads; // of the taker's thread alone
 };
@@ -185,16 +186,20 @@ std::optional<std::size_t> Load_Ahead::Work::Begin_Next()
 void Load_Ahead::Work::Await_Turn(std::size_t index)
 {
     std::unique_lock lock(mutex);
+    ++await_turn;
     changed_for_threads.wait(lock, [&] { return stop || taken == index; });
+    --await_turn;
 }
 
 void Load_Ahead::Work::Deliver(std::size_t index, Loaded loaded)
 {
+    bool is_next = false;
     {
         const std::lock_guard lock(mutex);
         Slot(index).emplace(std::move(loaded));
+        is_next = index == taken;
     }
-    changed_for_taker.notify_one();
+    if (is_next) changed_for_taker.notify_one();
 }
 
 void Load_Ahead::Work::Read_Here()
@@ -234,14 +239,19 @@ Picture_Contents Load_Ahead::Take()
     while (!Wait(std::chrono::seconds(1))) {
     }
     Loaded loaded;
+    bool to_all = false; // one place is free: one thread is enough, but for those that wait for their turn
     {
         const std::lock_guard lock(work_->mutex);
         std::optional<Loaded>& slot = work_->Slot(work_->taken);
         loaded = std::move(*slot);
         slot.reset();
         ++work_->taken;
+        to_all = work_->await_turn > 0;
     }
-    work_->changed_for_threads.notify_all();
+    if (to_all)
+        work_->changed_for_threads.notify_all();
+    else
+        work_->changed_for_threads.notify_one();
     if (loaded.bitmap) loaded.contents.bitmap = Adopt(std::move(*loaded.bitmap));
     if (loaded.bitmap && loaded.contents.bitmap == 0) loaded.contents.error = Last_Error_Text();
     if (!loaded.contents.error.empty()) Fail({loaded.contents.error});

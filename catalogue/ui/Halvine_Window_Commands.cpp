@@ -156,9 +156,10 @@ void Halvine_Window::List_Found_Files(const QStringList& paths)
 
 std::optional<Save_Options> Halvine_Window::Ask_Save_Options()
 {
-    Save_Options_Dialog dialog(this);
+    Save_Options_Dialog dialog(last_save_options_, this);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    return dialog.Options();
+    last_save_options_ = dialog.Options();
+    return last_save_options_;
 }
 
 std::optional<std::array<int, 3>> Halvine_Window::Ask_Color(std::array<int, 3> red_green_blue)

@@ -310,4 +310,19 @@ TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
     EXPECT_EQ(85, dialog.Options().JPEG_Quality);
 }
 
+TEST(Save_Options_Form, Begins_With_The_Answers_Of_The_Last_Time)
+{
+    const Save_Options last{.Script_Option = Save_Options::Scripts::Run,
+                            .Save_Rotations_Flips = true,
+                            .Save_Option = Save_Options::Target::Prompted_Copy,
+                            .Picture_Type = 2,
+                            .JPEG_Quality = 0};
+    const Save_Options again = Save_Options_Dialog(last).Options();
+    EXPECT_EQ(last.Script_Option, again.Script_Option);
+    EXPECT_EQ(last.Save_Rotations_Flips, again.Save_Rotations_Flips);
+    EXPECT_EQ(last.Save_Option, again.Save_Option);
+    EXPECT_EQ(last.Picture_Type, again.Picture_Type);
+    EXPECT_EQ(last.JPEG_Quality, again.JPEG_Quality);
+}
+
 } // namespace
