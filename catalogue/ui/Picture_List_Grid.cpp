@@ -68,12 +68,14 @@ void Fill_Picture_List(bkcGrid& grid, const Catalogue_State& state)
     content.Clear_Sort_Keys();
     content.Set_Rows(0); // a new list stands in the order of the filmstrip
     content.Set_Rows(state.pictures.Count());
+    std::vector<int> selected;
     for (int row = 1; row <= state.pictures.Count(); ++row) {
         const Picture_Item& item = state.pictures.Item(row);
         for (int column = 1; column <= int(std::size(Columns)); ++column)
             content.Set_CellValue(column, row, Value_Of(item, column));
-        if (state.selection.Test_Index(row)) content.SelectRow(row);
+        if (state.selection.Test_Index(row)) selected.push_back(row);
     }
+    content.Select_Rows(selected); // at once: each change of the selection is told
     content.Set_AutoPaint(true);
     grid.Update();
     content.Set_Active(1, std::max(1, state.Current_Picture_Index()));
