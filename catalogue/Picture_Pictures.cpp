@@ -168,7 +168,7 @@ bool Picture_Pictures::Take_Contents(Picture_Item& item, Picture_Contents conten
 
 void Picture_Pictures::Read_Facts(Picture_Item& item)
 {
-    Load_Ahead here({{.path = File_System_Bytes(item.Full_Name())}});
+    ::Load_Ahead here({{.path = File_System_Bytes(item.Full_Name())}});
     const Picture_Contents contents = here.Take();
     if (contents.error.empty()) Take_Facts(item, contents);
 }
