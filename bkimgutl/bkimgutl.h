@@ -6,5 +6,6 @@
 #include "bkimgutl/contract/Creation.h"
 #include "bkimgutl/contract/Files.h"
 #include "bkimgutl/contract/Histogram.h"
+#include "bkimgutl/contract/Load_Ahead.h"
 #include "bkimgutl/contract/Tone.h"
 #include "bkimgutl/contract/Types.h"

@@ -3,6 +3,7 @@
 #include "catalogue/File_Dialogs.h"
 #include "evaluate/Formula_Consent.h"
 #include "frame/Configuration_File.h"
+#include "frame/files/Regular_File.h"
 #include "frame/text/Path_Utilities.h"
 
 namespace {
@@ -27,9 +28,20 @@ bool Read_Configuration_File(Program_State& state, User_Dialogs& dialogs, Settin
                           QStringLiteral("Halvine - Open Configuration File"), file))
         return false;
     state.Last_Configuration_File = file;
+    const QString path = Existing_Path(file);
+    bool cancelled = false;
     Formula::Formula_Consent consent(dialogs, settings);
-    return Load_Configuration_File(state, Existing_Path(file),
-                                   [&](const Program_State& read) { return consent.Ask_About(Formulas_Of(read)); });
+    const auto ask = [&](const Program_State& read) {
+        cancelled = !consent.Ask_About(Formulas_Of(read));
+        return !cancelled;
+    };
+    if (Load_Configuration_File(state, path, ask)) return true;
+    // One that cannot be opened ends the command in silence; a wrong or damaged one would only seem to be in force.
+    if (!cancelled && Regular_File::Open(File_System_Bytes(path)))
+        dialogs.Refuse(file +
+                       QStringLiteral(": is no configuration file, or is damaged. What could be read of it is in "
+                                      "force."));
+    return false;
 }
 
 bool Write_Configuration_File(Program_State& state, User_Dialogs& dialogs, const QString& folder)

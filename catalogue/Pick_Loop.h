@@ -9,8 +9,9 @@
 #include <span>
 #include <vector>
 
-/// Moves files into the catalogue, and pictures out of it. Reading yields to events at each full row of the filmstrip, and
-/// after 50 milliseconds at the latest; a record is published only when it is complete.
+/// Moves files into the catalogue, and pictures out of it. The library reads some files ahead on other cores; records
+/// appear here, in the order of the list, and only when they are complete. Reading yields to events at each full row of
+/// the filmstrip, and after 50 milliseconds at the latest, also while a single file takes its time.
 class Pick_Loop {
 public:
     Pick_Loop(Catalogue_State& state, Picture_Pictures& pictures) : state_(state), pictures_(pictures) {}
@@ -38,10 +39,13 @@ private:
     void Read_Entries(Run& run);
     void Finish(Run& run);
     void Select_Added(const Run& run);
+    bool Await(Load_Ahead& ahead, Run& run);
     void Show_Progress(const Run& run);
     void Yield_After(Run& run, bool read);
+    bool Is_Late(const Run& run) const;
+    void Yield(Run& run);
     void Discard(bool all);
-    std::optional<Picture_Item> Read_Picture(const File_Entry& entry);
+    std::optional<Picture_Item> Record_Of(const File_Entry& entry, Picture_Contents contents) const;
 
     Catalogue_State& state_;
     Picture_Pictures& pictures_;

@@ -49,6 +49,7 @@ int Picture_List::Append(Picture_Item item)
 
 void Picture_List::Remove(std::span<const int> indices)
 {
+    if (Are_All(indices)) return Clear(); // nobody needs to be looked up one by one
     int first = Count() + 1;
     for (const int index : indices) {
         if (!Is_Index(index) || !items_[std::size_t(index) - 1]) continue;
@@ -59,6 +60,14 @@ void Picture_List::Remove(std::span<const int> indices)
     }
     std::erase_if(items_, [](const auto& item) { return !item; });
     Number_From(first);
+}
+
+bool Picture_List::Are_All(std::span<const int> indices) const
+{
+    std::vector<bool> named(items_.size(), false);
+    for (const int index : indices)
+        if (Is_Index(index)) named[std::size_t(index) - 1] = true;
+    return std::find(named.begin(), named.end(), false) == named.end();
 }
 
 void Picture_List::Clear()

@@ -51,6 +51,7 @@ public:
     void Set_Name(int index, const QString& path, const QString& file_name);
 
 private:
+    bool Are_All(std::span<const int> indices) const;
     void Number_From(int first_index);
     void Forget_Name(const Picture_Item& item);
     void Learn_Name(const Picture_Item& item);

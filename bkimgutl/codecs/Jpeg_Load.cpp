@@ -4,6 +4,7 @@
 #include "bkimgutl/codecs/Jpeg_Session.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Upright_Sink.h"
+#include "bkimgutl/core/Cancellation.h"
 
 #include <algorithm>
 
@@ -74,6 +75,7 @@ public:
 private:
     void One_Row()
     {
+        if (Is_Cancelled()) Give_Up(&Common(object_), Cancelled_Reason);
         std::uint8_t* row = target_.Next_Row();
         JSAMPROW raw = cmyk_ ? raw_.data() : row;
         jpeg_read_scanlines(&object_, &raw, 1);

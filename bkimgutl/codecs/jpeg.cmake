@@ -24,4 +24,6 @@ list(APPEND bkimgutl_sources
     codecs/Upright_Sink.cpp
     codecs/Upright_Sink.h
     contract/Files.cpp
+    contract/Load_Ahead.cpp
+    contract/Opened_Picture.cpp
     contract/Parameters.cpp)

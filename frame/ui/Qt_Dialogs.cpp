@@ -162,9 +162,7 @@ QStringList Qt_Dialogs::Pick(const Picker_Question& question)
     const Ordinary_Pointer pointer;
     QFileDialog dialog(QApplication::activeWindow(), question.caption);
     Prepare_Picker(dialog, question);
-    std::unique_ptr<Form_Frame> frame;
-    if (platform_ != nullptr)
-        frame = std::make_unique<Form_Frame>(dialog, *platform_, QStringLiteral("Halvine-bkcExplorer"));
+    const Form_Frame frame(dialog, platform_, QStringLiteral("Halvine-bkcExplorer"));
     if (dialog.exec() != QDialog::Accepted) return {};
     return dialog.selectedFiles();
 }

@@ -92,6 +92,17 @@ TEST_F(Listing, Agrees_With_A_Plain_Search_Through_Random_Appends_And_Removals)
     }
 }
 
+TEST_F(Listing, Removing_All_In_Any_Order_And_Twice_Leaves_Nothing_To_Be_Found)
+{
+    const int keys[] = {Add("a.jpg"), Add("b.jpg"), Add("c.jpg")};
+    const int indices[] = {3, 1, 2, 1, 99, 0};
+    form.State().pictures.Remove(indices);
+    EXPECT_EQ(0, form.State().pictures.Count());
+    for (const int key : keys) EXPECT_EQ(nullptr, form.State().pictures.Find(key));
+    EXPECT_EQ(0, form.State().pictures.Index_From_Name("/photos/a.jpg"));
+    EXPECT_EQ(keys[2] + 1, Add("d.jpg")) << "no key comes back";
+}
+
 TEST_F(Listing, Records_Stay_In_Place_While_Others_Come_And_Go)
 {
     const int key = Add("a.jpg");
