@@ -30,7 +30,7 @@ Slide_Player::Slide_Player(Catalogue_State& catalogue, Picture_Pictures& picture
       shows_(shows),
       program_(program),
       timer_(catalogue.platform.make_timer([this] { Tick(); })),
-      ahead_timer_(catalogue.platform.make_timer([this] { Load_Ahead(); }))
+      ahead_timer_(catalogue.platform.make_timer([this] { Read_Ahead(); }))
 {}
 
 void Slide_Player::Set_Windows(Slide_Main_Window* window, Slide_Control_Window* control)
@@ -92,7 +92,7 @@ void Slide_Player::Stop_Slide_Show()
     if (!Is_Running()) return;
     timer_->Stop();
     ahead_timer_->Stop();
-    pictures_.Load_Ahead(0);
+    pictures_.Next().Begin(0);
     if (!slide_selection_made_) Select_Last_Shown();
     slide_keys_.clear();
     window_->Set_Show_Look(false);
@@ -122,11 +122,11 @@ void Slide_Player::Show_Slide(Arm arm)
     ahead_timer_->Start(Quiet_Milliseconds);
 }
 
-void Slide_Player::Load_Ahead()
+void Slide_Player::Read_Ahead()
 {
-    ahead_timer_->Stop();
     const int next = (slide_index_ - 1 + direction_ + Count()) % Count() + 1;
-    if (next != slide_index_) pictures_.Load_Ahead(Picture_Key_Of_Slide(next));
+    if (next != slide_index_) pictures_.Next().Begin(Picture_Key_Of_Slide(next));
+    if (pictures_.Next().Go_On()) ahead_timer_->Stop();
 }
 
 void Slide_Player::Step(int slides, Arm arm)
