@@ -25,6 +25,9 @@ public:
     /// such command, or it cannot act now.
     bool Run(Command_Id id);
 
+    /// The same for what stands in no table, such as a drop, or an item of a list of recent files.
+    bool Run_Unlisted(const std::function<void()>& work);
+
     /// A click on the panel. Button: 1 left, 2 right; Shift: 1 shift, 2 control.
     void Press_Panel(int button_id, int button, int shift);
 
@@ -48,12 +51,17 @@ public:
     void Set_Handler(Command_Id id, std::function<void()> handler) { brought_[id] = std::move(handler); }
     bool Is_Here(const Command& command) const;
 
+    /// The state of a check item whose handler was brought. Asked whenever the menus are brought up to date.
+    void Set_Check(Command_Id id, std::function<bool()> check) { checks_[id] = std::move(check); }
+    bool Is_Checked(Command_Id id) const;
+
+    /// Gets the folder of the first file of each pick.
+    void Set_Picked_From(std::function<void(const QString& folder)> call) { picked_from_ = std::move(call); }
+
     Command_Facts Facts() const;
     bool Is_Busy() const { return running_ > 0; }
 
-    /// Check items: "Save Configuration On Exit".
-    bool Save_Configuration_On_Exit = true;
-    bool Show_Running = false;
+    bool Save_Configuration_On_Exit = true; ///< check item
 
     // The commands, as the table names them.
     void Pick_Selected() { Pick(false, true); }
@@ -112,7 +120,7 @@ public:
     void Set_Background_Color();
 
 private:
-    void Carry_Out(const std::function<void()>& wish);
+    void Carry_Out(const std::function<void()>& work);
     void Make_Folder(const QString& parent);
     void Rename_Pane_Folder(const QString& folder);
     void Pick(bool append, bool refresh_selection);
@@ -137,6 +145,8 @@ private:
     File_Operations files_;
     Folder_Operations folders_;
     std::map<Command_Id, std::function<void()>> brought_;
+    std::map<Command_Id, std::function<bool()>> checks_;
+    std::function<void(const QString& folder)> picked_from_;
     int running_ = 0;
     bool left_list_ = false; // this command has just closed the list view
 };

@@ -36,7 +36,8 @@ void Catalogue_Commands::Rename_Pane_Folder(const QString& folder)
     if (!renamed) return;
     form_.Refresh_Folder_Tree(Folder_Part(*renamed));
     const QString old_path = With_Trailing_Separator(folder);
-    if (pane.startsWith(old_path)) host_.Go_To_Folder(With_Trailing_Separator(*renamed) + pane.mid(old_path.size()));
+    if (pane.startsWith(old_path))
+        host_.Go_To_Folder(Without_Trailing_Separator(With_Trailing_Separator(*renamed) + pane.mid(old_path.size())));
     host_.Show_File_Changes();
 }
 
@@ -53,31 +54,31 @@ void Catalogue_Commands::Copy_Selected_Folders()
 
 void Catalogue_Commands::New_Folder_In(const QString& parent)
 {
-    Carry_Out([&] { Make_Folder(parent); });
+    Run_Unlisted([&] { Make_Folder(parent); });
 }
 
 void Catalogue_Commands::Rename_Folder(const QString& folder)
 {
-    Carry_Out([&] { Rename_Pane_Folder(folder); });
+    Run_Unlisted([&] { Rename_Pane_Folder(folder); });
 }
 
 void Catalogue_Commands::Copy_Folder(const QString& folder)
 {
-    Carry_Out([&] {
+    Run_Unlisted([&] {
         if (folders_.Copy_Folders({folder})) host_.Refresh_Folders();
     });
 }
 
 void Catalogue_Commands::Delete_Folder(const QString& folder)
 {
-    Carry_Out([&] {
+    Run_Unlisted([&] {
         if (folders_.Delete_Folder(folder)) host_.Refresh_Folders();
     });
 }
 
 void Catalogue_Commands::Delete_Files(const QStringList& files)
 {
-    Carry_Out([&] {
+    Run_Unlisted([&] {
         files_.Delete_Files(files);
         host_.Show_File_Changes();
     });
@@ -85,7 +86,7 @@ void Catalogue_Commands::Delete_Files(const QStringList& files)
 
 void Catalogue_Commands::Drop_Files(const QStringList& paths, const QString& folder, bool copy)
 {
-    Carry_Out([&] {
+    Run_Unlisted([&] {
         QStringList files;
         for (const QString& path : paths) {
             if (QFileInfo(path).isDir())
@@ -104,7 +105,7 @@ void Catalogue_Commands::Drop_Files(const QStringList& paths, const QString& fol
 
 void Catalogue_Commands::Drop_Folder(const QString& source, const QString& target, bool copy)
 {
-    Carry_Out([&] {
+    Run_Unlisted([&] {
         if (folders_.Drop_Folder(source, target, copy)) host_.Refresh_Folders();
     });
 }

@@ -1,5 +1,6 @@
 #include "catalogue/File_Following.h"
 
+#include "bkimgutl/contract/Load_Ahead.h"
 #include "catalogue/Picture_Locks.h"
 #include "frame/text/Path_Utilities.h"
 
@@ -58,6 +59,14 @@ void File_Following::File_Moved(const QString& from, const QString& to)
     Rename(Indices_Of_File(state_, from), Folder_Part(to), Name_Part(to));
 }
 
+void File_Following::Files_Renamed(std::span<const std::pair<QString, QString>> from_to)
+{
+    std::vector<std::vector<int>> indices;
+    for (const auto& names : from_to) indices.push_back(Indices_Of_File(state_, names.first));
+    for (std::size_t i = 0; i < from_to.size(); ++i)
+        Rename(indices[i], Folder_Part(from_to[i].second), Name_Part(from_to[i].second));
+}
+
 void File_Following::Folder_Moved(const QString& from, const QString& to)
 {
     const QString below = With_Trailing_Separator(from);
@@ -69,14 +78,7 @@ void File_Following::Folder_Moved(const QString& from, const QString& to)
 
 void File_Following::File_Replaced(const QString& file_name)
 {
-    for (const int index : Indices_Of_File(state_, file_name)) {
-        Picture_Item& item = state_.pictures.Item(index);
-        item.File_Type = File_Type_From_Signature(file_name);
-        item.Rotate = item.Flip = 0;
-        item.Source_Warnings = -1;
-        Picture_Pictures::Read_Facts(item);
-        pictures_.Reload_Picture_Thumbnail(index, true);
-    }
+    for (const int index : Indices_Of_File(state_, file_name)) pictures_.Read_New_File(index);
 }
 
 void File_Following::Show_All()

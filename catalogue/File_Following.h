@@ -22,6 +22,8 @@ public:
 
     /// The file has a new name; what stood under that name before is gone, and so are its records.
     void File_Moved(const QString& from, const QString& to);
+    /// All at once: files may have exchanged their names.
+    void Files_Renamed(std::span<const std::pair<QString, QString>> from_to);
     void Folder_Moved(const QString& from, const QString& to);
     void File_Removed(const QString& file_name) { Remove(Indices_Of_File(state_, file_name)); }
     void Folder_Removed(const QString& folder) { Remove(Indices_Below(state_, folder)); }

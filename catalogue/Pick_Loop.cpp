@@ -51,7 +51,9 @@ void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool App
         }
     }
     if (File_Entries.empty()) return;
-    if (!Append && (!Confirm_Abandon_Scripts(state_, true) || !Confirm_Abandon_Descriptions(state_, true))) return;
+    if (!Append && (!state_.slide_show->Confirm_Abandon() || !Confirm_Abandon_Scripts(state_, true) ||
+                    !Confirm_Abandon_Descriptions(state_, true)))
+        return;
     if (!Append) state_.slide_show->Forget_File();
     Pick_Files(File_Entries, Append, Refresh_Selection);
 }
@@ -209,6 +211,7 @@ void Pick_Loop::Remove_Pictures(std::span<const int> indices)
         pictures_.Drop_Current_Picture();
         state_.view->Show_Current_Picture();
     }
+    state_.slide_show->Pictures_Removed();
     state_.view->Draw_All_Thumbnails();
     state_.view->Update_Scroll_Range();
     state_.view->Update_Status();

@@ -74,6 +74,11 @@ void Take_Facts(Picture_Item& item, const Picture_Contents& contents)
     item.File_Size_KB = Size_In_KB(contents.identity.size);
 }
 
+void Note_Warnings(Picture_Item& item, Bitmap_Handle full_size)
+{
+    item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(full_size);
+}
+
 } // namespace
 
 Bitmap_Handle Picture_Pictures::Load(Picture_Item& item, int rotate_delta, int scale_divisor)
@@ -81,7 +86,7 @@ Bitmap_Handle Picture_Pictures::Load(Picture_Item& item, int rotate_delta, int s
     const int rotation = Normal_Rotation(item.Rotate + rotate_delta);
     const Bitmap_Handle bitmap =
         Load_Picture_Bitmap(item.Full_Name(), item.File_Type, scale_divisor, rotation, item.Flip);
-    if (bitmap != 0 && scale_divisor == 1) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(bitmap);
+    if (bitmap != 0 && scale_divisor == 1) Note_Warnings(item, bitmap);
     return bitmap;
 }
 
@@ -166,13 +171,6 @@ bool Picture_Pictures::Take_Contents(Picture_Item& item, Picture_Contents conten
     return true;
 }
 
-void Picture_Pictures::Read_Facts(Picture_Item& item)
-{
-    Load_Ahead here({{.path = File_System_Bytes(item.Full_Name())}});
-    const Picture_Contents contents = here.Take();
-    if (contents.error.empty()) Take_Facts(item, contents);
-}
-
 void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)
 {
     if (!state_.pictures.Is_Index(index)) return;
@@ -183,6 +181,18 @@ void Picture_Pictures::Reload_Picture_Thumbnail(int index, bool size_changed)
     else
         Give_Thumbnail(item, Load_Thumbnail(item));
     Read_File_Facts(item);
+    state_.view->Draw_Thumbnail(index);
+    Refresh_Current_Picture(item.Picture_Key);
+}
+
+void Picture_Pictures::Read_New_File(int index)
+{
+    if (!state_.pictures.Is_Index(index)) return;
+    Picture_Item& item = state_.pictures.Item(index);
+    item.Rotate = item.Flip = 0;
+    item.Source_Warnings = -1;
+    ::Load_Ahead file({Request_For(Entry_Of_File(item.Full_Name()))}, 0);
+    (void)Take_Contents(item, file.Take()); // a file that cannot be read keeps its record, without a thumbnail
     state_.view->Draw_Thumbnail(index);
     Refresh_Current_Picture(item.Picture_Key);
 }
@@ -208,15 +218,23 @@ void Picture_Pictures::Set_Current_Picture(int index)
     if (state_.pictures.Is_Index(index)) {
         Picture_Item& item = state_.pictures.Item(index);
         state_.current_picture_key = item.Picture_Key;
-        state_.Current_Picture_Bitmap.Reset(Load(item, 0, 1));
+        Next_Picture::Bitmaps read = next_.Take(item);
+        state_.Current_Picture_Bitmap = std::move(read.picture);
+        current_adjusted_ = std::move(read.adjusted);
+        if (state_.Current_Picture_Bitmap)
+            Note_Warnings(item, state_.Current_Picture_Bitmap.Get());
+        else
+            state_.Current_Picture_Bitmap.Reset(Load(item, 0, 1));
     }
     state_.view->Show_Current_Picture();
+    current_adjusted_.Reset();
 }
 
 void Picture_Pictures::Drop_Current_Picture()
 {
     state_.current_picture_key = 0;
     state_.Current_Picture_Bitmap.Reset();
+    current_adjusted_.Reset();
 }
 
 void Picture_Pictures::Refresh_Current_Picture(int key)

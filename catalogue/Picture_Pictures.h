@@ -2,6 +2,7 @@
 
 #include "catalogue/Catalogue_State.h"
 #include "catalogue/File_Entry.h"
+#include "catalogue/Next_Picture.h"
 
 /// The bitmaps of the records: loading, thumbnails, rotation, the current picture. Results as in Picture_Catalogue.h.
 class Picture_Pictures {
@@ -23,19 +24,19 @@ public:
     /// What to read of a file for its record: no pixels where no view shows thumbnails.
     Picture_Request Request_For(const File_Entry& entry) const;
 
-    /// A file that was read becomes the record's: thumbnail, and facts as Read_Facts has them. The record owns the bitmap.
-    /// False when the file could not be read.
+    /// A file that was read becomes the record's: thumbnail, type, sizes, resolutions, description, script, camera line and
+    /// date. The record counts as unmodified then, and owns the bitmap. False, and nothing but the thumbnail has changed,
+    /// when the file could not be read.
     bool Take_Contents(Picture_Item& item, Picture_Contents contents) const;
-
-    /// Type, sizes, resolutions, description, script, camera line and date from the file. The record counts as unmodified
-    /// then; it stays as it was when the file cannot be read.
-    static void Read_Facts(Picture_Item& item);
 
     /// Date, size and identity of the file as it stands now.
     static void Read_File_Facts(Picture_Item& item);
 
     /// After the file or the pending rotation changed. With size_changed the divisor is found anew.
     void Reload_Picture_Thumbnail(int index, bool size_changed);
+
+    /// Another file stands under the name: the record is read anew, and nothing is pending for it any more.
+    void Read_New_File(int index);
 
     void Rotate_Picture(int key, int angle);
 
@@ -46,8 +47,17 @@ public:
     void Set_Current_Picture(int index);
     void Drop_Current_Picture();
 
+    /// What is read before it becomes the current picture.
+    Next_Picture& Next() { return next_; }
+
+    /// The current picture with its script, if that was run ahead; 0 otherwise. Once for each change of the current
+    /// picture. The caller owns it.
+    Bitmap_Handle Take_Current_Adjusted() { return current_adjusted_.Release(); }
+
 private:
     void Refresh_Current_Picture(int key);
     Owned_Bitmap Load_Thumbnail(const Picture_Item& item) const;
     Catalogue_State& state_;
+    Next_Picture next_{state_};
+    Owned_Bitmap current_adjusted_;
 };

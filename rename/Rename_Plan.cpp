@@ -92,6 +92,7 @@ struct Rename_Plan::Ordering {
     const Rename_Files& files;
     Folder_Rules_Cache& rules;
     const std::vector<Rename_Move>& moves;
+    const std::set<std::string>& given_up;
     std::vector<std::size_t> active{};                      // moves that change a name
     std::unordered_map<std::string, std::size_t> sources{}; // key to move
     std::vector<std::size_t> blockers{};                    // the move that frees the target; Nowhere when it is free
@@ -125,7 +126,7 @@ struct Rename_Plan::Ordering {
             if (!checker.Check_Target(i, move, target)) continue;
             if (const auto source = sources.find(target); source != sources.end())
                 blockers[i] = source->second;
-            else if (files.Find(move.folder + move.new_name))
+            else if (const std::string path = move.folder + move.new_name; files.Find(path) && !given_up.count(path))
                 checker.Add_Fault(i, move, Taken_Text(move.new_name), true);
         }
     }
@@ -181,11 +182,13 @@ struct Rename_Plan::Ordering {
     }
 };
 
-Rename_Plan::Rename_Plan(const Rename_Files& files, std::vector<Rename_Move> moves) : moves_(std::move(moves))
+Rename_Plan::Rename_Plan(const Rename_Files& files, std::vector<Rename_Move> moves,
+                         const std::set<std::string>& given_up)
+    : moves_(std::move(moves))
 {
     Folder_Rules_Cache rules(files);
     Move_Checker checker(files, rules);
-    Ordering ordering{.files = files, .rules = rules, .moves = moves_};
+    Ordering ordering{.files = files, .rules = rules, .moves = moves_, .given_up = given_up};
     std::vector<std::size_t> changing;
     for (std::size_t i = 0; i < moves_.size(); ++i)
         if (moves_[i].new_name != moves_[i].old_name) changing.push_back(i);

@@ -3,6 +3,7 @@
 #include "rename/Rename_Files.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,8 @@ struct Rename_Step {
 class Rename_Plan {
 public:
     /// A plan in which files change their names within their folders. Moves that keep the name are passed over.
-    Rename_Plan(const Rename_Files& files, std::vector<Rename_Move> moves);
+    /// given_up    paths that count as free: the files there will be gone when the plan runs
+    Rename_Plan(const Rename_Files& files, std::vector<Rename_Move> moves, const std::set<std::string>& given_up = {});
 
     const std::vector<Rename_Move>& Moves() const { return moves_; }
     const std::vector<Rename_Fault>& Faults() const { return faults_; } ///< in the order of the moves

@@ -46,6 +46,12 @@ public:
     virtual Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const = 0; ///< upright, with its origin
     /// Whether all coded data seems to be there, as far as a look without decoding tells.
     virtual bool Is_Complete(const Regular_File& file) const = 0;
+    /// Whether a save of the bitmap with that parent keeps all that the parent's picture holds.
+    virtual bool Keeps_All(const Bitmap& bitmap, const Regular_File& parent) const
+    {
+        const auto& origin = bitmap.Origin();
+        return origin != nullptr && origin->identity == parent.Identity() && !origin->reduced;
+    }
     virtual Result<void> Save(const Save_Request& request) const = 0; ///< through Replacement_File
 };
 

@@ -33,11 +33,12 @@ struct Loaded {
     std::optional<Bitmap> bitmap{};
 };
 
-Result<Bitmap> Reduced(const Opened_Picture& opened, const Picture_Request& request, std::int32_t& divisor)
+Result<Bitmap> Reduced(const Opened_Picture& opened, const Picture_Request& request, std::int32_t longest_side,
+                       std::int32_t& divisor)
 {
-    divisor = First_Divisor;
+    divisor = request.least_side >= longest_side ? 1 : First_Divisor; // all pixels need no look at fewer
     auto bitmap = Load_Opened(opened, divisor, request.rotation);
-    if (!bitmap) return bitmap;
+    if (!bitmap || divisor == 1) return bitmap;
     divisor = Divisor_That_Keeps(std::max(bitmap->Width(), bitmap->Height()), request.least_side);
     if (divisor == First_Divisor) return bitmap;
     return Load_Opened(opened, divisor, request.rotation);
@@ -79,7 +80,7 @@ void Read_Into(Loaded& loaded, const Picture_Request& request, Wait_If_Large&& w
     Read_Texts(*opened, contents);
     if (request.least_side < 1) return;
     wait_if_large(std::int64_t(facts->width) * facts->height);
-    auto bitmap = Reduced(*opened, request, contents.scale_divisor);
+    auto bitmap = Reduced(*opened, request, std::max(facts->width, facts->height), contents.scale_divisor);
     if (bitmap)
         loaded.bitmap.emplace(std::move(*bitmap));
     else

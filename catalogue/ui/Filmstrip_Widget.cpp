@@ -1,7 +1,7 @@
 #include "catalogue/ui/Filmstrip_Widget.h"
 
-#include "catalogue/Picture_Texts.h"
 #include "catalogue/ui/Bitmap_Image.h"
+#include "catalogue/ui/Filmstrip_Accessible.h"
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QtWidgets>
@@ -26,6 +26,7 @@ constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 Filmstrip_Widget::Filmstrip_Widget(Halvine_Form& form, QWidget* parent)
     : QAbstractScrollArea(parent), form_(form), budget_(form.State(), form.Pictures())
 {
+    Filmstrip_Accessible::Install();
     setObjectName(QStringLiteral("Thumbnail_Picture"));
     setAccessibleName(tr("Filmstrip"));
     setFocusPolicy(Qt::StrongFocus);
@@ -67,9 +68,20 @@ void Filmstrip_Widget::Set_Cursor(int index)
     cursor_key_ = pictures.Item(index).Picture_Key;
     Scroll_To_Index(index);
     Set_Thumbnail_Frame(index);
-    setAccessibleDescription(Spoken_Picture_Text(form_.State(), index));
-    QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(index - 1);
     QAccessible::updateAccessibility(&event);
+}
+
+// Frames change one by one; the tools hear once of all of them.
+void Filmstrip_Widget::Tell_Selection()
+{
+    if (!QAccessible::isActive() || !std::exchange(selection_told_, false)) return;
+    QTimer::singleShot(0, this, [this] {
+        selection_told_ = true;
+        QAccessibleEvent event(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&event);
+    });
 }
 
 QRect Filmstrip_Widget::Cell_On_View(int index) const
@@ -133,10 +145,13 @@ void Filmstrip_Widget::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
     const int first = layout_.Count() > 0 ? layout_.Top_Row() * layout_.Thumbnails_Per_Row() + 1 : 0;
+    const int cursor = Cursor_Index();
+    const bool follows_cursor = cursor > 0 && layout_.On_View(cursor);
     layout_.Set_View_Size(viewport()->width() * Filmstrip_Layout::Pixel,
                           viewport()->height() * Filmstrip_Layout::Pixel);
     // The picture that stood first stays on view when the columns change.
     if (first > 0) layout_.Set_Top_Row(layout_.Row_Of(first));
+    if (follows_cursor) layout_.Scroll_To_Index(cursor); // and goes before that one
     Update_Scroll_Range();
     viewport()->update();
 }
@@ -160,6 +175,7 @@ void Filmstrip_Widget::Draw_Thumbnail(int index)
 void Filmstrip_Widget::Set_Thumbnail_Frame(int index)
 {
     if (index < 1) return;
+    Tell_Selection();
     const QRect place = Cell_On_View(index).adjusted(-4, -4, 4, 4);
     if (place.intersects(viewport()->rect())) viewport()->update(place);
 }

@@ -38,6 +38,7 @@ Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
 
 Halvine_Window::~Halvine_Window()
 {
+    hide(); // what ends an edit does so while there is still a window
     parts_.form.Set_View(nullptr);
 }
 
@@ -141,6 +142,7 @@ QWidget* Halvine_Window::Make_Status_Frame()
     progress_bar_->setTextVisible(false);
     progress_bar_->setFixedSize(160, 14);
     progress_bar_->setAccessibleName(tr("Pick progress"));
+    progress_bar_->setToolTip(tr("How much of the pick is done; the first button stops it"));
     progress_label_ = new QLabel;
     progress->addWidget(progress_bar_);
     progress->addWidget(progress_label_);
@@ -175,10 +177,15 @@ void Halvine_Window::Connect_Parts()
         commands_.Pick_Paths(paths, true, false);
         Schedule_Actions();
     });
-    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, &Halvine_Window::Show_Full_Window);
+    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, [this](bool on) {
+        if (on)
+            Show_Full_Window(true);
+        else
+            Leave_Full_Window_View();
+    });
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::RefreshAlert, this, &Halvine_Window::Show_Status);
+    connect(explorer_, &bkcExplorer::Listed, this, &Halvine_Window::Show_Status);
     Connect_Folder_Pane();
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {

@@ -37,7 +37,11 @@ public:
     Filmstrip_Widget& Filmstrip() { return *strip_; }
     bkcExplorer& Explorer() { return *explorer_; }
     void Set_Slide_Show_Opener(std::function<void(const QString& path)> opener) { open_show_ = std::move(opener); }
+    QMenu& Menu_Of(Menu menu) { return *menus_.value(menu); } ///< one of the menu bar; the program adds items below
+    void Show_File_Changes() override; ///< the folder pane reads its files again
     bool Is_In_Full_Window_View() const { return magnify_->Is_Full_Window(); }
+    void Set_Full_Window_View(bool on);     ///< whether there is a current picture or not
+    void Set_Slide_Show_Look(bool running); ///< a black ground behind the picture and the button that stops the show
     bool Shows_Picture_List() const { return pages_->currentIndex() == 1; }
 
     // Starting_Window.
@@ -55,6 +59,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     // Building.
@@ -87,6 +92,7 @@ private:
     void Set_Thumbnail_Frame(int index, bool) override { strip_->Set_Thumbnail_Frame(index); }
     void Clear_Strip() override { strip_->Draw_All_Thumbnails(); }
     void Update_Scroll_Range() override { strip_->Update_Scroll_Range(); }
+    void Scroll_To_Index(int index) override { strip_->Scroll_To_Index(index); }
     void Update_Status() override;
     void Show_Current_Picture() override;
     void Begin_Pick_Progress() override;
@@ -110,7 +116,6 @@ private:
     bool Shows_Found_Files() const override { return explorer_->Model().Shows_File_List(); }
     void Go_To_Folder(const QString& folder) override { explorer_->Set_Path(folder); }
     void Refresh_Folders() override;
-    void Show_File_Changes() override;
     QStringList Selected_Folders() const override;
     QString File_Pattern() const override { return explorer_->ExplorerPattern(); }
     void List_Found_Files(const QStringList& paths) override;
@@ -126,7 +131,7 @@ private:
     bool Leave_Full_Views() override { return Leave_Full_Window_View() || Leave_Picture_List(); }
     bool Pick_In_Progress() const override { return parts_.form.Picking().Pick_In_Progress(); }
     bool Is_Busy() const override { return commands_.Is_Busy(); }
-    bool Confirm_Abandon_Slide_Show() override { return true; }
+    bool Confirm_Abandon_Slide_Show() override { return parts_.form.State().slide_show->Confirm_Abandon(); }
     bool Confirm_Abandon_Scripts() override;
     bool Confirm_Abandon_Descriptions() override;
     bool Confirm_Close_Of_Other_Windows() override;
@@ -163,10 +168,13 @@ private:
     QLabel* current_label_ = nullptr;
     QLabel* design_size_ = nullptr;
     QMenu* popup_ = nullptr;
+    QMap<Menu, QMenu*> menus_;           // of the menu bar
     QMap<Command_Id, QAction*> actions_; // of the menu bar; the popup's are apart
     QList<std::pair<Command_Id, QAction*>> popup_actions_;
     QList<QAction*> prepared_;
     QTimer actions_later_;
+    bool panel_looks_running_ = false; // the button stops a show
+    Save_Options last_save_options_; // of this run
     std::function<void(const QString& path)> open_show_;
 };
 

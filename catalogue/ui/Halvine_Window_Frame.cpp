@@ -78,6 +78,7 @@ void Halvine_Window::Set_Pattern_String(const QString& pattern)
 
 void Halvine_Window::closeEvent(QCloseEvent* event)
 {
+    if (!Is_In_Full_Window_View()) parts_.form.State().slide_show->Stop(); // leaving a full-window show stops it
     event->setAccepted(Close_Main_Window(*this, parts_.state, parts_.ports));
 }
 
@@ -136,6 +137,15 @@ bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 
 void Halvine_Window::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && Leave_Full_Views()) return;
+    if (event->key() == Qt::Key_Escape) {
+        if (Leave_Full_Views()) return;
+        parts_.form.State().slide_show->Stop();
+    }
     QMainWindow::keyPressEvent(event);
+}
+
+void Halvine_Window::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
 }

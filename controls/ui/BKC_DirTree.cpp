@@ -4,6 +4,7 @@
 #include "controls/ui/Folder_Tree_Model.h"
 #include "controls/ui/bkcGrid.h"
 #include "frame/text/Text_Utilities.h"
+#include "frame/text/Uri_List.h"
 
 namespace {
 
@@ -12,8 +13,8 @@ constexpr int Settle_Milliseconds = 250;
 QStringList Local_Paths(const QMimeData& data)
 {
     QStringList paths;
-    for (const auto& url : data.urls())
-        if (url.isLocalFile()) paths += Without_Trailing_Separator(url.toLocalFile());
+    for (const auto& path : Paths_Of_Uri_List(data.data(QStringLiteral("text/uri-list"))))
+        paths += Without_Trailing_Separator(path);
     return paths;
 }
 
@@ -25,6 +26,7 @@ BKC_DirTree::BKC_DirTree(QWidget* parent) : QTreeView(parent), folders_(new Fold
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAccessibleName(tr("Folders"));
+    header()->setAccessibleName(tr("Folders"));
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(true);

@@ -141,16 +141,21 @@ QVariant Grid_Table_Model::Row_Header(int row, int role) const
 void Grid_Cell_Delegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
+    Draw_Lines(*painter, option);
+}
+
+void Grid_Cell_Delegate::Draw_Lines(QPainter& painter, const QStyleOptionViewItem& option) const
+{
     const auto color = [&](Grid_Property property) {
         return Color_Of(Stored_Color(content_.Properties().Value(property)), option.palette);
     };
     const auto place = option.rect;
     if (content_.Is_On(Grid_Property::HorzLines)) {
-        painter->setPen(color(Grid_Property::HorzLinesColor));
-        painter->drawLine(place.bottomLeft(), place.bottomRight());
+        painter.setPen(color(Grid_Property::HorzLinesColor));
+        painter.drawLine(place.bottomLeft(), place.bottomRight());
     }
     if (content_.Is_On(Grid_Property::VertLines)) {
-        painter->setPen(color(Grid_Property::VertLinesColor));
-        painter->drawLine(place.topRight(), place.bottomRight());
+        painter.setPen(color(Grid_Property::VertLinesColor));
+        painter.drawLine(place.topRight(), place.bottomRight());
     }
 }

@@ -46,6 +46,10 @@ public:
     Grid_Cell_Delegate(const Grid_Model& content, QObject* parent) : QStyledItemDelegate(parent), content_(content) {}
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
+protected:
+    void Draw_Lines(QPainter& painter,
+                    const QStyleOptionViewItem& option) const; ///< for those that draw a cell themselves
+
 private:
     const Grid_Model& content_;
 };

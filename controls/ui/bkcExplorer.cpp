@@ -17,6 +17,7 @@ bkcExplorer::bkcExplorer(QWidget* parent)
       message_(new QLabel(grid_->viewport())),
       model_(grid_->Content())
 {
+    setAccessibleName(tr("Folders and files"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(split_);
@@ -114,6 +115,7 @@ void bkcExplorer::Refresh()
     if (!Path().isEmpty()) model_.Refresh();
     Watch();
     Show_Message();
+    emit Listed();
 }
 
 void bkcExplorer::Watch()
@@ -154,6 +156,7 @@ void bkcExplorer::InitializeGridExplicit(const QStringList& File_List)
 {
     model_.Show_Files(File_List);
     Show_Message();
+    emit Listed();
 }
 
 void bkcExplorer::Set_ExplorerPattern(const QString& New_Pattern)

@@ -262,6 +262,28 @@ TEST_F(Saving, Method_2_Copies_The_Original_To_A_Snapshot_First)
     EXPECT_NE(before, Contents_Of(File("a.jpg")));
 }
 
+TEST_F(Saving, Method_2_Leaves_No_Snapshot_Of_A_Picture_That_Was_Not_Overwritten)
+{
+    const int key = Pick_New("a.jpg");
+    EXPECT_FALSE(form.Save_Picture(2, key, 0, {}, Clear_Nothing)) << "nothing to write";
+    EXPECT_EQ(QStringList{"a.jpg"}, Names());
+    Put_File(File("a.jpg"), Contents_Of(File("a.jpg")) + " ");
+    const Owned_Bitmap bitmap = Drawn_Bitmap(80, 50, 9);
+    EXPECT_FALSE(form.Save_Picture(2, key, bitmap.Get(), {}, Clear_Nothing)) << "changed by another program";
+    EXPECT_EQ(QStringList{"a.jpg"}, Names());
+}
+
+TEST_F(Saving, Method_2_Twice_In_A_Second_Keeps_Both_Snapshots)
+{
+    const int key = Pick_New("a.jpg");
+    const std::string first = Contents_Of(File("a.jpg"));
+    form.Save_Picture(2, key, Drawn_Bitmap(80, 50, 9).Get(), {}, Clear_Nothing);
+    const std::string second = Contents_Of(File("a.jpg"));
+    form.Save_Picture(2, key, Drawn_Bitmap(80, 50, 8).Get(), {}, Clear_Nothing);
+    EXPECT_EQ(first, Contents_Of(File("~a-20260314-150926.jpg")));
+    EXPECT_EQ(second, Contents_Of(File("~a-20260314-150927.jpg")));
+}
+
 TEST_F(Saving, Method_4_Names_The_Copy_By_The_Suffix_And_Asks_Before_Overwriting)
 {
     const int key = Pick_New("a.jpg");
