@@ -1,4 +1,5 @@
 #include "bench/Window_Bench.h"
+#include "bkimgutl/core/Pixel_Memory.h"
 
 #include <QtTest/QtTest>
 #include <cstdio>
@@ -82,7 +83,11 @@ int main(int count, char** words)
         took = Now_Milliseconds() - start;
     });
     std::printf("| the pick | %.1f s |\n| longest pause during the pick | %.0f ms |\n", took / 1000, pause);
-    std::printf("| memory before, and after | %.0f, %.0f MiB |\n", before, Resident_Mebibytes());
+    const double after = Resident_Mebibytes();
+    const double thumbnails = double(Current_Pixel_Memory_Use().live_bytes) / 1048576;
+    std::printf("| memory before, and after | %.0f, %.0f MiB |\n", before, after);
+    std::printf("| thumbnails in it | %.0f MiB |\n", thumbnails);
+    std::printf("| the rest, for each record | %.2f KiB |\n", (after - before - thumbnails) * 1024 / pictures);
     for (const Action& action : Actions(window)) {
         std::printf("| %s: longest pause | %.0f ms |\n", action.name, heartbeat.Longest_Pause(action.run));
         std::fflush(stdout);

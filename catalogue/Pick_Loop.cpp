@@ -73,7 +73,8 @@ void Pick_Loop::Begin(Run& run)
     state_.view->Show_Current_Picture();
     if (!run.append) {
         state_.selection.Clear();
-        state_.pictures.Clear();
+        state_.pictures.Remove_All();
+        Free_Removed_Records();
         state_.view->Set_Top_Row(0);
     }
     state_.pictures.Reserve(int(run.entries.size()));
@@ -209,6 +210,7 @@ void Pick_Loop::Remove_Pictures(std::span<const int> indices)
     for (const int index : indices)
         if (state_.pictures.Is_Index(index)) state_.selection.Forget_Key(state_.pictures.Item(index).Picture_Key);
     state_.pictures.Remove(indices);
+    Free_Removed_Records();
     if (state_.current_picture_key != 0 && state_.pictures.Find(state_.current_picture_key) == nullptr) {
         pictures_.Drop_Current_Picture();
         state_.view->Show_Current_Picture();
@@ -217,4 +219,20 @@ void Pick_Loop::Remove_Pictures(std::span<const int> indices)
     state_.view->Draw_All_Thumbnails();
     state_.view->Update_Scroll_Range();
     state_.view->Update_Status();
+}
+
+/// A large number of them a little at a time, between events.
+void Pick_Loop::Free_Removed_Records()
+{
+    if (!state_.pictures.Has_Removed_Records()) return;
+    if (!state_.platform.make_timer) {
+        while (state_.pictures.Has_Removed_Records()) state_.pictures.Free_Some();
+        return;
+    }
+    if (!freeing_)
+        freeing_ = state_.platform.make_timer([this] {
+            state_.pictures.Free_Some();
+            if (!state_.pictures.Has_Removed_Records()) freeing_->Stop();
+        });
+    freeing_->Start(0);
 }

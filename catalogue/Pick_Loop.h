@@ -48,10 +48,12 @@ private:
     bool Is_Late(const Run& run) const;
     void Yield(Run& run);
     void Discard(bool all);
+    void Free_Removed_Records();
     std::optional<Picture_Item> Record_Of(const File_Entry& entry, Picture_Contents contents) const;
 
     Catalogue_State& state_;
     Picture_Pictures& pictures_;
+    std::unique_ptr<Repeating_Timer> freeing_; // on as long as there are removed records to free
     bool in_progress_ = false;
     bool stop_requested_ = false;
 };

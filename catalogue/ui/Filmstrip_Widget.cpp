@@ -18,6 +18,7 @@ QRect To_Pixels(const Twips_Rectangle& twips)
     return {twips.left / pixel, twips.top / pixel, twips.width / pixel, twips.height / pixel};
 }
 
+constexpr int Most_Made_At_Once = 4; // scripts take some milliseconds each
 constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 
 } // namespace
@@ -160,11 +161,14 @@ void Filmstrip_Widget::Draw_Thumbnail(int index)
     const Picture_List& pictures = form_.State().pictures;
     if (!ready_ || !pictures.Is_Index(index)) return;
     layout_.Set_Count(pictures.Count());
-    const int key = pictures.Item(index).Picture_Key;
-    if (layout_.On_View(index))
-        budget_.Use(key);
-    else
-        budget_.Note(key);
+    // A few are made at once, so that nothing flickers; the rest of many follow one by one as they are painted.
+    const Picture_Item& item = pictures.Item(index);
+    if (layout_.On_View(index) && item.Thumbnail_Bitmap && made_since_paint_ < Most_Made_At_Once) {
+        ++made_since_paint_;
+        budget_.Use(item.Picture_Key);
+    } else {
+        budget_.Note(item.Picture_Key);
+    }
     Set_Thumbnail_Frame(index);
 }
 
@@ -186,6 +190,7 @@ void Filmstrip_Widget::Draw_All_Thumbnails()
 
 void Filmstrip_Widget::paintEvent(QPaintEvent* event)
 {
+    made_since_paint_ = 0;
     QPainter painter(viewport());
     painter.fillRect(event->rect(), Strip_Color);
     if (!ready_) return;

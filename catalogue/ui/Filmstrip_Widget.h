@@ -77,6 +77,7 @@ private:
     QTimer current_later_; // a held key must not load every picture that it passes
     QTimer making_;        // thumbnails that were given up or whose script changed, one at each turn of the event loop
     std::vector<int> to_make_;
+    int made_since_paint_ = 0;
     int offset_ = 0; // pixels of the strip above the view
     int cursor_key_ = 0;
     int wanted_index_ = 0;
