@@ -36,6 +36,7 @@ private:
 constexpr int Left_Button = 1;
 constexpr int Shift_Key = 1;
 constexpr Command_Id Exit_Command{Menu::File, 999};
+constexpr Command_Id Save_On_Exit_Command{Menu::File, 903};
 
 QString Plural(int count)
 {
@@ -49,6 +50,13 @@ bool Catalogue_Commands::Is_Here(const Command& command) const
     return command.handler != nullptr || brought_.count({command.menu, command.number}) > 0;
 }
 
+bool Catalogue_Commands::Is_Checked(Command_Id id) const
+{
+    if (id == Save_On_Exit_Command) return Save_Configuration_On_Exit;
+    const auto check = checks_.find(id);
+    return check != checks_.end() && check->second();
+}
+
 Command_Facts Catalogue_Commands::Facts() const
 {
     const Catalogue_State& state = form_.State();
@@ -60,7 +68,7 @@ Command_Facts Catalogue_Commands::Facts() const
             .current_picture = state.current_picture_key != 0,
             .copied_script = !state.Copied_Script_Items.Is_Empty(),
             .prepared_script = state.Current_Prepared_Script != 0,
-            .show_running = Show_Running};
+            .show_running = state.slide_show->Is_Running()};
 }
 
 bool Catalogue_Commands::Run(Command_Id id)
@@ -71,16 +79,31 @@ bool Catalogue_Commands::Run(Command_Id id)
         Exit();
         return true;
     }
+    Carry_Out([&] {
+        if (const auto brought = brought_.find(id); brought != brought_.end())
+            brought->second();
+        else if (command->handler != nullptr)
+            (this->*command->handler)();
+        else
+            Dialogs().Refuse(QStringLiteral("Feature Not Implemented"));
+    });
+    return true;
+}
+
+bool Catalogue_Commands::Run_Unlisted(const std::function<void()>& work)
+{
+    const Command_Facts facts = Facts();
+    if (facts.pick_in_progress || facts.busy) return false;
+    Carry_Out(work);
+    return true;
+}
+
+void Catalogue_Commands::Carry_Out(const std::function<void()>& work)
+{
     host_.Leave_Full_Window_View();
     left_list_ = host_.Leave_Picture_List();
     const Running_Command running(running_, form_.State().platform.shell);
-    if (const auto brought = brought_.find(id); brought != brought_.end())
-        brought->second();
-    else if (command->handler != nullptr)
-        (this->*command->handler)();
-    else
-        Dialogs().Refuse(QStringLiteral("Feature Not Implemented"));
-    return true;
+    work();
 }
 
 void Catalogue_Commands::Press_Panel(int button_id, int button, int shift)
@@ -105,9 +128,11 @@ void Catalogue_Commands::Press_Panel(int button_id, int button, int shift)
 
 void Catalogue_Commands::Pick_Paths(const QStringList& paths, bool append, bool refresh_selection)
 {
-    std::vector<File_Entry> entries;
-    for (const QString& path : paths) entries.push_back(Entry_Of_File(path));
+    // Dates and sizes come with the reading: asking each of a hundred thousand files for them takes a third of a second.
+    std::vector<File_Entry> entries(std::size_t(paths.size()));
+    std::transform(paths.begin(), paths.end(), entries.begin(), [](const QString& path) { return File_Entry{path}; });
     form_.Picking().Pick_Selected(entries, append, refresh_selection);
+    if (picked_from_ && !paths.isEmpty()) picked_from_(Folder_Part(paths.front()));
 }
 
 void Catalogue_Commands::Pick(bool append, bool refresh_selection)
@@ -264,7 +289,11 @@ void Catalogue_Commands::Camera_Information()
     if (item == nullptr) return;
     const auto record = Camera_Record_Of_File(item->Full_Name(), item->File_Type);
     const QString report = record ? Camera_Report(*record) : QString();
-    Dialogs().Show_Text(Camera_Information_Caption, report.isEmpty() ? No_Camera_Information : report);
+    if (report.isEmpty())
+        Dialogs().Ask(
+            {.text = No_Camera_Information, .icon = Message_Icon::Information, .title = Camera_Information_Caption});
+    else
+        Dialogs().Show_Text(Camera_Information_Caption, report);
 }
 
 void Catalogue_Commands::Thumbnail_List()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "catalogue/Command_Table.h"
+#include "catalogue/File_Operations.h"
+#include "catalogue/Folder_Operations.h"
 #include "catalogue/Halvine_Form.h"
 #include "catalogue/Search.h"
 #include "catalogue/Window_Host.h"
@@ -12,11 +14,19 @@
 /// for Exit, which the close sequence judges, and the Stop button of a pick.
 class Catalogue_Commands {
 public:
-    Catalogue_Commands(Halvine_Form& form, Window_Host& host) : form_(form), host_(host) {}
+    Catalogue_Commands(Halvine_Form& form, Window_Host& host)
+        : form_(form),
+          host_(host),
+          files_(form.State(), form.Picking(), form.Pictures()),
+          folders_(form.State(), form.Picking(), form.Pictures())
+    {}
 
     /// Leaves the full-window and list views, then carries the command out if its rule allows it. False when there is no
     /// such command, or it cannot act now.
     bool Run(Command_Id id);
+
+    /// The same for what stands in no table, such as a drop, or an item of a list of recent files.
+    bool Run_Unlisted(const std::function<void()>& work);
 
     /// A click on the panel. Button: 1 left, 2 right; Shift: 1 shift, 2 control.
     void Press_Panel(int button_id, int button, int shift);
@@ -27,23 +37,46 @@ public:
     /// Files from elsewhere, such as a drop: picked behind the present pictures, or in their place.
     void Pick_Paths(const QStringList& paths, bool append, bool refresh_selection);
 
+    // Wishes of the folder pane. Like commands they are refused while another one runs.
+    void New_Folder_In(const QString& parent);
+    void Rename_Folder(const QString& folder);
+    void Copy_Folder(const QString& folder);
+    void Delete_Folder(const QString& folder);
+    void Delete_Files(const QStringList& files);
+    /// Files and folders were dropped on a folder of the tree.
+    void Drop_Files(const QStringList& paths, const QString& folder, bool copy);
+    void Drop_Folder(const QString& source, const QString& target, bool copy);
+
     /// Working windows and other areas bring the commands that stand without a handler here.
     void Set_Handler(Command_Id id, std::function<void()> handler) { brought_[id] = std::move(handler); }
     bool Is_Here(const Command& command) const;
 
+    /// The state of a check item whose handler was brought. Asked whenever the menus are brought up to date.
+    void Set_Check(Command_Id id, std::function<bool()> check) { checks_[id] = std::move(check); }
+    bool Is_Checked(Command_Id id) const;
+
+    /// Gets the folder of the first file of each pick.
+    void Set_Picked_From(std::function<void(const QString& folder)> call) { picked_from_ = std::move(call); }
+
     Command_Facts Facts() const;
     bool Is_Busy() const { return running_ > 0; }
 
-    /// Check items: "Save Configuration On Exit".
-    bool Save_Configuration_On_Exit = true;
-    bool Show_Running = false;
+    bool Save_Configuration_On_Exit = true; ///< check item
 
     // The commands, as the table names them.
     void Pick_Selected() { Pick(false, true); }
     void Pick_Append_Selected() { Pick(true, false); }
     void Discard_Selected();
     void Discard_All();
+    void Copy_Selected();
+    void Move_Selected();
+    void Delete_Selected();
     void Save_Selected_As();
+    void New_Folder() { Make_Folder(form_.Return_Explorer_Path()); }
+    void Rename_Selected_Folder();
+    void Copy_Selected_Folders();
+    void Open_Configuration_File() { host_.Open_Configuration_File(); }
+    void Save_Configuration_File() { host_.Save_Configuration_File(); }
     void Refresh_Folders() { host_.Refresh_Folders(); }
     void Search_File_Names() { Search(Search_Kind::Names); }
     void Search_Descriptions() { Search(Search_Kind::Descriptions); }
@@ -87,6 +120,9 @@ public:
     void Set_Background_Color();
 
 private:
+    void Carry_Out(const std::function<void()>& work);
+    void Make_Folder(const QString& parent);
+    void Rename_Pane_Folder(const QString& folder);
     void Pick(bool append, bool refresh_selection);
     void Search(Search_Kind kind);
     void Rotate_Selected(int degrees);
@@ -106,7 +142,11 @@ private:
 
     Halvine_Form& form_;
     Window_Host& host_;
+    File_Operations files_;
+    Folder_Operations folders_;
     std::map<Command_Id, std::function<void()>> brought_;
+    std::map<Command_Id, std::function<bool()>> checks_;
+    std::function<void(const QString& folder)> picked_from_;
     int running_ = 0;
     bool left_list_ = false; // this command has just closed the list view
 };

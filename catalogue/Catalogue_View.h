@@ -18,6 +18,7 @@ public:
     virtual void Set_Thumbnail_Frame(int /*index*/, bool /*selected*/) {}
     virtual void Clear_Strip() {} ///< before a pick into an empty list
     virtual void Update_Scroll_Range() {}
+    virtual void Scroll_To_Index(int /*index*/) {}
     virtual void Update_Status() {}
     virtual void Show_Current_Picture() {} ///< it changed, or there is none any more
 
@@ -40,10 +41,14 @@ public:
 class Slide_Show_Link {
 public:
     virtual ~Slide_Show_Link() = default;
+    virtual bool Is_Running() const { return false; }
     virtual void Stop() {}
+    virtual void Pictures_Removed() {} ///< some records of the catalogue have ended
     virtual bool Is_File_Open() const { return false; }
+    virtual QString File_Name() const { return {}; } ///< of the open show; empty when none is open
     virtual void Set_File_Modified() {}
     virtual void Forget_File() {}
+    virtual bool Confirm_Abandon() { return true; } ///< false when the open show is modified and to be kept
     virtual void Control(int /*code*/, int /*slide*/) {}
     virtual int Picture_Key_Of_Slide(int /*slide*/) const { return 0; }
 };

@@ -20,18 +20,18 @@ constexpr Command Rows[] = {
     {M::File, 103, "Discard Selected", N::Selection, &C::Discard_Selected, "Del"},
     {M::File, 104, "Discard All", N::Pictures, &C::Discard_All},
     {M::File, 201, "Copy/Rename Selected to Folder...", N::Pictures},
-    {M::File, 202, "Copy Selected to Folder", N::Pictures},
-    {M::File, 203, "Move Selected to Folder", N::Pictures},
-    {M::File, 204, "Delete Selected from Folder", N::Pictures},
+    {M::File, 202, "Copy Selected to Folder", N::Selection, &C::Copy_Selected},
+    {M::File, 203, "Move Selected to Folder", N::Selection, &C::Move_Selected},
+    {M::File, 204, "Delete Selected from Folder", N::Selection, &C::Delete_Selected},
     {M::File, 205, "Save Selected As...", N::Selection, &C::Save_Selected_As, "Ctrl+S"},
-    {M::File, 301, "New Folder...", N::Nothing},
-    {M::File, 302, "Rename Folder...", N::Nothing},
-    {M::File, 303, "Copy Folders...", N::Nothing},
+    {M::File, 301, "New Folder...", N::Nothing, &C::New_Folder},
+    {M::File, 302, "Rename Folder...", N::Nothing, &C::Rename_Selected_Folder},
+    {M::File, 303, "Copy Folders...", N::Nothing, &C::Copy_Selected_Folders},
     {M::File, 304, "Refresh Folders/Files", N::Nothing, &C::Refresh_Folders, "F5"},
     {M::File, 801, "Print Setup...", N::Nothing},
     {M::File, 802, "Preview/Print...", N::Pictures, nullptr, "Ctrl+P"},
-    {M::File, 901, "Open Configuration File...", N::Nothing},
-    {M::File, 902, "Save Configuration File...", N::Nothing},
+    {M::File, 901, "Open Configuration File...", N::Nothing, &C::Open_Configuration_File},
+    {M::File, 902, "Save Configuration File...", N::Nothing, &C::Save_Configuration_File},
     {.menu = M::File,
      .number = 903,
      .caption = "Save Configuration On Exit",
@@ -110,6 +110,7 @@ constexpr Command Rows[] = {
     {M::Rename, 102, "Define Rename Formula...", N::Nothing},
     {M::Rename, 201, "Copy/Rename Selected...", N::Pictures},
     {M::Rename, 202, "Rename Selected...", N::Pictures, nullptr, "F2"},
+    {M::Rename, 203, "Take Back Last Rename", N::Nothing},
     {M::Rename, 301, "Describe Selected...", N::Pictures},
 
     {M::Select, 101, "Select None", N::Selection, &C::Select_None, "Ctrl+Shift+A"},
@@ -163,11 +164,11 @@ constexpr Command Rows[] = {
     {M::Slides, 301, "Display Interval...", N::Nothing},
     {.menu = M::Slides, .number = 302, .caption = "Display Full Window", .needs = N::Nothing, .is_check = true},
     {.menu = M::Slides, .number = 303, .caption = "Continuous Display", .needs = N::Nothing, .is_check = true},
-    {M::Slides, 401, "Start Slide Show", N::Pictures, nullptr, "F11"},
+    {M::Slides, 401, "Start Slide Show", N::Pictures_And_No_Show, nullptr, "F11"},
     {M::Slides, 402, "Stop Slide Show", N::Running_Show},
 
     {M::Thumbnail_Popup, 101, "Discard", N::Selection, &C::Discard_Selected},
-    {M::Thumbnail_Popup, 102, "Delete", N::Selection},
+    {M::Thumbnail_Popup, 102, "Delete", N::Selection, &C::Delete_Selected},
     {M::Thumbnail_Popup, 201, "Retouch...", N::Selection},
     {M::Thumbnail_Popup, 202, "Adjust...", N::Selection},
     {M::Thumbnail_Popup, 203, "Wand...", N::Selection},
@@ -179,17 +180,8 @@ constexpr Command Rows[] = {
 
 // What is left to do: take a command out of this list when its handler comes.
 constexpr Command_Id To_Come[] = {
-    {M::File, 201},
-    {M::File, 202},
-    {M::File, 203},
-    {M::File, 204},
-    {M::File, 301},
-    {M::File, 302},
-    {M::File, 303},
     {M::File, 801},
     {M::File, 802},
-    {M::File, 901},
-    {M::File, 902},
     {M::Edit, 104},
     {M::Edit, 201},
     {M::Edit, 202},
@@ -242,34 +234,24 @@ constexpr Command_Id To_Come[] = {
     {M::Zoom_View, 106},
     {M::Zoom_View, 107},
     {M::Zoom_View, 108},
-    {M::Rename, 101},
-    {M::Rename, 102},
-    {M::Rename, 201},
-    {M::Rename, 202},
-    {M::Rename, 301},
     {M::Rotate, 201},
     {M::Options, 201},
     {M::Options, 302},
     {M::Options, 303},
-    {M::Slides, 101},
-    {M::Slides, 102},
-    {M::Slides, 103},
-    {M::Slides, 201},
-    {M::Slides, 202},
-    {M::Slides, 203},
-    {M::Slides, 204},
-    {M::Slides, 301},
-    {M::Slides, 302},
-    {M::Slides, 303},
-    {M::Slides, 401},
-    {M::Slides, 402},
-    {M::Thumbnail_Popup, 102},
     {M::Thumbnail_Popup, 201},
     {M::Thumbnail_Popup, 202},
     {M::Thumbnail_Popup, 203},
     {M::Thumbnail_Popup, 204},
     {M::Thumbnail_Popup, 302},
     {M::Thumbnail_Popup, 303},
+};
+
+// Commands without a handler here: areas above the catalogue bring theirs.
+constexpr Command_Id Brought[] = {
+    {M::File, 201},   {M::Rename, 101}, {M::Rename, 102}, {M::Rename, 201}, {M::Rename, 202}, {M::Rename, 203},
+    {M::Rename, 301},
+    {M::Slides, 101}, {M::Slides, 102}, {M::Slides, 103}, {M::Slides, 201}, {M::Slides, 202}, {M::Slides, 203},
+    {M::Slides, 204}, {M::Slides, 301}, {M::Slides, 302}, {M::Slides, 303}, {M::Slides, 401}, {M::Slides, 402},
 };
 
 constexpr Menu Bar[] = {M::File, M::Edit, M::Search, M::Rename, M::Select, M::Rotate, M::Script, M::Options, M::Slides};
@@ -310,21 +292,23 @@ constexpr bool Sorted_And_Unique()
 }
 static_assert(Sorted_And_Unique());
 
-constexpr bool Stands_To_Come(Command_Id id)
+constexpr int Places_In(std::span<const Command_Id> list, Command_Id id)
 {
-    for (const Command_Id& row : To_Come)
-        if (row == id) return true;
-    return false;
+    int places = 0;
+    for (const Command_Id& row : list) places += row == id ? 1 : 0;
+    return places;
 }
 
-constexpr bool Each_Row_Has_A_Handler_Or_Stands_To_Come()
+constexpr bool Each_Row_Stands_In_One_Place()
 {
-    for (const Command& row : Rows)
-        if ((row.handler == nullptr && row.submenu == Menu::None) != Stands_To_Come(Id_Of(row))) return false;
+    for (const Command& row : Rows) {
+        const int handled = row.handler != nullptr || row.submenu != Menu::None ? 1 : 0;
+        if (handled + Places_In(To_Come, Id_Of(row)) + Places_In(Brought, Id_Of(row)) != 1) return false;
+    }
     return true;
 }
 #ifndef __SANITIZE_ADDRESS__ // under the sanitizers the address of a function is no constant
-static_assert(Each_Row_Has_A_Handler_Or_Stands_To_Come());
+static_assert(Each_Row_Stands_In_One_Place());
 #endif
 
 bool Is_There(Needs needs, const Command_Facts& facts)
@@ -340,6 +324,7 @@ bool Is_There(Needs needs, const Command_Facts& facts)
     case Needs::Selection_And_Prepared: return facts.selected > 0 && facts.prepared_script;
     case Needs::Pictures_And_Prepared: return facts.pictures > 0 && facts.prepared_script;
     case Needs::Running_Show: return facts.show_running;
+    case Needs::Pictures_And_No_Show: return facts.pictures > 0 && !facts.show_running;
     }
     return false;
 }
@@ -465,6 +450,11 @@ bool Is_Enabled(const Command& command, const Command_Facts& facts)
 std::span<const Command_Id> Commands_To_Come()
 {
     return To_Come;
+}
+
+std::span<const Command_Id> Commands_Brought()
+{
+    return Brought;
 }
 
 QStringList With_Mnemonics(const QStringList& captions)

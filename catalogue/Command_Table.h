@@ -41,6 +41,7 @@ enum class Needs {
     Selection_And_Prepared, ///< a selection and a prepared script in force
     Pictures_And_Prepared,
     Running_Show,
+    Pictures_And_No_Show, ///< at least one picture, and no show is running
 };
 
 struct Command {
@@ -48,7 +49,7 @@ struct Command {
     int number; ///< group x 100 + position; a separator stands between groups
     const char* caption;
     Needs needs;
-    void (Catalogue_Commands::*handler)() = nullptr; ///< null: see Commands_To_Come
+    void (Catalogue_Commands::*handler)() = nullptr; ///< null: see Commands_To_Come and Commands_Brought
     const char* shortcut = "";                       ///< portable text, "Ctrl+A"
     Menu submenu = Menu::None;                       ///< the row opens this menu
     bool is_check = false;
@@ -82,6 +83,9 @@ bool Is_Enabled(const Command& command, const Command_Facts& facts);
 
 /// The commands that are not there yet; they answer "Feature Not Implemented". A row without a handler stands here too.
 std::span<const Command_Id> Commands_To_Come();
+
+/// The commands whose handlers come from areas above the catalogue, through Catalogue_Commands::Set_Handler.
+std::span<const Command_Id> Commands_Brought();
 
 /// The captions with an "&" before a letter or digit that no other caption of the list has; the first letters of words
 /// come first. A caption that finds none free stays without. "&" in a caption is doubled.

@@ -8,7 +8,8 @@
 
 namespace {
 constexpr qint64 Longest_Silence_Milliseconds = 50;
-}
+constexpr std::chrono::milliseconds Longest_Wait(10); // for a file, before the clock is looked at
+} // namespace
 
 struct Pick_Loop::Run {
     std::span<const File_Entry> entries;
@@ -38,19 +39,25 @@ void Pick_Loop::Add_Picture_By_File_Name(const QString& File_Name)
     Pick_Files(entry, true, false);
 }
 
+bool Pick_Loop::May_Replace_All() const
+{
+    for (int index = 1; index <= state_.pictures.Count(); ++index) {
+        if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
+        state_.platform.dialogs.Refuse(
+            QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
+                           "Use Pick/Append Selected to add selected pictures to thumbnail."));
+        return false;
+    }
+    return true;
+}
+
 void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
 {
-    if (!Append) {
-        for (int index = 1; index <= state_.pictures.Count(); ++index) {
-            if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
-            state_.platform.dialogs.Refuse(
-                QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
-                               "Use Pick/Append Selected to add selected pictures to thumbnail."));
-            return;
-        }
-    }
+    if (!Append && !May_Replace_All()) return;
     if (File_Entries.empty()) return;
-    if (!Append && (!Confirm_Abandon_Scripts(state_, true) || !Confirm_Abandon_Descriptions(state_, true))) return;
+    if (!Append && (!state_.slide_show->Confirm_Abandon() || !Confirm_Abandon_Scripts(state_, true) ||
+                    !Confirm_Abandon_Descriptions(state_, true)))
+        return;
     if (!Append) state_.slide_show->Forget_File();
     Pick_Files(File_Entries, Append, Refresh_Selection);
 }
@@ -66,36 +73,47 @@ void Pick_Loop::Begin(Run& run)
     state_.view->Show_Current_Picture();
     if (!run.append) {
         state_.selection.Clear();
-        state_.pictures.Clear();
+        state_.pictures.Remove_All();
+        Free_Removed_Records();
         state_.view->Set_Top_Row(0);
     }
     state_.pictures.Reserve(int(run.entries.size()));
     if (state_.pictures.Is_Empty()) state_.view->Clear_Strip();
 }
 
-std::optional<Picture_Item> Pick_Loop::Read_Picture(const File_Entry& entry)
+std::optional<Picture_Item> Pick_Loop::Record_Of(const File_Entry& entry, Picture_Contents contents) const
 {
     Picture_Item item;
-    item.File_Type = File_Type_From_Signature(entry.Path_Name);
     item.Path = Folder_Part(entry.Path_Name);
     item.File_Name = Name_Part(entry.Path_Name);
-    item.File_Date = Normalize_Date(entry.File_Date, true);
-    item.File_Size_KB = entry.File_Size_KB;
     item.Rotate = entry.Rotate;
     item.Interval_In_Seconds = entry.Interval;
-    pictures_.Make_Thumbnail(item);
-    if (!item.Thumbnail_Bitmap && state_.view->Shows_Thumbnails()) return std::nullopt;
-    Picture_Pictures::Read_Facts(item);
-    if (item.Horz_Pixels < 1) return std::nullopt;
+    if (!pictures_.Take_Contents(item, std::move(contents))) return std::nullopt;
+    if (entry.File_Date != 0) {
+        item.File_Date = Normalize_Date(entry.File_Date, true);
+        item.File_Size_KB = entry.File_Size_KB;
+    }
     return item;
+}
+
+/// False when Stop was pressed before the next file was there.
+bool Pick_Loop::Await(Load_Ahead& ahead, Run& run)
+{
+    while (!stop_requested_ && !ahead.Wait(Longest_Wait))
+        if (Is_Late(run)) Yield(run);
+    return !stop_requested_;
 }
 
 void Pick_Loop::Read_Entries(Run& run)
 {
+    std::vector<Picture_Request> requests;
+    requests.reserve(run.entries.size());
+    for (const File_Entry& entry : run.entries) requests.push_back(pictures_.Request_For(entry));
+    Load_Ahead ahead(std::move(requests));
     for (const File_Entry& entry : run.entries) {
-        if (stop_requested_) return;
+        if (!Await(ahead, run)) return;
         ++run.done;
-        auto item = Read_Picture(entry);
+        auto item = Record_Of(entry, ahead.Take());
         if (item) {
             item->Picture_Key = state_.pictures.Take_Next_Key();
             run.added_keys.push_back(item->Picture_Key);
@@ -128,9 +146,17 @@ void Pick_Loop::Yield_After(Run& run, bool read)
     // Stop button.
     const bool full_row = read && count % columns == 0 && count > 1;
     const bool row_of_failures = !read && run.failed.size() % columns == 0;
+    if (full_row || row_of_failures || Is_Late(run)) Yield(run);
+}
+
+bool Pick_Loop::Is_Late(const Run& run) const
+{
     const qint64 now = state_.platform.clock.Now().toMSecsSinceEpoch();
-    const bool late = std::abs(now - run.last_yield) >= Longest_Silence_Milliseconds;
-    if (!full_row && !row_of_failures && !late) return;
+    return std::abs(now - run.last_yield) >= Longest_Silence_Milliseconds;
+}
+
+void Pick_Loop::Yield(Run& run)
+{
     state_.platform.events.Process_Pending_Events();
     run.last_yield = state_.platform.clock.Now().toMSecsSinceEpoch();
 }
@@ -184,11 +210,29 @@ void Pick_Loop::Remove_Pictures(std::span<const int> indices)
     for (const int index : indices)
         if (state_.pictures.Is_Index(index)) state_.selection.Forget_Key(state_.pictures.Item(index).Picture_Key);
     state_.pictures.Remove(indices);
+    Free_Removed_Records();
     if (state_.current_picture_key != 0 && state_.pictures.Find(state_.current_picture_key) == nullptr) {
         pictures_.Drop_Current_Picture();
         state_.view->Show_Current_Picture();
     }
+    state_.slide_show->Pictures_Removed();
     state_.view->Draw_All_Thumbnails();
     state_.view->Update_Scroll_Range();
     state_.view->Update_Status();
+}
+
+/// A large number of them a little at a time, between events.
+void Pick_Loop::Free_Removed_Records()
+{
+    if (!state_.pictures.Has_Removed_Records()) return;
+    if (!state_.platform.make_timer) {
+        while (state_.pictures.Has_Removed_Records()) state_.pictures.Free_Some();
+        return;
+    }
+    if (!freeing_)
+        freeing_ = state_.platform.make_timer([this] {
+            state_.pictures.Free_Some();
+            if (!state_.pictures.Has_Removed_Records()) freeing_->Stop();
+        });
+    freeing_->Start(0);
 }

@@ -9,8 +9,9 @@
 #include <span>
 #include <vector>
 
-/// Moves files into the catalogue, and pictures out of it. Reading yields to events at each full row of the filmstrip, and
-/// after 50 milliseconds at the latest; a record is published only when it is complete.
+/// Moves files into the catalogue, and pictures out of it. The library reads some files ahead on other cores; records
+/// appear here, in the order of the list, and only when they are complete. Reading yields to events at each full row of
+/// the filmstrip, and after 50 milliseconds at the latest, also while a single file takes its time.
 class Pick_Loop {
 public:
     Pick_Loop(Catalogue_State& state, Picture_Pictures& pictures) : state_(state), pictures_(pictures) {}
@@ -18,6 +19,9 @@ public:
     /// A call that comes in while another one reads does nothing.
     void Pick_Files(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
     void Add_Picture_By_File_Name(const QString& File_Name);
+
+    /// False, after a message, while a window works on one of the pictures.
+    bool May_Replace_All() const;
 
     /// The command: refuses while pictures that would be discarded are in use, asks about unsaved changes, then picks.
     void Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
@@ -38,13 +42,18 @@ private:
     void Read_Entries(Run& run);
     void Finish(Run& run);
     void Select_Added(const Run& run);
+    bool Await(Load_Ahead& ahead, Run& run);
     void Show_Progress(const Run& run);
     void Yield_After(Run& run, bool read);
+    bool Is_Late(const Run& run) const;
+    void Yield(Run& run);
     void Discard(bool all);
-    std::optional<Picture_Item> Read_Picture(const File_Entry& entry);
+    void Free_Removed_Records();
+    std::optional<Picture_Item> Record_Of(const File_Entry& entry, Picture_Contents contents) const;
 
     Catalogue_State& state_;
     Picture_Pictures& pictures_;
+    std::unique_ptr<Repeating_Timer> freeing_; // on as long as there are removed records to free
     bool in_progress_ = false;
     bool stop_requested_ = false;
 };

@@ -23,15 +23,5 @@ void Flip_Picture(Catalogue_State& state, Picture_Pictures& pictures, int key, i
     if (item == nullptr) return;
     item->Flip ^= flip;
     if (item->Flip == (Flip_Left_To_Right | Flip_Top_To_Bottom)) Make_Half_Turn(*item);
-    if (item->Thumbnail_Bitmap) {
-        Owned_Bitmap flipped(Flip_Bitmap(item->Thumbnail_Bitmap.Get(), flip));
-        if (!flipped)
-            flipped.Reset(
-                Load_Picture_Bitmap(item->Full_Name(), item->File_Type, item->Scale_Divisor, item->Rotate, item->Flip));
-        item->Thumbnail_Bitmap = std::move(flipped);
-    }
-    const int index = state.pictures.Index_From_Key(key);
-    state.view->Draw_Thumbnail(index);
-    if (key == state.current_picture_key) pictures.Set_Current_Picture(index);
-    if (state.slide_show->Is_File_Open()) state.slide_show->Set_File_Modified();
+    pictures.Show_Turned(key);
 }

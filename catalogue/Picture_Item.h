@@ -30,7 +30,11 @@ struct Picture_Item {
     std::int32_t Flip = 0;          ///< pending flips
     QString Description;            ///< the file's comment
     bool Description_Modified = false;
-    Owned_Bitmap Thumbnail_Bitmap; ///< empty when unreadable
+    /// Empty when unreadable or given up. It may lag behind a change of Rotate and Flip, so that a thousand pictures turn
+    /// without touching their pixels: Picture_Pictures::Ensure_Thumbnail brings it in line.
+    Owned_Bitmap Thumbnail_Bitmap;
+    std::int32_t Thumbnail_Rotate = 0; ///< Rotate and Flip as the bitmap shows them
+    std::int32_t Thumbnail_Flip = 0;
     QString Camera_Summary;        ///< "1/250s, f/5.6, ¤"
     std::uint32_t Lock_Flags = 0;  ///< see Picture_Locks.h
     float Interval_In_Seconds = 0; ///< 0 means the global time
@@ -40,5 +44,6 @@ struct Picture_Item {
     File_Identity Identity; ///< of the file when it was read or written last: tells whether another program changed it
     std::int32_t Source_Warnings = -1; ///< of the last full-size load, as Get_Bitmap_Source_Warnings_CPP; -1 none yet
 
+    bool Thumbnail_Is_In_Line() const { return Thumbnail_Rotate == Rotate && Thumbnail_Flip == Flip; }
     QString Full_Name() const { return Path + File_Name; }
 };

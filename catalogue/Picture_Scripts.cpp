@@ -24,6 +24,7 @@ bool Picture_Scripts::Set_All(int key, const QString& script)
     if (Parse_Script_Items(script, items) != Script_Status::Complete) return false;
     item->Script_Items = items;
     item->Script_Modified = true;
+    Show(*item);
     return true;
 }
 
@@ -63,7 +64,15 @@ int Picture_Scripts::Set_Item(int key, const QString& text, std::span<const int>
     const int before = items.Count();
     items.Remove_Types(types);
     if (items.Count() != before) item->Script_Modified = true;
+    if (!text.isEmpty() || items.Count() != before) Show(*item);
     return index;
+}
+
+/// What is on view is always what the script makes of the file.
+void Picture_Scripts::Show(const Picture_Item& item)
+{
+    state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(item.Picture_Key));
+    if (item.Picture_Key == state_.current_picture_key) state_.view->Show_Current_Picture();
 }
 
 int Picture_Scripts::Recall_Item(int key, int type, QString& text) const

@@ -33,5 +33,6 @@ public:
     }
 
 private:
+    void Show(const Picture_Item& item);
     Catalogue_State& state_;
 };

@@ -5,15 +5,13 @@
 #include "catalogue/Snapshot_Names.h"
 #include "catalogue/Text_Item_Turning.h"
 #include "frame/files/Copy_File.h"
+#include "frame/files/Rename_File.h"
 #include "frame/files/Replacement_File.h"
 #include "frame/text/Text_Utilities.h"
 #include "imaging/Script_Interpreter.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
 
 namespace {
 
@@ -28,15 +26,9 @@ std::vector<int> Selected_Keys(const Catalogue_State& state)
 /// Never over an existing file.
 bool Rename_To_Free_Name(const QString& from, const QString& to, QString& reason)
 {
-    const std::string source = File_System_Bytes(from);
-    const std::string target = File_System_Bytes(to);
-    int outcome = renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE);
-    if (outcome != 0 && (errno == EINVAL || errno == ENOSYS)) { // a file system without the careful rename
-        errno = EEXIST;
-        outcome = QFileInfo::exists(to) ? -1 : std::rename(source.c_str(), target.c_str());
-    }
-    if (outcome != 0) reason = to + QStringLiteral(": ") + QString::fromStdString(System_Error_Text(errno));
-    return outcome == 0;
+    const auto renamed = Rename_To_New_Name(File_System_Bytes(from), File_System_Bytes(to));
+    if (!renamed) reason = QString::fromStdString(renamed.error().text);
+    return bool(renamed);
 }
 
 bool Save_Turned(const QString& target, const Picture_Item& item, int rotation, const File_Contents& contents)
@@ -69,10 +61,7 @@ bool Restore_Snapshot_File(const QString& snapshot, const QDateTime& now, QStrin
     }
     const QString original = Snapshot_Base_Name(snapshot);
     if (QFileInfo::exists(original)) {
-        // Two restores within a second would ask for one name.
-        QDateTime stamp = now;
-        while (QFileInfo::exists(Snapshot_Name(original, stamp))) stamp = stamp.addSecs(1);
-        const QString name = Snapshot_Name(original, stamp);
+        const QString name = Free_Snapshot_Name(original, now);
         if (!Rename_To_Free_Name(original, name, reason)) return false;
         kept_as = name;
     }

@@ -26,6 +26,9 @@ public:
     virtual bool Shows_Found_Files() const { return false; } ///< the grid lists the result of a search
     virtual void Go_To_Folder(const QString& /*folder*/) {}
     virtual void Refresh_Folders() {}
+    virtual void Show_File_Changes() {} ///< a command changed files: the pane reads them again
+    /// For commands on folders: those that are selected in a grid of folders, or else the pane's folder.
+    virtual QStringList Selected_Folders() const { return {}; }
     virtual QString File_Pattern() const { return {}; } ///< of the files that the pane lists
     virtual void List_Found_Files(const QStringList& /*paths*/) {}
 
@@ -33,6 +36,9 @@ public:
     virtual std::optional<Save_Options> Ask_Save_Options() { return std::nullopt; }
     virtual std::optional<std::array<int, 3>> Ask_Color(std::array<int, 3> /*red_green_blue*/) { return std::nullopt; }
     virtual void Edit_Script_Items(std::span<const int> /*keys*/) {}
+
+    virtual void Open_Configuration_File() {}
+    virtual void Save_Configuration_File() {}
 
     virtual Bitmap_Handle Clipboard_Bitmap() { return 0; } ///< a new bitmap, 0 when there is no picture
     virtual void Close_Window() {}                         ///< soon, from the event loop

@@ -58,7 +58,12 @@ public:
     // Cells.
     QVariant CellValue(int Grid_Column, int Grid_Row) const;
     void Set_CellValue(int Grid_Column, int Grid_Row, const QVariant& New_Value);
-    QString CellText(int Grid_Column, int Grid_Row) const; ///< the value in the column's format
+    /// The value in the column's format. With DataFormat a value without one has the usual format of its kind: numbers
+    /// are grouped, Booleans are Yes or No.
+    QString CellText(int Grid_Column, int Grid_Row) const;
+    /// The column's alignment. With DataAlign numbers and dates stand at the right and Booleans in the middle.
+    Grid_Text_Align CellAlign(int Grid_Column, int Grid_Row) const;
+    QString Cell_Image(int Grid_Column, int Grid_Row) const; ///< the name of the value's image; empty for none
     QVariant CellPreviousValue(int Grid_Column, int Grid_Row) const;
     std::optional<Stored_Color> CellBackColor(int Grid_Column, int Grid_Row) const;
     void Set_CellBackColor(int Grid_Column, int Grid_Row, std::optional<Stored_Color> New_Color);
@@ -68,7 +73,8 @@ public:
     void Set_CellHidden(int Grid_Column, int Grid_Row, bool New_Hidden);
     int CellAttribute(int Grid_Column, int Grid_Row) const;
     void Set_CellAttribute(int Grid_Column, int Grid_Row, int New_Attribute);
-    bool Cell_Editable(int Grid_Column, int Grid_Row) const; ///< grid and column allow it, and the cell is not hidden
+    /// Grid and column allow it, and the cell is neither hidden nor locked.
+    bool Cell_Editable(int Grid_Column, int Grid_Row) const;
     /// The user's edit: takes the text as the column's data type, keeps the value before it, marks the row. False, and
     /// nothing changed, when the cell is not editable or the text is no such value. The empty text is Null, but in text
     /// columns the empty text.
@@ -98,6 +104,15 @@ public:
     QVariant ActiveValue() const { return CellValue(ActiveColumn(), ActiveRow()); }
     void Set_ActiveValue(const QVariant& New_Value) { Set_CellValue(ActiveColumn(), ActiveRow(), New_Value); }
     QString ActiveText() const { return CellText(ActiveColumn(), ActiveRow()); }
+    /// The text as a value of the column's data type; false, and nothing changed, when it is none. Rights do not count
+    /// here: the host is free to write.
+    bool Set_ActiveText(const QString& New_Text);
+    /// The selected part of the active cell's text, 0-based, always within it; nothing in a cell that becomes active.
+    int ActiveSelStart() const;
+    int ActiveSelLength() const;
+    QString ActiveSelText() const { return ActiveText().mid(ActiveSelStart(), ActiveSelLength()); }
+    void Set_ActiveSelection(int New_Start, int New_Length);
+    bool Set_ActiveSelText(const QString& New_Text); ///< in the place of the selected part; then nothing is selected
 
     // Sorting.
     /// Sets the column's order (1, -1, or 0: dates newest first, anything else ascending) and makes the column the only
@@ -144,6 +159,8 @@ private:
     std::vector<int> sort_keys_;
     int active_column_ = 0;
     int active_stored_row_ = 0; // 1-based, 0 is none
+    int active_selection_start_ = 0;
+    int active_selection_length_ = 0;
     int anchor_stored_row_ = 0; // where a Shift range begins
     bool changed_ = false;
     bool layout_changed_ = false;

@@ -66,6 +66,40 @@ std::optional<QVariant> Value_From_User(const QString& text, const Grid_Column_R
     return QVariant(text); // a type of the host's own is text here
 }
 
+bool Is_Number(Grid_Data_Type type)
+{
+    switch (type) {
+    case Grid_Data_Type::Integer:
+    case Grid_Data_Type::Long:
+    case Grid_Data_Type::Single:
+    case Grid_Data_Type::Double:
+    case Grid_Data_Type::Currency:
+    case Grid_Data_Type::Byte: return true;
+    case Grid_Data_Type::Any:
+    case Grid_Data_Type::Null:
+    case Grid_Data_Type::Date:
+    case Grid_Data_Type::String:
+    case Grid_Data_Type::Boolean: break;
+    }
+    return false;
+}
+
+QString Usual_Format(Grid_Data_Type type)
+{
+    if (type == Grid_Data_Type::Boolean) return QStringLiteral("Yes/No");
+    if (!Is_Number(type)) return {};
+    const bool whole = type == Grid_Data_Type::Integer || type == Grid_Data_Type::Long || type == Grid_Data_Type::Byte;
+    return whole ? QStringLiteral("#,##0") : QStringLiteral("Standard");
+}
+
+/// The kind that counts in a column: a number in a date column is a date.
+Grid_Data_Type Shown_Type(const QVariant& value, const Grid_Column_Record& column)
+{
+    const auto type = Data_Type_Of(value);
+    const bool is_text = type == Grid_Data_Type::String || type == Grid_Data_Type::Null;
+    return column.data_type == int(Grid_Data_Type::Date) && !is_text ? Grid_Data_Type::Date : type;
+}
+
 bool Choice_Allowed(const QString& text, const Grid_Column_Record& column, bool free_text)
 {
     return column.control != Grid_Column_Control::List || free_text || column.data.toStringList().contains(text);
@@ -106,18 +140,35 @@ void Grid_Model::Set_CellValue(int Grid_Column, int Grid_Row, const QVariant& Ne
     Mark(Change::Content);
 }
 
-// The format of the value's own type wins; a number in a date column is a date.
+// The format of the value's own type wins.
 QString Grid_Model::CellText(int Grid_Column, int Grid_Row) const
 {
     const auto value = CellValue(Grid_Column, Grid_Row);
     const auto& column = Column(Grid_Column);
-    auto type = Data_Type_Of(value);
-    const bool is_text = type == Grid_Data_Type::String || type == Grid_Data_Type::Null;
-    const bool date_column = column.data_type == int(Grid_Data_Type::Date);
-    if (date_column && !is_text) type = Grid_Data_Type::Date;
+    const auto type = Shown_Type(value, column);
     auto format = column.format.value(int(type), column.format.value(int(Grid_Data_Type::Any)));
     if (format.isEmpty() && type == Grid_Data_Type::Date) format = QStringLiteral("General Date");
+    if (format.isEmpty() && Is_On(Grid_Property::DataFormat)) format = Usual_Format(type);
     return Format_Value(value, format);
+}
+
+Grid_Text_Align Grid_Model::CellAlign(int Grid_Column, int Grid_Row) const
+{
+    const auto& column = Column(Grid_Column);
+    if (Is_On(Grid_Property::DataAlign)) {
+        const auto type = Shown_Type(CellValue(Grid_Column, Grid_Row), column);
+        if (type == Grid_Data_Type::Date || Is_Number(type)) return Grid_Text_Align::Right;
+        if (type == Grid_Data_Type::Boolean) return Grid_Text_Align::Center;
+    }
+    return Grid_Text_Align(column.text_align);
+}
+
+QString Grid_Model::Cell_Image(int Grid_Column, int Grid_Row) const
+{
+    const auto& column = Column(Grid_Column);
+    const auto names = column.data_images.toStringList();
+    if (names.isEmpty() || Grid_Render_Mode(column.render_mode) == Grid_Render_Mode::Text) return {};
+    return names.value(column.data.toStringList().indexOf(CellText(Grid_Column, Grid_Row)));
 }
 
 QVariant Grid_Model::CellPreviousValue(int Grid_Column, int Grid_Row) const
@@ -176,13 +227,16 @@ int Grid_Model::CellAttribute(int Grid_Column, int Grid_Row) const
 
 void Grid_Model::Set_CellAttribute(int Grid_Column, int Grid_Row, int New_Attribute)
 {
-    if (auto* extra = Extra_At(Grid_Column, Grid_Row)) extra->attribute = New_Attribute;
+    if (auto* extra = Extra_At(Grid_Column, Grid_Row)) {
+        extra->attribute = New_Attribute;
+        Mark(Change::Content);
+    }
 }
 
 bool Grid_Model::Cell_Editable(int Grid_Column, int Grid_Row) const
 {
     return Is_On(Grid_Property::AllowUpdate) && Cell_At(Grid_Column, Grid_Row) && Column(Grid_Column).allow_update &&
-           !CellHidden(Grid_Column, Grid_Row);
+           !CellHidden(Grid_Column, Grid_Row) && (CellAttribute(Grid_Column, Grid_Row) & Cell_Locked) == 0;
 }
 
 bool Grid_Model::Edit_Cell(int Grid_Column, int Grid_Row, const QString& text)
@@ -198,6 +252,13 @@ bool Grid_Model::Edit_Cell(int Grid_Column, int Grid_Row, const QString& text)
     Row_At(Grid_Row)->changed = true;
     Set_CellValue(Grid_Column, Grid_Row, *value);
     return true;
+}
+
+bool Grid_Model::Set_ActiveText(const QString& New_Text)
+{
+    const auto value = ActiveRow() == 0 ? std::nullopt : Value_From_User(New_Text, Column(ActiveColumn()));
+    if (value) Set_ActiveValue(*value);
+    return value.has_value();
 }
 
 QVariantList Grid_Model::Row_Values(const Grid_Row_Record& row) const

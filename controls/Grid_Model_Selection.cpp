@@ -139,5 +139,31 @@ void Grid_Model::Set_Active(int Grid_Column, int Grid_Row)
     if (active_stored_row_ == stored && active_column_ == column) return;
     active_stored_row_ = stored;
     active_column_ = stored == 0 ? 0 : column;
+    active_selection_start_ = active_selection_length_ = 0;
     Tell(Change::Active);
+}
+
+int Grid_Model::ActiveSelStart() const
+{
+    return std::min(active_selection_start_, int(ActiveText().size()));
+}
+
+int Grid_Model::ActiveSelLength() const
+{
+    return std::min(active_selection_length_, int(ActiveText().size()) - ActiveSelStart());
+}
+
+void Grid_Model::Set_ActiveSelection(int New_Start, int New_Length)
+{
+    active_selection_start_ = std::max(0, New_Start);
+    active_selection_length_ = std::max(0, New_Length);
+}
+
+bool Grid_Model::Set_ActiveSelText(const QString& New_Text)
+{
+    const int start = ActiveSelStart();
+    auto text = ActiveText();
+    if (!Set_ActiveText(text.replace(start, ActiveSelLength(), New_Text))) return false;
+    Set_ActiveSelection(start + int(New_Text.size()), 0);
+    return true;
 }

@@ -27,12 +27,22 @@ Grid_Data_Type Data_Type_Of(const QVariant& value); ///< Null for an invalid or 
 
 enum class Grid_Column_Control : int { Text = 0, Check = 1, List = 2 };
 enum class Grid_Text_Align : int { Left = 0, Right = 1, Center = 2 };
+/// What a cell of a column with images shows. A value that has no image shows its text in each case.
+enum class Grid_Render_Mode : int { Image_And_Text = 0, Text = 1, Image = 2 };
+/// Bits of CellAttribute.
+enum Grid_Cell_Attribute : int {
+    Cell_Bold = 1,
+    Cell_Italic = 2,
+    Cell_Underlined = 4,
+    Cell_Struck_Out = 8,
+    Cell_Locked = 16
+};
 enum class Grid_Sort_Order : int { Descending = -1, Own = 0, Ascending = 1 }; ///< Own: dates newest first, others up
 
 struct Grid_Column_Record {
     Grid_Column_Control control = Grid_Column_Control::Text;
     QVariant data;           ///< the choices of a List column, a QStringList
-    QVariant data_images;    ///< a QStringList of icon names, one for each choice
+    QVariant data_images;    ///< a QStringList of image names, one for each choice; the view knows their pictures
     QVariant data_tool_tips; ///< a QStringList, one for each choice
     int data_type = 0;
     bool allow_sizing = true;
@@ -45,10 +55,10 @@ struct Grid_Column_Record {
     std::optional<Stored_Color> header_fore_color;
     QString header_text;
     Grid_Text_Align header_text_align = Grid_Text_Align::Left;
-    int render_mode = 0;        ///< kept for the host
+    int render_mode = 0;        ///< a Grid_Render_Mode
     int sort_order = 0;         ///< a Grid_Sort_Order
     int text_align = 0;         ///< a Grid_Text_Align
-    int width = 75;             ///< pixels
+    int width = 75;             ///< pixels; 0 hides the column
     int width_proportional = 0; ///< share of what is left over; 0 keeps the width
 };
 
@@ -59,14 +69,14 @@ struct Grid_Cell {
         std::optional<Stored_Color> back_color;
         std::optional<Stored_Color> fore_color;
         bool hidden = false;
-        int attribute = 0; ///< kept for the host
+        int attribute = 0; ///< bits of Grid_Cell_Attribute
     };
     QVariant value{}; ///< an invalid value is Null
     std::unique_ptr<Extra> extra{};
 };
 
 struct Grid_Row_Record {
-    int height = 18; ///< pixels
+    int height = 18; ///< pixels; 0 hides the row
     std::optional<Stored_Color> back_color{};
     std::optional<Stored_Color> fore_color{};
     bool changed = false;

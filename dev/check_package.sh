@@ -12,6 +12,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 preset=${1:-release}
 build "$preset"
+mkdir -p build/logs
 (cd "build/$preset" && cpack -G DEB >"../logs/package.txt" 2>&1) || {
     cat build/logs/package.txt
     exit 1
@@ -53,14 +54,35 @@ check_if_there "man page of halvine" man --warnings -l "$root/usr/share/man/man1
 check "hv starts" "$root/usr/bin/hv" --version
 check "halvine starts" env QT_QPA_PLATFORM=offscreen "$root/usr/bin/halvine" --version
 
+# stays_open COMMAND...: runs a program that opens a window, and wants it to be running still after some seconds.
+stays_open() {
+    local status=0
+    timeout 5 "$@" || status=$?
+    [ "$status" -eq 124 ]
+}
+check "halvine opens its window" stays_open env QT_QPA_PLATFORM=offscreen XDG_CONFIG_HOME="$root/config" "$root/usr/bin/halvine"
+
+system_archive() { # the archive that this system's own apt reads its release from
+    # shellcheck disable=SC2016  # apt-get fills these in
+    apt-get indextargets --format '$(REPO_URI) $(CODENAME)' | awk -v codename="$1" '$2 == codename { print $1; exit }'
+}
+
 if [ "${HALVINE_CLEAN_ROOT:-0}" = 1 ]; then
     system=$root/system
-    debootstrap --variant=minbase bookworm "$system" >"$root/check.txt" 2>&1 || {
+    release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    archive=$(system_archive "$release")
+    debootstrap --variant=minbase "$release" "$system" ${archive:+"$archive"} >"$root/check.txt" 2>&1 || {
         cat "$root/check.txt"
         exit 1
     }
     cp "$package" "$system/tmp/halvine.deb"
-    check "installs into a clean system" chroot "$system" apt-get install -q -y --no-install-recommends /tmp/halvine.deb
-    check "starts in a clean system" chroot "$system" env QT_QPA_PLATFORM=offscreen halvine --version
+    inside() { chroot "$system" env DEBIAN_FRONTEND=noninteractive QT_QPA_PLATFORM=offscreen "$@"; }
+    check "clean system: installs" inside apt-get install -q -y --no-install-recommends /tmp/halvine.deb
+    check "clean system: hv starts" inside hv --version
+    check "clean system: halvine opens its window" stays_open chroot "$system" env QT_QPA_PLATFORM=offscreen halvine
+    check "clean system: every library is there, on a desktop too" \
+        inside sh -c '! find /usr/lib -path "*/qt6/plugins/platforms/*.so" | xargs ldd | grep "not found"'
+    check "clean system: the desktop plugin is there" inside sh -c 'find /usr/lib -name libqxcb.so | grep .'
+    check "clean system: is removed without a rest" inside sh -c 'apt-get purge -q -y halvine && ! command -v halvine'
 fi
 exit "$failed"

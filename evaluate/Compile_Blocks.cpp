@@ -17,8 +17,8 @@ bool Compiler::Compile_If()
         if (!Compile_Branch(end_label, kind, false)) return false;
     if (token_.word == Token::Else && !Compile_Else(kind)) return false;
     if (kind == Block_Kind::Block) {
-        if (!Require(Token::End, "Expecting End If and other statements")) return false;
-        if (!Advance_To(Token::If, "Expecting End If") || !Expect_Next()) return false;
+        const char* const message = "Expecting End If and other statements";
+        if (!Require(Token::End, message) || !Advance_To(Token::If, "Expecting End If") || !Take(message)) return false;
     }
     Define_Label(end_label);
     return true;
@@ -28,10 +28,10 @@ bool Compiler::Compile_If()
 bool Compiler::Compile_Branch(int end_label, Block_Kind& kind, bool first)
 {
     const int next_branch = New_Label();
-    if (!Expect_Next()) return Syntax_Error("Expecting If or ElseIf and expression");
+    if (!Take("Expecting If or ElseIf and expression")) return false;
     if (!Compile_Value(Token::Then, Token::None)) return Syntax_Error("Error in expression syntax");
     Emit_Jump(Token::Jump_If_False, next_branch);
-    if (!Require(Token::Then, "Expecting Then and statements") || !Expect_Next()) return false;
+    if (!Take(Token::Then, "Expecting Then and statements")) return false;
     if (first) kind = token_.word == Token::End_Of_Line ? Block_Kind::Block : Block_Kind::One_Line;
     if (!Compile_Statements_Until({Token::Else_If, Token::Else, Token::End}, kind)) return false;
     Emit_Jump(Token::Jump, end_label);
@@ -41,7 +41,7 @@ bool Compiler::Compile_Branch(int end_label, Block_Kind& kind, bool first)
 
 bool Compiler::Compile_Else(Block_Kind kind)
 {
-    if (!Expect_Next()) return Syntax_Error("Expecting Else and statements");
+    if (!Take("Expecting Else and statements")) return false;
     return Compile_Statements_Until({Token::End}, kind);
 }
 
@@ -52,16 +52,17 @@ bool Compiler::Compile_While()
     const int top = New_Label(Next_Address());
     const int exit = New_Label();
     Define_Label(top);
-    if (!Expect_Next()) return Syntax_Error("Expecting While and conditional expression");
+    if (!Take("Expecting While and conditional expression")) return false;
     if (!Compile_Value(Token::None, Token::None)) return false;
     Emit_Jump(Token::Jump_If_False, exit);
     if (!Require(Token::End_Of_Line, "While statement syntax error")) return false;
     if (!Compile_Statements_Until({Token::Wend})) return false;
-    if (!Require(Token::Wend, "Expecting Wend and other statements")) return false;
-    Record_Statement(token_.start);
-    Emit_Jump(Token::Jump, top);
+    const int position = token_.start;
+    if (!Take(Token::Wend, "Expecting Wend and other statements")) return false;
+    Record_Statement(position);
+    Emit_Jump(Token::Jump, top, position);
     Define_Label(exit);
-    return Expect_Next();
+    return true;
 }
 
 // Do [ While expression | Until expression ] <line end> statements Loop [ While expression | Until expression ]
@@ -71,14 +72,15 @@ bool Compiler::Compile_Do()
     Emit_Jump(Token::Push_Do, exit);
     const int top = New_Label(Next_Address());
     Define_Label(top); // behind the push, which a turn must not repeat
-    if (!Expect_Next()) return Syntax_Error("Expecting Do and While, Until, or statements");
+    if (!Take("Expecting Do and While, Until, or statements")) return false;
     bool found = false;
     if (!Compile_Do_Condition(Token::Jump_If_False, Token::Jump_If_True, exit, found)) return false;
     if (!Require(Token::End_Of_Line, "Do statement syntax error")) return false;
     if (!Compile_Statements_Until({Token::Loop})) return false;
-    if (!Require(Token::Loop, "Expecting Loop and While, Until, or other statements")) return false;
-    Record_Statement(token_.start);
-    if (!Expect_Next() || !Compile_Do_Condition(Token::Jump_If_True, Token::Jump_If_False, top, found)) return false;
+    const int position = token_.start;
+    if (!Take(Token::Loop, "Expecting Loop and While, Until, or other statements")) return false;
+    Record_Statement(position);
+    if (!Compile_Do_Condition(Token::Jump_If_True, Token::Jump_If_False, top, found)) return false;
     if (!found) Emit_Jump(Token::Jump, top);
     Define_Label(exit);
     Emit(Token::Pop_Block, Variant(std::int32_t(Token::Do)));
@@ -109,26 +111,26 @@ bool Compiler::Compile_For()
     Emit_Jump(Token::Jump_If_False, exit);
     Define_Label(top);
     if (!Compile_Statements_Until({Token::Next})) return false;
-    if (!Require(Token::Next, "Expecting Next and counter variable or other statements")) return false;
-    Record_Statement(token_.start);
-    Emit(Token::For_Test, Variant());
-    Emit_Jump(Token::Jump_If_True, top);
+    const int position = token_.start;
+    if (!Take(Token::Next, "Expecting Next and counter variable or other statements")) return false;
+    Record_Statement(position);
+    Emit(Token::For_Test, Variant(), position);
+    Emit_Jump(Token::Jump_If_True, top, position);
     Define_Label(exit);
-    Emit(Token::Pop_Block, Variant(std::int32_t(Token::For)));
-    Emit(Token::For_Pop, Variant());
-    if (!Expect_Next()) return false;
+    Emit(Token::Pop_Block, Variant(std::int32_t(Token::For)), position);
+    Emit(Token::For_Pop, Variant(), position);
     return token_.word != Token::Identifier || Expect_Next();
 }
 
 bool Compiler::Compile_For_Head()
 {
-    if (!Expect_Next()) return Syntax_Error("Expecting For and counter variable");
+    if (!Take("Expecting For and counter variable")) return false;
     if (At_Line_End()) return Syntax_Error("Expecting counter variable");
     if (!Require(Token::Identifier, "Expecting variable")) return false;
     Emit(Token::String_Literal, Variant(token_.name));
-    if (!Advance_To(Token::Equal, "Expecting equal sign and expression") || !Expect_Next() ||
-        !Compile_Value(Token::To, Token::None) || !Require(Token::To, "Expecting To and expression") ||
-        !Expect_Next() || !Compile_Value(Token::Step, Token::None))
+    if (!Expect_Next() || !Take(Token::Equal, "Expecting equal sign and expression") ||
+        !Compile_Value(Token::To, Token::None) || !Take(Token::To, "Expecting To and expression") ||
+        !Compile_Value(Token::Step, Token::None))
         return false;
     if (token_.word != Token::Step) {
         Emit_Long(1);

@@ -128,7 +128,7 @@ bool Compiler::Compile_Builtin(Token_Word function, std::span<const Argument_Ite
 {
     const int position = token_.start;
     int count = 0;
-    if (!Compile_Arguments(descriptor, count)) return Syntax_Error("Error in Function call");
+    if (!Compile_Arguments(descriptor, count)) return false;
     Push_Operator(function, count, position);
     return true;
 }
@@ -182,7 +182,8 @@ bool Compiler::Compile_Argument_List(std::span<const Argument_Item> descriptor, 
     }
 }
 
-/// Begins before the argument and ends behind it.
+/// Begins before the argument and ends behind it. Anything but a name where a name is passed fails without a report: the
+/// message is that of the nearest parenthesis, call or statement around the function which has one.
 bool Compiler::Compile_Argument(Argument_Item item)
 {
     if (item != Argument::Reference_Name) return Compile_Bracketed(Token::Comma, Token::None);

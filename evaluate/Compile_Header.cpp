@@ -53,7 +53,7 @@ bool Compiler::Compile_Header_Argument(int procedure, bool& optional_seen)
     Procedure_Record& record = code_.procedures[std::size_t(procedure)];
     if (record.Variables.Find(argument.Name) >= 0) return Syntax_Error("Variable already declared");
     if (!Expect_Next() || !Compile_Argument_Default(argument)) return false;
-    record.Variables.Declare(argument.Name, 0, 0);
+    if (Declare(record.Variables, argument.Name) < 0) return false;
     record.Arguments.push_back(argument);
     return true;
 }

@@ -107,10 +107,10 @@ bool Compiler::Compile_Assignment()
 {
     const QString name = token_.name;
     const int position = token_.start;
-    if (!Advance_To(Token::Equal, "Expecting equal sign and expression") || !Expect_Next()) return false;
+    if (!Expect_Next() || !Take(Token::Equal, "Expecting equal sign and expression")) return false;
     if (token_.word == Array_Function()) return Compile_Array_Assignment(name, position);
     if (!Compile_Value(Token::None, Token::None)) return false;
-    Declare_If_Unknown(name, 0);
+    if (!Declare_If_Unknown(name, 0)) return false;
     Emit(Token::Variable_Store, Variant(name), position);
     return true;
 }
@@ -128,7 +128,7 @@ bool Compiler::Compile_Array_Assignment(const QString& name, int position)
         } while (token_.word == Token::Comma);
         if (!Require(Token::Right_Paren, "Expecting comma and argument or right paren")) return false;
     }
-    Declare_If_Unknown(name, 1);
+    if (!Declare_If_Unknown(name, 1)) return false;
     Emit(Token::Array_Assign + count, Variant(name), position);
     return Expect_Next();
 }
@@ -138,8 +138,8 @@ bool Compiler::Compile_Element_Assignment()
     const QString name = token_.name;
     const int position = token_.start;
     int count = 0;
-    if (!Expect_Next() || !Compile_Indices(count) || !Advance_To(Token::Equal, "Expecting equal sign and expression") ||
-        !Expect_Next() || !Compile_Value(Token::None, Token::None))
+    if (!Expect_Next() || !Compile_Indices(count) || !Expect_Next() ||
+        !Take(Token::Equal, "Expecting equal sign and expression") || !Compile_Value(Token::None, Token::None))
         return false;
     Emit(Token::Element_Store + count, Variant(name), position);
     return true;
@@ -169,9 +169,8 @@ bool Compiler::Compile_Mid(Token_Word store)
         ++count;
         if (!Compile_Bracketed(Token::Comma, Token::None)) return false;
     }
-    if (!Require(Token::Right_Paren, "Expecting right paren and equal sign") ||
-        !Advance_To(Token::Equal, "Expecting equal sign and expression") || !Expect_Next() ||
-        !Compile_Value(Token::None, Token::None))
+    if (!Require(Token::Right_Paren, "Expecting right paren and equal sign") || !Expect_Next() ||
+        !Take(Token::Equal, "Expecting equal sign and expression") || !Compile_Value(Token::None, Token::None))
         return false;
     Emit(store, Variant(std::int32_t(count)), position);
     return true;
@@ -180,7 +179,7 @@ bool Compiler::Compile_Mid(Token_Word store)
 bool Compiler::Compile_Label()
 {
     Define_Label(code_.labels.Find_Or_Add(token_.name));
-    return Advance_To(Token::Colon, "Expecting colon") && Expect_Next();
+    return Expect_Next() && Take(Token::Colon, "Expecting colon");
 }
 
 bool Compiler::Compile_Go_To()
@@ -198,8 +197,10 @@ bool Compiler::Compile_Const()
     if (!Advance_To_Name("Expecting constant name")) return false;
     const QString name = token_.name;
     if (Current().Constants.Find(name) >= 0) return Syntax_Error("Constant already declared");
-    if (!Advance_To(Token::Equal, "Expecting equal sign and value") || !Expect_Next()) return false;
+    if (!Expect_Next() || !Take(Token::Equal, "Expecting equal sign and value")) return false;
     if (Class_Of(token_.word) != Token_Class::Literal) return Syntax_Error("Expecting value for constant");
+    if (!Current().Constants.Has_Room())
+        return Report_Error(2, QStringLiteral("Error allocating constant"), token_.start);
     Current().Constants.Store(name, token_.value);
     return Expect_Next();
 }
@@ -213,7 +214,8 @@ bool Compiler::Compile_Dim(int flags)
         int row = variables.Find(token_.name);
         // What the host supplied may be declared by the program once more.
         if (row >= 0 && !variables.rows[std::size_t(row)].By_Host) return Syntax_Error("Variable already declared");
-        if (row < 0) row = variables.Declare(token_.name, 0, 0);
+        if (row < 0) row = Declare(variables, token_.name);
+        if (row < 0) return false;
         variables.rows[std::size_t(row)].Flags |= flags;
         variables.rows[std::size_t(row)].By_Host = false;
         if (!Expect_Next()) return false;

@@ -51,14 +51,15 @@ bool Compiler::Expect_Next()
     return Next_Token() || Syntax_Error("Unexpected end of program");
 }
 
-bool Compiler::Expect_Token(Token_Word wanted)
-{
-    return token_.word == wanted && Expect_Next();
-}
-
 bool Compiler::Require(Token_Word wanted, const char* message)
 {
     return token_.word == wanted || Syntax_Error(message);
+}
+
+/// What the message asks for is missing too when no token can begin behind the wanted one.
+bool Compiler::Take(Token_Word wanted, const char* message)
+{
+    return (token_.word == wanted && Next_Token()) || Syntax_Error(message);
 }
 
 bool Compiler::Advance_To(Token_Word wanted, const char* message)
@@ -99,9 +100,9 @@ void Compiler::Emit_Long(int number)
     Emit(Token::Long_Literal, Variant(number));
 }
 
-void Compiler::Emit_Jump(Token_Word token, int label)
+void Compiler::Emit_Jump(Token_Word token, int label, int position)
 {
-    Emit(token, Variant());
+    Emit(token, Variant(), position);
     code_.code.back().Label = label;
 }
 
@@ -171,20 +172,34 @@ const Variant* Compiler::Find_Constant(QStringView name)
     return nullptr;
 }
 
-/// A name that is known nowhere becomes a variable of the main program, also from within a procedure: it is global.
-void Compiler::Declare_If_Unknown(const QString& name, int dimensions)
+int Compiler::Declare(Variable_Table& variables, const QString& name)
 {
-    if (!Is_Variable(name)) Main_Variables().Declare(name, 0, 0);
-    if (dimensions == 0) return;
+    if (variables.Has_Room()) return variables.Declare(name, 0, 0);
+    Report_Error(2, QStringLiteral("Error allocating variable"), token_.start);
+    return -1;
+}
+
+/// A name that is known nowhere becomes a variable of the main program, also from within a procedure: it is global.
+bool Compiler::Declare_If_Unknown(const QString& name, int dimensions)
+{
+    if (!Is_Variable(name) && Declare(Main_Variables(), name) < 0) return false;
+    if (dimensions == 0) return true;
     const int local = Current().Variables.Find(name);
     Variable_Table& table = local >= 0 ? Current().Variables : Main_Variables();
     table.rows[std::size_t(table.Find(name))].Dimensions = dimensions;
+    return true;
+}
+
+/// An argument that must be a name leaves the message to what stands around it. Where nothing does, it is the call's.
+bool Compiler::Explained(bool good)
+{
+    return good || Syntax_Error("Error in Function call");
 }
 
 bool Compiler::Compile_Single_Expression()
 {
     if (error_.Code != 0) return false;
-    return Expect_Next() && Compile_Value(Token::None, Token::None);
+    return Explained(Expect_Next() && Compile_Value(Token::None, Token::None));
 }
 
 bool Compiler::Compile_Program()
@@ -193,7 +208,7 @@ bool Compiler::Compile_Program()
     scanner_.Set_Position(1);
     peeked_ = false;
     current_ = Program_Code::Main;
-    if (!Compile_Statements_Of_Program()) return false;
+    if (!Explained(Compile_Statements_Of_Program())) return false;
     Emit(Token::Stop, Variant());
     Resolve_Jumps();
     return true;
@@ -233,7 +248,7 @@ bool Compiler::Compile_Value_Formula()
 {
     const QString name = QStringLiteral("=Value");
     if (!Expect_Next() || !Compile_Value(Token::None, Token::None)) return false;
-    Declare_If_Unknown(name, 0);
+    if (!Declare_If_Unknown(name, 0)) return false;
     Emit(Token::Variable_Store, Variant(name));
     Emit(Token::Stop, Variant());
     return true;

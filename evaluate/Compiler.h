@@ -40,8 +40,9 @@ private:
     bool Next_Token();
     Token_Word Peek();
     bool Expect_Next();
-    bool Expect_Token(Token_Word wanted); ///< advances if the current token is the wanted one; reports nothing
     bool Require(Token_Word wanted, const char* message);
+    bool Take(Token_Word wanted, const char* message); ///< the wanted one, and whatever token follows it
+    bool Take(const char* message) { return Take(token_.word, message); }
     bool Advance_To(Token_Word wanted, const char* message);
     bool Advance_To_Name(const char* message);
     bool At(std::initializer_list<Token_Word> words) const;
@@ -49,12 +50,14 @@ private:
     void Skip_Line_Ends();
 
     // Output
+    bool Explained(bool good);
     bool Report_Error(int code, const QString& text, int position);
     bool Syntax_Error(const char* text) { return Report_Error(1, QString::fromLatin1(text), token_.start); }
     void Emit(Token_Word token, const Variant& operand, int position);
     void Emit(Token_Word token, const Variant& operand) { Emit(token, operand, token_.start); }
     void Emit_Long(int number);
-    void Emit_Jump(Token_Word token, int label);
+    void Emit_Jump(Token_Word token, int label, int position);
+    void Emit_Jump(Token_Word token, int label) { Emit_Jump(token, label, token_.start); }
     void Push_Operator(Token_Word token, int count, int position);
     void Pop_Operator();
     void Flush_Operators(Token_Word until);
@@ -64,7 +67,8 @@ private:
     int New_Label() { return New_Label(int(code_.labels.rows.size()) + 1); }
     void Define_Label(int label);
     void Resolve_Jumps();
-    void Declare_If_Unknown(const QString& name, int dimensions);
+    int Declare(Variable_Table& variables, const QString& name); ///< its row; -1, with a report, when there is no room
+    bool Declare_If_Unknown(const QString& name, int dimensions);
     Variable_Table& Main_Variables() { return code_.procedures[Program_Code::Main].Variables; }
     Procedure_Record& Current() { return code_.procedures[std::size_t(current_)]; }
     bool Is_Variable(QStringView name);

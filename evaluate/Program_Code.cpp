@@ -1,9 +1,16 @@
 #include "evaluate/Program_Code.h"
 
+#include "frame/files/Limits.h"
+
 #include <algorithm>
 #include <numeric>
 
 namespace Formula {
+
+bool Variable_Table::Has_Room() const
+{
+    return int(rows.size()) < Current_Limits().formula_names;
+}
 
 int Variable_Table::Declare(const QString& name, int dimensions, int flags)
 {
@@ -42,6 +49,11 @@ int Variable_Table::Row_In_Order(int ordinal) const
                   [this](int a, int b) { return Name_Before(rows[std::size_t(a)].Name, rows[std::size_t(b)].Name); });
     }
     return order_[std::size_t(ordinal - 1)];
+}
+
+bool Value_Table::Has_Room() const
+{
+    return int(rows.size()) < Current_Limits().formula_names;
 }
 
 void Value_Table::Store(const QString& name, const Variant& value)

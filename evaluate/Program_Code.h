@@ -49,8 +49,9 @@ public:
     std::vector<Variable_Record> rows;
 
     int Find(QStringView name) const { return index_.Find(name); } ///< -1 if unknown
-    int Declare(const QString& name, int dimensions, int flags);   ///< a new variable; its row
-    void Remove(int row);                                          ///< later rows move up by one
+    bool Has_Room() const;
+    int Declare(const QString& name, int dimensions, int flags); ///< a new variable; its row
+    void Remove(int row);                                        ///< later rows move up by one
     void Clear();
     int Row_In_Order(int ordinal) const; ///< the row of the 1-based ordinal by name; -1 out of range
 
@@ -65,6 +66,7 @@ public:
     std::vector<std::pair<QString, Variant>> rows;
 
     int Find(QStringView name) const { return index_.Find(name); }
+    bool Has_Room() const;
     void Store(const QString& name, const Variant& value); ///< replaces the value of that name
     void Remove(QStringView name);
     void Clear();

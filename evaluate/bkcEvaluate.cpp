@@ -149,6 +149,10 @@ Evaluated<bool> bkcEvaluate::AddVariable(const QString& Variable_Name, const Var
     Variable_Table& variables = code_.procedures[Program_Code::Main].Variables;
     int row = variables.Find(Variable_Name);
     if (row < 0) {
+        if (!variables.Has_Room()) {
+            if (engine_.raise_errors) return Fails(Error_Number::Resource_Allocation);
+            return false;
+        }
         row = variables.Declare(Variable_Name, 0, 0);
         variables.rows[std::size_t(row)].By_Host = true;
     }

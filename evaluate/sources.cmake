@@ -9,9 +9,12 @@ list(APPEND hv_evaluate_sources
     Engine.h
     Engine_Arrays.cpp
     Engine_Decode.cpp
+    Engine_Dispatch.cpp
     Engine_Library.cpp
     Engine_Procedures.cpp
     Engine_Variables.cpp
+    Formula_Consent.cpp
+    Formula_Consent.h
     Keyword_Table.cpp
     Keyword_Table.h
     Literal_Values.cpp
@@ -19,8 +22,11 @@ list(APPEND hv_evaluate_sources
     Name_Index.cpp
     Name_Index.h
     Opcode.h
+    Platform_Host.cpp
+    Platform_Host.h
     Program_Code.cpp
     Program_Code.h
+    Quick_Operators.h
     Scanner.cpp
     Scanner.h
     System_Host.cpp

@@ -16,7 +16,7 @@ bool May_Close(Closing_Window& window, User_Dialogs& dialogs)
     }
     if (window.Is_Busy()) return false;
     return window.Confirm_Abandon_Slide_Show() && window.Confirm_Abandon_Scripts() &&
-           window.Confirm_Abandon_Descriptions();
+           window.Confirm_Abandon_Descriptions() && window.Confirm_Close_Of_Other_Windows();
 }
 
 void Take_Settings(const Closing_Window& window, Program_State& state, const Printer_Binding& printer)
@@ -46,7 +46,6 @@ bool Close_Main_Window(Closing_Window& window, Program_State& state, const Entry
     window.Release_Pictures();
     ports.printer.Clear();
     Store_Settings(window, state, alias, ports.platform.settings);
-    window.Release_Resize_Lists();
     window.Quit_Help();
     window.Unload_Other_Windows();
     if (ports.kernel.Live_Bitmaps() > 0) ports.platform.shell.Beep();

@@ -15,6 +15,7 @@ public:
     virtual bool Confirm_Abandon_Slide_Show() = 0; ///< each asks only when there is something to lose
     virtual bool Confirm_Abandon_Scripts() = 0;
     virtual bool Confirm_Abandon_Descriptions() = 0;
+    virtual bool Confirm_Close_Of_Other_Windows() = 0; ///< last opened first; they close later, without a question
     virtual QString Explorer_Path() const = 0;
     virtual QString Pattern_Text() const = 0;
     virtual QString Alias_String() const = 0;
@@ -23,7 +24,6 @@ public:
     virtual bool Save_Configuration_On_Exit() const = 0;
     virtual const Placed_Form& Form() const = 0;
     virtual std::array<float, 2> Splitter_Positions() const = 0; ///< of the picture pane, then of the file pane
-    virtual void Release_Resize_Lists() = 0;
     virtual void Quit_Help() = 0;
     virtual void Unload_Other_Windows() = 0; ///< last opened first
 };

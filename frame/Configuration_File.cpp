@@ -46,6 +46,17 @@ QString Value_Of(const XML_Tag& tag, const QString& text, int& position)
     return Equal_Without_Case(end.Name, u'/' + tag.Name) ? end.Text : QString();
 }
 
+/// The elements up to the end tag; false after a fault.
+bool Take_Elements(Program_State& state, const QString& text, int& position)
+{
+    for (;;) {
+        const XML_Tag tag = XML_Next_Tag(text, position, Behind_Text(text));
+        if (Equal_Without_Case(tag.Name, u'/' + Root)) return true;
+        if (tag.Name.isEmpty() || tag.Name.startsWith(u'/')) return false;
+        if (!Take_Element(state, tag.Name.toUpper(), Value_Of(tag, text, position))) return false;
+    }
+}
+
 QString Element(const char* name, const QString& value)
 {
     return XML_Tag_Text({.Name = QLatin1String(name), .Text = value}, false) + Line_End;
@@ -60,18 +71,17 @@ QString List_Elements(const char* name, const Name_Value_List& list)
 
 } // namespace
 
-bool Read_Configuration_Text(Program_State& state, const QString& text)
+bool Read_Configuration_Text(Program_State& state, const QString& text, const Configuration_Question& may_take)
 {
     int position = 1;
     XML_Read_Prolog(text, position, Behind_Text(text));
     if (!Equal_Without_Case(XML_Next_Tag(text, position, Behind_Text(text)).Name, Root)) return false;
-    Reset_Formula_Lists(state);
-    for (;;) {
-        const XML_Tag tag = XML_Next_Tag(text, position, Behind_Text(text));
-        if (Equal_Without_Case(tag.Name, u'/' + Root)) return true;
-        if (tag.Name.isEmpty() || tag.Name.startsWith(u'/')) return false;
-        if (!Take_Element(state, tag.Name.toUpper(), Value_Of(tag, text, position))) return false;
-    }
+    Program_State read = state;
+    Reset_Formula_Lists(read);
+    const bool complete = Take_Elements(read, text, position);
+    if (may_take && !may_take(read)) return false;
+    state = std::move(read);
+    return complete;
 }
 
 QString Configuration_Text(const Program_State& state)
@@ -87,10 +97,10 @@ QString Configuration_Text(const Program_State& state)
            Line_End;
 }
 
-bool Load_Configuration_File(Program_State& state, const QString& path)
+bool Load_Configuration_File(Program_State& state, const QString& path, const Configuration_Question& may_take)
 {
     const auto text = Read_Document(path);
-    return text && Read_Configuration_Text(state, *text);
+    return text && Read_Configuration_Text(state, *text, may_take);
 }
 
 Result<void> Store_Configuration_File(const Program_State& state, const QString& path)

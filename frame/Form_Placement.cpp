@@ -88,6 +88,13 @@ Form_Place Centred_Place(QSize size, QSize screen)
             size.height()};
 }
 
+QSize Form_Design_Size(bool Design_From_Form, QSize form, QSize global)
+{
+    if (Design_From_Form) return form;
+    return {global.width() != 0 ? global.width() : form.width(),
+            global.height() != 0 ? global.height() : form.height()};
+}
+
 void Save_Form_Placement(Settings_Map& settings, const Placed_Form& form, const QString& Value_Name,
                          std::span<const float> Splitter_Positions)
 {

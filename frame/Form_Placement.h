@@ -38,6 +38,9 @@ QString Placement_Record_Text(const Form_Place& place, std::span<const float> sp
 Form_Place Restored_Place(const Form_Place& recorded, QSize minimum, QSize screen);
 Form_Place Centred_Place(QSize size, QSize screen);
 
+/// The size that a window is designed for: its own where it says so, else the global one, with its own for a 0.
+QSize Form_Design_Size(bool Design_From_Form, QSize form, QSize global);
+
 /// Stores the place of a window in a value of the settings ("Halvine-Adjust" and the like).
 void Save_Form_Placement(Settings_Map& settings, const Placed_Form& form, const QString& Value_Name,
                          std::span<const float> Splitter_Positions = {});

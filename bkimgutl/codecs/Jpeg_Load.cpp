@@ -4,6 +4,7 @@
 #include "bkimgutl/codecs/Jpeg_Session.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Upright_Sink.h"
+#include "bkimgutl/core/Cancellation.h"
 
 #include <algorithm>
 
@@ -19,6 +20,16 @@ Result<void> Check_Claim(const Regular_File& file, const Jpeg_Head& head)
     if (!head.arithmetic && pixels / Most_Pixels_Per_Byte > file.Size())
         return Failure("claims " + std::to_string(head.width) + " x " + std::to_string(head.height) +
                        " pixels but is only " + std::to_string(file.Size()) + " bytes long");
+    return {};
+}
+
+Result<void> Check_Kind(const Jpeg_Head& head)
+{
+    const int kind = head.process & 7; // the arithmetic ways stand 8 higher
+    if (kind == 3) return Failure("is of the lossless kind of JPEG, which is not supported");
+    if (kind > 3) return Failure("is of the hierarchical kind of JPEG, which is not supported");
+    if (head.precision != 8)
+        return Failure("has " + std::to_string(head.precision) + " bits per sample; JPEG files with 8 are supported");
     return {};
 }
 
@@ -74,6 +85,7 @@ public:
 private:
     void One_Row()
     {
+        if (Is_Cancelled()) Give_Up(&Common(object_), Cancelled_Reason);
         std::uint8_t* row = target_.Next_Row();
         JSAMPROW raw = cmyk_ ? raw_.data() : row;
         jpeg_read_scanlines(&object_, &raw, 1);
@@ -122,6 +134,7 @@ Result<Bitmap> Load_Jpeg(const Regular_File& file, int scale_divisor)
     if (scale_divisor < 1) return Failure("the scale divisor is below 1");
     const auto head = Read_Jpeg_Head(file);
     if (!head) return tl::make_unexpected(head.error());
+    if (auto good = Check_Kind(*head); !good) return tl::make_unexpected(good.error());
     if (auto good = Check_Claim(file, *head); !good) return tl::make_unexpected(good.error());
     const auto facts = Facts_Of_Jpeg(file, *head);
     if (!facts) return tl::make_unexpected(facts.error());

@@ -1,5 +1,6 @@
 #include "bkimgutl/codecs/Jpeg_Session.h"
 
+#include "bkimgutl/core/Cancellation.h"
 #include "frame/files/Limits.h"
 
 #include <algorithm>
@@ -36,8 +37,10 @@ void Note_Message(jpeg_common_struct* object, int level)
     if (++errors.warnings > Current_Limits().jpeg_warnings) Give_Up(object, "is damaged in too many places");
 }
 
+/// Called all along the reading of scans.
 void Count_Scans(jpeg_common_struct* object)
 {
+    if (Is_Cancelled()) Give_Up(object, Cancelled_Reason);
     const auto* decoder = reinterpret_cast<const jpeg_decompress_struct*>(object);
     if (decoder->input_scan_number > Current_Limits().jpeg_scans) Give_Up(object, "has too many scans");
 }

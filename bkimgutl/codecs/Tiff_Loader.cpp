@@ -4,10 +4,10 @@
 #include "bkimgutl/codecs/Tiff_Kind.h"
 #include "bkimgutl/codecs/Tiff_Row.h"
 #include "bkimgutl/codecs/Upright_Sink.h"
+#include "bkimgutl/core/Cancellation.h"
 #include "frame/files/Limits.h"
 
 #include <algorithm>
-#include <set>
 #include <tiffio.h>
 
 // Three ways through the TIFF library, each keeping no more than it must:
@@ -108,6 +108,7 @@ Result<void> Page_Reader::Read_Strips()
         const int end = int(std::min<std::int64_t>(top + rows, kind_.height));
         bool good = true;
         for (int y = int(top); y < end; ++y) {
+            if (Is_Cancelled()) return Failure(Cancelled_Reason);
             // Behind the first row that fails nothing in the strip can be trusted.
             good = good && Read_Strip_Row(y);
             if (good) {
@@ -164,6 +165,7 @@ Result<void> Page_Reader::Read_Tiles()
     pixels_.resize(std::size_t(std::min(tile_width_, kind_.width)) * std::size_t(sink_.Channels()));
     for (std::int64_t y = 0; y < kind_.height; y += tile_height_) {
         for (std::int64_t x = 0; x < kind_.width; x += tile_width_) {
+            if (Is_Cancelled()) return Failure(Cancelled_Reason);
             const bool good = Read_Tile(int(x), int(y));
             Count(good);
             Put_Tile(int(x), int(y), good);
@@ -204,7 +206,7 @@ Result<void> Page_Reader::Read_Bands()
     image.req_orientation = image.orientation; // the sink turns
     std::vector<std::uint32_t> raster(size);
     pixels_.resize(std::size_t(kind_.width) * 3);
-    for (std::int64_t y = 0; y < kind_.height && !outcome_.Hopeless(); y += rows) {
+    for (std::int64_t y = 0; y < kind_.height && !outcome_.Hopeless() && !Is_Cancelled(); y += rows) {
         const int count = int(std::min<std::int64_t>(rows, kind_.height - y));
         image.row_offset = int(y);
         const bool good =
@@ -213,23 +215,8 @@ Result<void> Page_Reader::Read_Bands()
         Put_Band(raster, int(y), count, good);
     }
     TIFFRGBAImageEnd(&image);
+    if (Is_Cancelled()) return Failure(Cancelled_Reason);
     return {};
-}
-
-/// True when full pages follow; reduced copies and masks of the first one do not count.
-bool Has_Further_Pages(const Tiff_Structure& structure, const Tiff_Directory& first)
-{
-    std::set<std::uint64_t> visited{first.position};
-    std::uint64_t position = first.next;
-    while (position != 0 && int(visited.size()) < Current_Limits().tiff_directories &&
-           visited.insert(position).second) {
-        const auto directory = structure.Read_Directory(position);
-        if (!directory) return false;
-        const auto kind = structure.Number(*directory, Tiff_Tag::New_Subfile_Type, 0);
-        if ((kind & (FILETYPE_REDUCEDIMAGE | FILETYPE_MASK)) == 0) return true;
-        position = directory->next;
-    }
-    return false;
 }
 
 Result<std::vector<Tiff_Handle>> Open_Planes(const Regular_File& file, Tiff_Handle first, int planes)

@@ -2,56 +2,16 @@
 
 #include "bkimgutl/codecs/Codec.h"
 #include "bkimgutl/codecs/Stored_Text.h"
+#include "bkimgutl/contract/Opened_Picture.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
-#include "bkimgutl/geometry/Turn.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <optional>
 #include <span>
 
 namespace {
-
-std::atomic<std::int64_t> decoded_pictures = 0;
-
-/// A file with the codec that reads it.
-struct Opened {
-    std::string path;
-    Regular_File file;
-    const Codec* codec;
-};
-
-/// Codecs name no file, the opening and writing of files does.
-Error Named(const std::string& path, Error error)
-{
-    if (error.text.compare(0, path.size() + 1, path + ":") != 0) error.text = path + ": " + error.text;
-    return error;
-}
-
-Result<const Codec*> Codec_Of(Image_File_Type type)
-{
-    switch (type) {
-    case Image_File_Type::JPEG: return &JPEG_Codec();
-    case Image_File_Type::TIFF: return &TIFF_Codec();
-    case Image_File_Type::Unknown: break;
-    }
-    return Failure("is neither a JPEG nor a TIFF file");
-}
-
-/// The signature decides what a file is: a type that contradicts it would only lead to a stranger message.
-Result<Opened> Open(std::string_view path, std::int32_t type)
-{
-    const std::string name(path);
-    if (type < 0 || type > std::int32_t(Image_File_Type::TIFF)) return Failure(name + ": unknown file type");
-    auto file = Regular_File::Open(name);
-    if (!file) return tl::make_unexpected(file.error());
-    if (file->Size() == 0) return Failure(name + ": is empty");
-    const auto codec = Codec_Of(Type_From_Signature(*file));
-    if (!codec) return Failure(name + ": " + codec.error().text);
-    return Opened{name, std::move(*file), *codec};
-}
 
 /// Copies into the caller's buffer. The length is negative when the whole was longer than the buffer or fills it.
 void Put(std::span<const std::byte> bytes, void* buffer, std::int32_t size, std::int32_t* length)
@@ -69,7 +29,7 @@ Flag Give_Text(std::string_view path, std::int32_t type, char* buffer, std::int3
                Reader read)
 {
     Put({}, buffer, size, length);
-    const auto opened = Open(path, type);
+    const auto opened = Open_Picture(path, type);
     if (!opened) return Fail_Flag(opened.error());
     const auto stored = read(*opened);
     if (!stored) return Fail_Flag(Named(opened->path, stored.error()));
@@ -82,23 +42,6 @@ template <class Number>
 void Set(Number* target, Number value)
 {
     if (target != nullptr) *target = value;
-}
-
-Result<Bitmap> Load(const Opened& opened, std::int32_t scale_divisor, std::int32_t rotation)
-{
-    if (scale_divisor < 1) return Failure("the scale divisor is below 1");
-    if (rotation < 0 || rotation > 270 || rotation % 90 != 0)
-        return Failure("the rotation is not 0, 90, 180 or 270 degrees");
-    ++decoded_pictures;
-    auto bitmap = opened.codec->Load(opened.file, scale_divisor);
-    if (!bitmap) return bitmap;
-    if (bitmap->Origin()) {
-        Pixel_Origin origin = *bitmap->Origin();
-        origin.path = opened.path;
-        bitmap->Set_Origin(std::make_shared<const Pixel_Origin>(std::move(origin)));
-    }
-    if (rotation == 0) return bitmap;
-    return Turned(*bitmap, {.quarter_turns = rotation / 90, .mirrored = false});
 }
 
 Result<void> Save(const Save_Request& request, std::int32_t type)
@@ -130,7 +73,7 @@ std::int32_t Get_Image_File_Type_From_Signature(std::string_view path)
 Flag Get_File_Dimensions(std::string_view path, std::int32_t type, std::int32_t* width, std::int32_t* height,
                          std::int32_t* pixel_depth, std::int32_t* horizontal_dpi, std::int32_t* vertical_dpi)
 {
-    const auto opened = Open(path, type);
+    const auto opened = Open_Picture(path, type);
     if (!opened) return Fail_Flag(opened.error());
     const auto facts = opened->codec->Read_Facts(opened->file);
     if (!facts) return Fail_Flag(Named(opened->path, facts.error()));
@@ -145,21 +88,21 @@ Flag Get_File_Dimensions(std::string_view path, std::int32_t type, std::int32_t*
 Flag Get_File_Comment(std::string_view path, std::int32_t type, char* buffer, std::int32_t size, std::int32_t* length)
 {
     return Give_Text(path, type, buffer, size, length,
-                     [](const Opened& opened) { return opened.codec->Read_Comment(opened.file); });
+                     [](const Opened_Picture& opened) { return opened.codec->Read_Comment(opened.file); });
 }
 
 Flag Get_File_Image_Script(std::string_view path, std::int32_t type, char* buffer, std::int32_t size,
                            std::int32_t* length)
 {
     return Give_Text(path, type, buffer, size, length,
-                     [](const Opened& opened) { return opened.codec->Read_Script(opened.file); });
+                     [](const Opened_Picture& opened) { return opened.codec->Read_Script(opened.file); });
 }
 
 Flag Get_File_EXIF_Data(std::string_view path, std::int32_t type, unsigned char* buffer, std::int32_t size,
                         std::int32_t* length)
 {
     Put({}, buffer, size, length);
-    const auto opened = Open(path, type);
+    const auto opened = Open_Picture(path, type);
     if (!opened) return Fail_Flag(opened.error());
     const auto block = opened->codec->Read_EXIF(opened->file);
     if (!block) return Fail_Flag(Named(opened->path, block.error()));
@@ -170,9 +113,9 @@ Flag Get_File_EXIF_Data(std::string_view path, std::int32_t type, unsigned char*
 Bitmap_Handle Load_Bitmap_From_File(std::string_view path, std::int32_t type, std::int32_t scale_divisor,
                                     std::int32_t rotation)
 {
-    const auto opened = Open(path, type);
+    const auto opened = Open_Picture(path, type);
     if (!opened) return Fail(opened.error());
-    auto bitmap = Load(*opened, scale_divisor, rotation);
+    auto bitmap = Load_Opened(*opened, scale_divisor, rotation);
     return bitmap ? Adopt(std::move(*bitmap)) : Fail(Named(opened->path, bitmap.error()));
 }
 
@@ -193,7 +136,7 @@ Flag Save_Bitmap_To_File(Bitmap_Handle bitmap, std::string_view path, std::int32
                          .horizontal_dpi = horizontal_dpi,
                          .vertical_dpi = vertical_dpi};
     if (!parent.empty()) {
-        const auto opened = Open(parent, 0);
+        const auto opened = Open_Picture(parent, 0);
         if (!opened) return Fail_Flag(opened.error());
         request.parent_type = Type_From_Signature(opened->file);
         Set(parent_quality, std::int32_t(Estimated_Quality(opened->file)));
@@ -205,7 +148,7 @@ Flag Save_Bitmap_To_File(Bitmap_Handle bitmap, std::string_view path, std::int32
 Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view comment, std::string_view script,
                      std::string_view parent, std::int32_t horizontal_dpi, std::int32_t vertical_dpi)
 {
-    const auto opened = Open(parent, type);
+    const auto opened = Open_Picture(parent, type);
     if (!opened) return Fail_Flag(opened.error());
     Save_Request request{.target = std::string(path),
                          .comment = std::string(comment),
@@ -217,7 +160,7 @@ Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view 
                          .vertical_dpi = vertical_dpi};
     std::optional<Bitmap> pixels;
     if (!opened->codec->Is_Complete(opened->file)) { // whether that is harmless shows when it is decoded
-        auto loaded = Load(*opened, 1, 0);
+        auto loaded = Load_Opened(*opened, 1, 0);
         if (!loaded) return Fail_Flag(Named(opened->path, loaded.error()));
         request.bitmap = &pixels.emplace(std::move(*loaded));
     }
@@ -225,7 +168,13 @@ Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view 
     return saved ? Flag_True : Fail_Flag(Named(request.target, saved.error()));
 }
 
-std::int64_t Count_Of_Decoded_Pictures_CPP()
+Flag Test_Save_Keeps_All_CPP(Bitmap_Handle bitmap, std::int32_t type, std::string_view parent)
 {
-    return decoded_pictures;
+    const auto found = Find_Bitmap(bitmap);
+    if (!found) return Fail_Flag(found.error());
+    const auto opened = Open_Picture(parent, 0);
+    if (!opened) return Fail_Flag(opened.error());
+    const auto codec = Codec_Of(Image_File_Type(type));
+    if (!codec) return Fail_Flag(codec.error());
+    return (*codec)->Keeps_All(**found, opened->file) ? Flag_True : Flag_False;
 }

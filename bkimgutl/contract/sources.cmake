@@ -5,6 +5,8 @@ list(APPEND bkimgutl_sources
     contract/Files.h
     contract/Histogram.cpp
     contract/Histogram.h
+    contract/Load_Ahead.h
+    contract/Opened_Picture.h
     contract/Scale.cpp
     contract/Tone.cpp
     contract/Tone.h

@@ -4,6 +4,8 @@ list(APPEND bkimgutl_sources
     core/Bitmap.cpp
     core/Bitmap.h
     core/Bitmap_View.h
+    core/Cancellation.cpp
+    core/Cancellation.h
     core/Color.cpp
     core/Color.h
     core/Handle_Table.cpp

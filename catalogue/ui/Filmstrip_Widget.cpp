@@ -1,7 +1,7 @@
 #include "catalogue/ui/Filmstrip_Widget.h"
 
-#include "catalogue/Picture_Texts.h"
 #include "catalogue/ui/Bitmap_Image.h"
+#include "catalogue/ui/Filmstrip_Accessible.h"
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QtWidgets>
@@ -18,6 +18,7 @@ QRect To_Pixels(const Twips_Rectangle& twips)
     return {twips.left / pixel, twips.top / pixel, twips.width / pixel, twips.height / pixel};
 }
 
+constexpr int Most_Made_At_Once = 4; // scripts take some milliseconds each
 constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 
 } // namespace
@@ -25,6 +26,7 @@ constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 Filmstrip_Widget::Filmstrip_Widget(Halvine_Form& form, QWidget* parent)
     : QAbstractScrollArea(parent), form_(form), budget_(form.State(), form.Pictures())
 {
+    Filmstrip_Accessible::Install();
     setObjectName(QStringLiteral("Thumbnail_Picture"));
     setAccessibleName(tr("Filmstrip"));
     setFocusPolicy(Qt::StrongFocus);
@@ -43,8 +45,8 @@ Filmstrip_Widget::Filmstrip_Widget(Halvine_Form& form, QWidget* parent)
     current_later_.setSingleShot(true);
     current_later_.setInterval(150);
     connect(&current_later_, &QTimer::timeout, this, [this] { emit Current_Wanted(wanted_index_); });
-    reading_.setSingleShot(true);
-    connect(&reading_, &QTimer::timeout, this, &Filmstrip_Widget::Read_Given_Up);
+    making_.setSingleShot(true);
+    connect(&making_, &QTimer::timeout, this, &Filmstrip_Widget::Make_Next);
 }
 
 void Filmstrip_Widget::Set_Ready()
@@ -66,9 +68,20 @@ void Filmstrip_Widget::Set_Cursor(int index)
     cursor_key_ = pictures.Item(index).Picture_Key;
     Scroll_To_Index(index);
     Set_Thumbnail_Frame(index);
-    setAccessibleDescription(Spoken_Picture_Text(form_.State(), index));
-    QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(index - 1);
     QAccessible::updateAccessibility(&event);
+}
+
+// Frames change one by one; the tools hear once of all of them.
+void Filmstrip_Widget::Tell_Selection()
+{
+    if (!QAccessible::isActive() || !std::exchange(selection_told_, false)) return;
+    QTimer::singleShot(0, this, [this] {
+        selection_told_ = true;
+        QAccessibleEvent event(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&event);
+    });
 }
 
 QRect Filmstrip_Widget::Cell_On_View(int index) const
@@ -132,10 +145,13 @@ void Filmstrip_Widget::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
     const int first = layout_.Count() > 0 ? layout_.Top_Row() * layout_.Thumbnails_Per_Row() + 1 : 0;
+    const int cursor = Cursor_Index();
+    const bool follows_cursor = cursor > 0 && layout_.On_View(cursor);
     layout_.Set_View_Size(viewport()->width() * Filmstrip_Layout::Pixel,
                           viewport()->height() * Filmstrip_Layout::Pixel);
     // The picture that stood first stays on view when the columns change.
     if (first > 0) layout_.Set_Top_Row(layout_.Row_Of(first));
+    if (follows_cursor) layout_.Scroll_To_Index(cursor); // and goes before that one
     Update_Scroll_Range();
     viewport()->update();
 }
@@ -145,19 +161,28 @@ void Filmstrip_Widget::Draw_Thumbnail(int index)
     const Picture_List& pictures = form_.State().pictures;
     if (!ready_ || !pictures.Is_Index(index)) return;
     layout_.Set_Count(pictures.Count());
-    if (pictures.Item(index).Thumbnail_Bitmap) budget_.Use(pictures.Item(index).Picture_Key);
+    // A few are made at once, so that nothing flickers; the rest of many follow one by one as they are painted.
+    const Picture_Item& item = pictures.Item(index);
+    if (layout_.On_View(index) && item.Thumbnail_Bitmap && made_since_paint_ < Most_Made_At_Once) {
+        ++made_since_paint_;
+        budget_.Use(item.Picture_Key);
+    } else {
+        budget_.Note(item.Picture_Key);
+    }
     Set_Thumbnail_Frame(index);
 }
 
 void Filmstrip_Widget::Set_Thumbnail_Frame(int index)
 {
     if (index < 1) return;
+    Tell_Selection();
     const QRect place = Cell_On_View(index).adjusted(-4, -4, 4, 4);
     if (place.intersects(viewport()->rect())) viewport()->update(place);
 }
 
 void Filmstrip_Widget::Draw_All_Thumbnails()
 {
+    budget_.Forget_Removed();
     if (!ready_) return;
     Update_Scroll_Range();
     viewport()->update();
@@ -165,6 +190,7 @@ void Filmstrip_Widget::Draw_All_Thumbnails()
 
 void Filmstrip_Widget::paintEvent(QPaintEvent* event)
 {
+    made_since_paint_ = 0;
     QPainter painter(viewport());
     painter.fillRect(event->rect(), Strip_Color);
     if (!ready_) return;
@@ -184,13 +210,14 @@ void Filmstrip_Widget::Paint_Cell(QPainter& painter, int index)
     const Picture_Item& item = form_.State().pictures.Item(index);
     const QPoint shift(0, -offset_);
     painter.fillRect(To_Pixels(layout_.Cell(index)).translated(shift), Cell_Color);
-    if (item.Thumbnail_Bitmap) {
-        const Pixel_Size size = Size_Of_Bitmap(item.Thumbnail_Bitmap.Get());
+    if (const Bitmap_Handle bitmap = budget_.Drawn(item)) {
+        const Pixel_Size size = Size_Of_Bitmap(bitmap);
         const Twips_Rectangle place = Filmstrip_Layout::Picture_Place(layout_.Cell(index), size.width, size.height);
-        Draw_Bitmap(painter, To_Pixels(place).translated(shift), item.Thumbnail_Bitmap.Get());
-    } else if (std::find(to_read_.begin(), to_read_.end(), index) == to_read_.end()) {
-        to_read_.push_back(index);
-        reading_.start(0);
+        Draw_Bitmap(painter, To_Pixels(place).translated(shift), bitmap);
+    }
+    if (!budget_.Is_Ready(item) && std::find(to_make_.begin(), to_make_.end(), index) == to_make_.end()) {
+        to_make_.push_back(index);
+        making_.start(0);
     }
     const QRect frame = To_Pixels(layout_.Frame(index)).translated(shift);
     if (form_.Test_Picture_Selected(index)) {
@@ -210,17 +237,17 @@ void Filmstrip_Widget::Paint_Hint(QPainter& painter) const
                      tr("Choose files at the left and press Pick, or drop pictures here."));
 }
 
-void Filmstrip_Widget::Read_Given_Up()
+void Filmstrip_Widget::Make_Next()
 {
     const int height = viewport()->height() + Row_Pixels;
-    while (!to_read_.empty()) {
-        const int index = to_read_.front();
-        to_read_.erase(to_read_.begin());
+    while (!to_make_.empty()) {
+        const int index = to_make_.front();
+        to_make_.erase(to_make_.begin());
         const QRect place = Cell_On_View(index);
         if (!form_.State().pictures.Is_Index(index) || place.bottom() < 0 || place.top() > height) continue;
         if (!budget_.Use(form_.State().pictures.Item(index).Picture_Key)) continue; // stays a bare cell
         Set_Thumbnail_Frame(index);
         break;
     }
-    if (!to_read_.empty()) reading_.start(0);
+    if (!to_make_.empty()) making_.start(0);
 }

@@ -8,14 +8,16 @@
 #include <QtWidgets/QAbstractScrollArea>
 #include <vector>
 
-/// The grid of thumbnails. Paints the cells on view from the records' own bitmaps; where cells stand and what clicks and
-/// keys do is the business of Filmstrip_Layout and Filmstrip_Mouse.
+/// The grid of thumbnails. Paints the cells on view, each picture as its record says: turned, flipped, with its script. Where
+/// cells stand and what clicks and keys do is the business of Filmstrip_Layout and Filmstrip_Mouse, what is kept in memory
+/// that of Thumbnail_Budget.
 class Filmstrip_Widget : public QAbstractScrollArea {
     Q_OBJECT
 
 public:
     explicit Filmstrip_Widget(Halvine_Form& form, QWidget* parent = nullptr);
 
+    const Halvine_Form& Form() const { return form_; }
     const Filmstrip_Layout& Layout() const { return layout_; }
     bool Is_Ready() const { return ready_; }
     void Set_Ready(); ///< drawing before this is dropped
@@ -30,6 +32,8 @@ public:
     bool Scroll_To_Index(int index);
     int Cursor_Index() const;            ///< where the keyboard is; 0 nowhere
     QRect Cell_On_View(int index) const; ///< in pixels of the viewport
+    int Index_At(QPoint viewport_point) const;
+    void Press(int index, bool toggles); ///< as a click on the cell, with Ctrl where it toggles
     QSize sizeHint() const override { return {3 * 136 + 24, 3 * 136}; }
 
 signals:
@@ -59,11 +63,11 @@ protected:
 private:
     void Paint_Cell(QPainter& painter, int index);
     void Paint_Hint(QPainter& painter) const;
-    void Read_Given_Up();
+    void Make_Next();
     void Carry_Out(const Strip_Action& action, bool later);
     void Set_Cursor(int index);
     void Begin_Drag();
-    int Index_At(QPoint viewport_point) const;
+    void Tell_Selection();
     bool Show_Tooltip(const QHelpEvent& event);
 
     Halvine_Form& form_;
@@ -71,8 +75,9 @@ private:
     Filmstrip_Layout layout_;
     QVariantAnimation scrolling_;
     QTimer current_later_; // a held key must not load every picture that it passes
-    QTimer reading_;       // thumbnails that were given up, one at each turn of the event loop
-    std::vector<int> to_read_;
+    QTimer making_;        // thumbnails that were given up or whose script changed, one at each turn of the event loop
+    std::vector<int> to_make_;
+    int made_since_paint_ = 0;
     int offset_ = 0; // pixels of the strip above the view
     int cursor_key_ = 0;
     int wanted_index_ = 0;
@@ -80,4 +85,5 @@ private:
     QPoint press_point_;
     int wheel_rest_ = 0;
     bool ready_ = false;
+    bool selection_told_ = true; // to assistive tools
 };

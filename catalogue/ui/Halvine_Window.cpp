@@ -3,11 +3,15 @@
 #include "catalogue/ui/Halvine_Window.h"
 #include "catalogue/Recover_Folder.h"
 
+#include "catalogue/ui/Elided_Label.h"
 #include "catalogue/ui/Picture_List_Grid.h"
 
-Halvine_Window::Halvine_Window(Halvine_Window_Parts parts) : parts_(std::move(parts))
+Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
+    : parts_(std::move(parts)), frame_(*this, &parts_.ports.platform, Main_Window_Placement, /*Design_From_Form=*/false)
 {
     setObjectName(QStringLiteral("Halvine_Form"));
+    frame_.Set_Saves_Itself(false); // the close of the program decides
+    connect(&frame_, &Form_Frame::Restored, this, &Halvine_Window::Set_Splitter_Positions);
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -35,6 +39,7 @@ Halvine_Window::Halvine_Window(Halvine_Window_Parts parts) : parts_(std::move(pa
 
 Halvine_Window::~Halvine_Window()
 {
+    hide(); // what ends an edit does so while there is still a window
     parts_.form.Set_View(nullptr);
 }
 
@@ -120,16 +125,15 @@ QWidget* Halvine_Window::Make_Status_Frame()
     auto* layout = new QHBoxLayout(status_frame_);
     layout->setContentsMargins(6, 2, 6, 2);
     layout->setSpacing(12);
-    const auto add_label = [&](QLabel*& label, const char* name, int stretch) {
-        label = new QLabel;
+    const auto add_label = [&](QLabel*& label, const char* name, QLabel* made, int stretch) {
+        label = made;
         label->setObjectName(QLatin1String(name));
         label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(40);
         layout->addWidget(label, stretch);
     };
-    add_label(file_status_, "File_Status_Label", 0);
-    add_label(picture_status_, "Picture_Status_Label", 0);
-    add_label(current_label_, "Current_Picture_Label", 1);
+    add_label(file_status_, "File_Status_Label", new QLabel, 0);
+    add_label(picture_status_, "Picture_Status_Label", new QLabel, 0);
+    add_label(current_label_, "Current_Picture_Label", new Elided_Label, 1); // a name may be long
     progress_frame_ = new QWidget;
     progress_frame_->setObjectName(QStringLiteral("Pick_Progress_Frame"));
     auto* progress = new QHBoxLayout(progress_frame_);
@@ -138,12 +142,13 @@ QWidget* Halvine_Window::Make_Status_Frame()
     progress_bar_->setTextVisible(false);
     progress_bar_->setFixedSize(160, 14);
     progress_bar_->setAccessibleName(tr("Pick progress"));
+    progress_bar_->setToolTip(tr("How much of the pick is done; the first button stops it"));
     progress_label_ = new QLabel;
     progress->addWidget(progress_bar_);
     progress->addWidget(progress_label_);
     progress_frame_->hide();
     layout->addWidget(progress_frame_);
-    add_label(design_size_, "Design_Size_Label", 0);
+    add_label(design_size_, "Design_Size_Label", new QLabel, 0);
     design_size_->setToolTip(tr("Size of the window; double-click for the standard size"));
     design_size_->installEventFilter(this);
     auto* help = new QPushButton(tr("Help"));
@@ -172,18 +177,16 @@ void Halvine_Window::Connect_Parts()
         commands_.Pick_Paths(paths, true, false);
         Schedule_Actions();
     });
-    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, &Halvine_Window::Show_Full_Window);
+    connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, [this](bool on) {
+        if (on)
+            Show_Full_Window(true);
+        else
+            Leave_Full_Window_View();
+    });
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::RefreshAlert, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::GridDblClick, this, [this](const QString& path) {
-        if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
-        Schedule_Actions();
-    });
-    connect(explorer_, &bkcExplorer::Create, this, [this] { Run({Menu::File, 301}); });
-    connect(explorer_, &bkcExplorer::Rename, this, [this] { Run({Menu::File, 302}); });
-    connect(explorer_, &bkcExplorer::FolderList, this, [this] { Run({Menu::File, 303}); });
-    explorer_->ExplorerGrid().installEventFilter(this);
+    connect(explorer_, &bkcExplorer::Listed, this, &Halvine_Window::Show_Status);
+    Connect_Folder_Pane();
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {
         if (!Shows_Picture_List()) return;

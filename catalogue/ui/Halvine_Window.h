@@ -6,6 +6,7 @@
 #include "controls/ui/bkcButtonPanel.h"
 #include "controls/ui/bkcExplorer.h"
 #include "frame/Close_Sequence.h"
+#include "frame/ui/Form_Frame.h"
 
 #include <QtWidgets/QtWidgets>
 
@@ -25,8 +26,7 @@ class Halvine_Window : public QMainWindow,
                        public Starting_Window,
                        private Catalogue_View,
                        private Window_Host,
-                       private Closing_Window,
-                       private Placed_Form {
+                       private Closing_Window {
     Q_OBJECT
 
 public:
@@ -37,14 +37,18 @@ public:
     Filmstrip_Widget& Filmstrip() { return *strip_; }
     bkcExplorer& Explorer() { return *explorer_; }
     void Set_Slide_Show_Opener(std::function<void(const QString& path)> opener) { open_show_ = std::move(opener); }
+    QMenu& Menu_Of(Menu menu) { return *menus_.value(menu); } ///< one of the menu bar; the program adds items below
+    void Show_File_Changes() override;                        ///< the folder pane reads its files again
     bool Is_In_Full_Window_View() const { return magnify_->Is_Full_Window(); }
+    void Set_Full_Window_View(bool on);     ///< whether there is a current picture or not
+    void Set_Slide_Show_Look(bool running); ///< a black ground behind the picture and the button that stops the show
     bool Shows_Picture_List() const { return pages_->currentIndex() == 1; }
 
     // Starting_Window.
     void Load() override;
     void Open_Slide_Show(const QString& path) override;
     void Show() override { show(); }
-    void Enlarge_To_Design_Size() override;
+    void Enlarge_To_Design_Size() override { frame_.Enlarge_To_Design_Size(); }
     void Start_Drawing() override;
     bool Has_Pictures() const override;
     void Start_Slide_Show() override;
@@ -55,6 +59,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     // Building.
@@ -66,6 +71,8 @@ private:
     QMenu* Make_Menu(Menu menu);
     void Add_Prepared_Scripts(QMenu& menu);
     void Connect_Parts();
+    void Connect_Folder_Pane();
+    bool Keeps_Key(const QWidget& part, const QKeyEvent& key) const;
     QIcon Icon_Of(const QString& id) const { return parts_.icon ? parts_.icon(id) : QIcon(); }
 
     // Showing.
@@ -85,6 +92,7 @@ private:
     void Set_Thumbnail_Frame(int index, bool) override { strip_->Set_Thumbnail_Frame(index); }
     void Clear_Strip() override { strip_->Draw_All_Thumbnails(); }
     void Update_Scroll_Range() override { strip_->Update_Scroll_Range(); }
+    void Scroll_To_Index(int index) override { strip_->Scroll_To_Index(index); }
     void Update_Status() override;
     void Show_Current_Picture() override;
     void Begin_Pick_Progress() override;
@@ -108,11 +116,14 @@ private:
     bool Shows_Found_Files() const override { return explorer_->Model().Shows_File_List(); }
     void Go_To_Folder(const QString& folder) override { explorer_->Set_Path(folder); }
     void Refresh_Folders() override;
+    QStringList Selected_Folders() const override;
     QString File_Pattern() const override { return explorer_->ExplorerPattern(); }
     void List_Found_Files(const QStringList& paths) override;
     std::optional<Save_Options> Ask_Save_Options() override;
     std::optional<std::array<int, 3>> Ask_Color(std::array<int, 3> red_green_blue) override;
     void Edit_Script_Items(std::span<const int> keys) override;
+    void Open_Configuration_File() override;
+    void Save_Configuration_File() override;
     Bitmap_Handle Clipboard_Bitmap() override;
     void Close_Window() override { QTimer::singleShot(0, this, &QWidget::close); }
 
@@ -120,25 +131,23 @@ private:
     bool Leave_Full_Views() override { return Leave_Full_Window_View() || Leave_Picture_List(); }
     bool Pick_In_Progress() const override { return parts_.form.Picking().Pick_In_Progress(); }
     bool Is_Busy() const override { return commands_.Is_Busy(); }
-    bool Confirm_Abandon_Slide_Show() override { return true; }
+    bool Confirm_Abandon_Slide_Show() override { return parts_.form.State().slide_show->Confirm_Abandon(); }
     bool Confirm_Abandon_Scripts() override;
     bool Confirm_Abandon_Descriptions() override;
+    bool Confirm_Close_Of_Other_Windows() override;
     QString Pattern_Text() const override { return pattern_text_->text(); }
     QString Alias_String() const override { return Tree_Alias(); }
     void Detach_Folder_Pane() override { explorer_->disconnect(this); }
     void Release_Pictures() override;
     bool Save_Configuration_On_Exit() const override { return commands_.Save_Configuration_On_Exit; }
-    const Placed_Form& Form() const override { return *this; }
+    const Placed_Form& Form() const override { return frame_; }
     std::array<float, 2> Splitter_Positions() const override;
-    void Release_Resize_Lists() override {} // the layouts go with their widgets
+    void Set_Splitter_Positions(const std::vector<float>& positions);
     void Quit_Help() override {}
     void Unload_Other_Windows() override;
 
-    // Placed_Form.
-    Form_Place Place() const override;
-    void Move_To(const Form_Place& place) override;
-
     Halvine_Window_Parts parts_;
+    Form_Frame frame_;
     Catalogue_Commands commands_{parts_.form, *this};
     bkcButtonPanel* panel_ = nullptr;
     bkcSplit* file_split_ = nullptr;
@@ -159,10 +168,13 @@ private:
     QLabel* current_label_ = nullptr;
     QLabel* design_size_ = nullptr;
     QMenu* popup_ = nullptr;
+    QMap<Menu, QMenu*> menus_;           // of the menu bar
     QMap<Command_Id, QAction*> actions_; // of the menu bar; the popup's are apart
     QList<std::pair<Command_Id, QAction*>> popup_actions_;
     QList<QAction*> prepared_;
     QTimer actions_later_;
+    bool panel_looks_running_ = false; // the button stops a show
+    Save_Options last_save_options_;   // of this run
     std::function<void(const QString& path)> open_show_;
 };
 

@@ -17,20 +17,29 @@ QStringList Captions_Of(std::span<const Command> rows)
     return captions;
 }
 
+QString Without_Mnemonic(QString caption)
+{
+    return caption.remove(u'&');
+}
+
 } // namespace
 
 void Halvine_Window::Make_Menus()
 {
     menuBar()->setNativeMenuBar(false);
+    menuBar()->setAccessibleName(tr("Menus"));
     for (const Menu menu : Menu_Bar()) {
         QMenu* made = Make_Menu(menu);
         made->setTitle(Menu_Title(menu));
+        made->setAccessibleName(Without_Mnemonic(Menu_Title(menu)));
         menuBar()->addMenu(made);
+        menus_.insert(menu, made);
         connect(made, &QMenu::aboutToShow, this, &Halvine_Window::Show_Actions);
         if (menu == Menu::Script) Add_Prepared_Scripts(*made);
     }
     popup_ = Make_Menu(Menu::Thumbnail_Popup);
     popup_->setObjectName(QStringLiteral("ThumbnailPopup_Menu"));
+    popup_->setAccessibleName(tr("Picture"));
 }
 
 QMenu* Halvine_Window::Make_Menu(Menu menu)
@@ -46,6 +55,7 @@ QMenu* Halvine_Window::Make_Menu(Menu menu)
         if (row.submenu != Menu::None) {
             QMenu* submenu = Make_Menu(row.submenu);
             submenu->setTitle(captions[qsizetype(i)]);
+            submenu->setAccessibleName(Without_Mnemonic(captions[qsizetype(i)]));
             made->addMenu(submenu);
             continue;
         }
@@ -102,10 +112,11 @@ void Halvine_Window::Schedule_Actions()
 void Halvine_Window::Show_Actions()
 {
     const Command_Facts facts = commands_.Facts();
-    for (auto action = actions_.begin(); action != actions_.end(); ++action)
+    for (auto action = actions_.begin(); action != actions_.end(); ++action) {
         action.value()->setEnabled(Is_Enabled(*Find_Command(action.key()), facts));
+        if (action.value()->isCheckable()) action.value()->setChecked(commands_.Is_Checked(action.key()));
+    }
     for (const auto& [id, action] : popup_actions_) action->setEnabled(Is_Enabled(*Find_Command(id), facts));
-    actions_[{Menu::File, 903}]->setChecked(commands_.Save_Configuration_On_Exit);
     for (int number = 1; number <= prepared_.size(); ++number) {
         prepared_[number - 1]->setChecked(parts_.form.State().Current_Prepared_Script == number);
         prepared_[number - 1]->setEnabled(!facts.pick_in_progress && !facts.busy);
@@ -145,9 +156,10 @@ void Halvine_Window::List_Found_Files(const QStringList& paths)
 
 std::optional<Save_Options> Halvine_Window::Ask_Save_Options()
 {
-    Save_Options_Dialog dialog(this);
+    Save_Options_Dialog dialog(last_save_options_, this);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    return dialog.Options();
+    last_save_options_ = dialog.Options();
+    return last_save_options_;
 }
 
 std::optional<std::array<int, 3>> Halvine_Window::Ask_Color(std::array<int, 3> red_green_blue)
@@ -161,7 +173,7 @@ std::optional<std::array<int, 3>> Halvine_Window::Ask_Color(std::array<int, 3> r
 void Halvine_Window::Edit_Script_Items(std::span<const int> keys)
 {
     Script_Item_Deletion model(parts_.form.State(), keys);
-    Script_Item_Dialog(model, this).exec();
+    Script_Item_Dialog(model, &parts_.ports.platform, this).exec();
 }
 
 Bitmap_Handle Halvine_Window::Clipboard_Bitmap()
@@ -172,6 +184,7 @@ Bitmap_Handle Halvine_Window::Clipboard_Bitmap()
 bool Halvine_Window::Leave_Full_Window_View()
 {
     if (!magnify_->Is_Full_Window()) return false;
+    if (isFullScreen()) parts_.form.State().slide_show->Stop(); // a show over the whole screen ends with its view
     Show_Full_Window(false);
     return true;
 }
@@ -194,14 +207,29 @@ void Halvine_Window::Show_Picture_List()
 
 void Halvine_Window::Show_Full_Window(bool on)
 {
+    if (!on || parts_.form.State().current_picture_key != 0) Set_Full_Window_View(on);
+}
+
+void Halvine_Window::Set_Full_Window_View(bool on)
+{
     if (on == magnify_->Is_Full_Window()) return;
-    if (on && parts_.form.State().current_picture_key == 0) return;
     for (QWidget* part : {static_cast<QWidget*>(panel_), file_frame_, static_cast<QWidget*>(strip_), status_frame_,
                           static_cast<QWidget*>(menuBar())})
         part->setVisible(!on);
     magnify_->Set_Full_Window(on);
+    magnify_->show();
     if (on)
         magnify_->setFocus();
     else
         strip_->setFocus();
+}
+
+void Halvine_Window::Set_Slide_Show_Look(bool running)
+{
+    if (running == panel_looks_running_) return;
+    panel_looks_running_ = running;
+    panel_->Exchange(Slide_Show_Button, Stop_Slide_Show_Button);
+    magnify_->Set_Back_Color(running ? QColor(Qt::black) : QColor());
+    if (running) magnify_->show();
+    Schedule_Actions();
 }

@@ -2,26 +2,32 @@
 
 #include "catalogue/Modifications.h"
 #include "catalogue/ui/Halvine_Window.h"
+#include "frame/ui/Framed_Form.h"
 
 namespace {
 
-constexpr int Twips_Per_Pixel = 15;
+/// Those that are open, the last opened first.
+template <class Form>
+QList<QPointer<Form>> Open_Windows_Of_Kind()
+{
+    QList<QPointer<Form>> forms;
+    for (QWidget* form : Form_Frame::Open_Forms())
+        if (auto* other = qobject_cast<Form*>(form)) forms.prepend(other);
+    return forms;
+}
 
 } // namespace
 
 void Halvine_Window::Load()
 {
     const Program_State& state = parts_.state;
-    setMinimumSize(state.Design_Width / Twips_Per_Pixel, state.Design_Height / Twips_Per_Pixel);
+    frame_.Set_Form_Design_Size(state);
     resize(std::max(width(), 1100), std::max(height(), 720));
     Set_Pattern_String(state.Default_Extensions);
     if (state.Default_Path.isEmpty() || !explorer_->Set_Path(state.Default_Path)) explorer_->Set_Path(QDir::homePath());
     explorer_->InitializeTree();
     explorer_->InitializeGrid();
-    const std::vector<float> splitters = Restore_Form_Placement(parts_.ports.platform, *this, Main_Window_Placement,
-                                                                state.Design_Width, state.Design_Height);
-    if (!splitters.empty()) picture_split_->Set_SplitRatio(double(splitters[0]));
-    if (splitters.size() > 1) file_split_->Set_SplitRatio(double(splitters[1]));
+    frame_.Restore();
     Show_Status();
     Show_Actions();
     strip_->setFocus();
@@ -35,9 +41,10 @@ void Halvine_Window::Open_Slide_Show(const QString& path)
         parts_.ports.platform.dialogs.Refuse(QStringLiteral("Feature Not Implemented"));
 }
 
-void Halvine_Window::Enlarge_To_Design_Size()
+void Halvine_Window::Set_Splitter_Positions(const std::vector<float>& positions)
 {
-    resize(size().expandedTo(minimumSize()));
+    if (!positions.empty()) picture_split_->Set_SplitRatio(double(positions[0]));
+    if (positions.size() > 1) file_split_->Set_SplitRatio(double(positions[1]));
 }
 
 void Halvine_Window::Start_Drawing()
@@ -72,6 +79,7 @@ void Halvine_Window::Set_Pattern_String(const QString& pattern)
 
 void Halvine_Window::closeEvent(QCloseEvent* event)
 {
+    if (!Is_In_Full_Window_View()) parts_.form.State().slide_show->Stop(); // leaving a full-window show stops it
     event->setAccepted(Close_Main_Window(*this, parts_.state, parts_.ports));
 }
 
@@ -91,6 +99,7 @@ void Halvine_Window::Release_Pictures()
     parts_.form.Pictures().Drop_Current_Picture();
     parts_.form.State().selection.Clear();
     parts_.form.State().pictures.Clear();
+    strip_->Draw_All_Thumbnails(); // it keeps bitmaps of its own
 }
 
 std::array<float, 2> Halvine_Window::Splitter_Positions() const
@@ -98,33 +107,30 @@ std::array<float, 2> Halvine_Window::Splitter_Positions() const
     return {float(picture_split_->SplitRatio()), float(file_split_->SplitRatio())};
 }
 
+bool Halvine_Window::Confirm_Close_Of_Other_Windows()
+{
+    const auto others = Open_Windows_Of_Kind<Framed_Form>();
+    for (Framed_Form* other : others) {
+        if (other == nullptr || other->Agree_To_Close()) continue; // a question may have ended another window
+        for (Framed_Form* agreed : others)
+            if (agreed != nullptr) agreed->Withdraw_Agreement();
+        return false;
+    }
+    return true;
+}
+
 void Halvine_Window::Unload_Other_Windows()
 {
-    // The list of windows has them in the order of opening.
-    QWidgetList windows = QApplication::topLevelWidgets();
-    std::reverse(windows.begin(), windows.end());
-    for (QWidget* window : windows)
-        if (window != this && window->isWindow() && window->isVisible()) window->close();
-}
-
-Form_Place Halvine_Window::Place() const
-{
-    return {x() * Twips_Per_Pixel, y() * Twips_Per_Pixel, width() * Twips_Per_Pixel, height() * Twips_Per_Pixel};
-}
-
-void Halvine_Window::Move_To(const Form_Place& place)
-{
-    move(place.left / Twips_Per_Pixel, place.top / Twips_Per_Pixel);
-    resize(place.width / Twips_Per_Pixel, place.height / Twips_Per_Pixel);
+    // One that closes may close others with it.
+    for (QWidget* other : Open_Windows_Of_Kind<QWidget>())
+        if (other != nullptr && other != this) other->close();
 }
 
 bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == design_size_ && event->type() == QEvent::MouseButtonDblClick && !isMaximized() && !isMinimized())
-        resize(minimumSize());
-    // In the file grid Ctrl+A selects files.
-    if (event->type() == QEvent::ShortcutOverride && watched == &explorer_->ExplorerGrid() &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll)) {
+    if (watched == design_size_ && event->type() == QEvent::MouseButtonDblClick) frame_.Return_To_Design_Size();
+    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType() &&
+        Keeps_Key(*static_cast<QWidget*>(watched), *static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
     }
@@ -133,6 +139,15 @@ bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
 
 void Halvine_Window::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && Leave_Full_Views()) return;
+    if (event->key() == Qt::Key_Escape) {
+        if (Leave_Full_Views()) return;
+        parts_.form.State().slide_show->Stop();
+    }
     QMainWindow::keyPressEvent(event);
+}
+
+void Halvine_Window::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
 }

@@ -28,9 +28,8 @@ void Halvine_Window::Show_Status()
                                            explorer_->ExplorerGrid().Content().SelectedRowsCount(), folders));
     picture_status_->setText(Picture_Status_Text(state.pictures.Count(), state.selection.Count()));
     current_label_->setText(Picture_Text(state, state.Current_Picture_Index()));
-    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
     const Picture_Item* current = state.pictures.Find(state.current_picture_key);
-    setWindowTitle(Window_Caption(parts_.short_version, parts_.long_version, {},
+    setWindowTitle(Window_Caption(parts_.short_version, parts_.long_version, state.slide_show->File_Name(),
                                   current != nullptr ? current->File_Name : QString()));
     Schedule_Actions();
 }
@@ -44,8 +43,9 @@ void Halvine_Window::Show_Current_Picture()
         if (item == nullptr && magnify_->Is_Full_Window()) Show_Full_Window(false);
     } else {
         const Bitmap_Handle own = state.Current_Picture_Bitmap.Get();
-        const Bitmap_Handle adjusted =
-            Apply_Script_Items(own, state.Items_In_Force(*item), {.divisor = 1, .rotation = item->Rotate});
+        Bitmap_Handle adjusted = parts_.form.Pictures().Take_Current_Adjusted();
+        if (adjusted == 0)
+            adjusted = Apply_Script_Items(own, state.Items_In_Force(*item), {.divisor = 1, .rotation = item->Rotate});
         magnify_->Set_Bitmap(adjusted, item->File_Name, adjusted != own);
     }
     if (item != nullptr) magnify_->show();
@@ -67,6 +67,8 @@ void Halvine_Window::Show_Pick_Progress(const QString& label, int done, int tota
     progress_bar_->setRange(0, total);
     progress_bar_->setValue(done);
     progress_label_->setText(label);
+    const Catalogue_State& state = parts_.form.State();
+    picture_status_->setText(Picture_Status_Text(state.pictures.Count(), state.selection.Count()));
 }
 
 void Halvine_Window::End_Pick_Progress()

@@ -37,14 +37,17 @@ void Magnify_Widget::Rotate_View(int degrees)
 void Magnify_Widget::Set_Full_Window(bool on)
 {
     full_window_ = on;
+    toggle_->setVisible(!(on && back_color_.isValid()));
     toggle_->setIcon(on ? zoom_out_ : zoom_in_);
-    toggle_->setToolTip(on ? tr("Back to the normal view (Esc)") : tr("Show in the full window (Enter)"));
+    toggle_->setToolTip(on ? tr("Back to the normal view (Enter or Esc)") : tr("Show in the full window (Enter)"));
     toggle_->setAccessibleName(toggle_->toolTip());
 }
 
 void Magnify_Widget::Set_Back_Color(const QColor& color)
 {
     back_color_ = color;
+    toggle_->setVisible(!(full_window_ && color.isValid())); // nothing but the picture in a show
+    toggle_->setAutoRaise(!color.isValid());                 // drawn for the palette's ground, it brings it along
     update();
 }
 
@@ -63,6 +66,7 @@ void Magnify_Widget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), back_color_.isValid() ? back_color_ : palette().color(QPalette::Window));
     if (image_.isNull()) {
+        if (back_color_.isValid()) painter.setPen(back_color_.lightness() < 128 ? Qt::white : Qt::black);
         if (!name_.isEmpty()) painter.drawText(rect(), Qt::AlignCenter, tr("%1 can't be read any more.").arg(name_));
         return;
     }
@@ -84,7 +88,8 @@ void Magnify_Widget::mouseDoubleClickEvent(QMouseEvent*)
 
 void Magnify_Widget::keyPressEvent(QKeyEvent* event)
 {
-    if (full_window_ && event->key() == Qt::Key_Escape)
+    const int key = event->key();
+    if (full_window_ && (key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter))
         emit Full_Window_Wanted(false);
     else
         QWidget::keyPressEvent(event);

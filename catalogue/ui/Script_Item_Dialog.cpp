@@ -2,8 +2,8 @@
 
 #include <QtWidgets/QtWidgets>
 
-Script_Item_Dialog::Script_Item_Dialog(Script_Item_Deletion& model, QWidget* parent)
-    : QDialog(parent),
+Script_Item_Dialog::Script_Item_Dialog(Script_Item_Deletion& model, const Platform* platform, QWidget* parent)
+    : Framed_Form(platform, QStringLiteral("Halvine-Grid"), parent),
       model_(model),
       grid_(new bkcGrid),
       mark_(new QPushButton(tr("&Mark For Deletion"))),
@@ -68,9 +68,4 @@ void Script_Item_Dialog::Show_Model()
     commit_->setEnabled(model_.Has_Marks());
     previous_->setEnabled(model_.Position() > 1);
     next_->setEnabled(model_.Position() < model_.Count());
-}
-
-void Script_Item_Dialog::reject()
-{
-    if (model_.May_Leave()) QDialog::reject();
 }

@@ -2,19 +2,19 @@
 
 #include "catalogue/Script_Item_Deletion.h"
 #include "controls/ui/bkcGrid.h"
+#include "frame/ui/Framed_Form.h"
 
-#include <QtWidgets/QDialog>
 #include <QtWidgets/QPushButton>
 
 /// Steps through pictures with the items of their scripts; marked rows are deleted on "Delete".
-class Script_Item_Dialog : public QDialog {
+class Script_Item_Dialog : public Framed_Form {
     Q_OBJECT
 
 public:
-    explicit Script_Item_Dialog(Script_Item_Deletion& model, QWidget* parent = nullptr);
-    void reject() override;
+    Script_Item_Dialog(Script_Item_Deletion& model, const Platform* platform, QWidget* parent);
 
 private:
+    bool May_Close() override { return model_.May_Leave(); }
     void Show_Model();
     void Mark_Selected(bool marked);
     Script_Item_Deletion& model_;

@@ -4,6 +4,7 @@
 #include "controls/ui/Folder_Tree_Model.h"
 #include "controls/ui/bkcGrid.h"
 #include "frame/text/Text_Utilities.h"
+#include "frame/text/Uri_List.h"
 
 namespace {
 
@@ -12,8 +13,8 @@ constexpr int Settle_Milliseconds = 250;
 QStringList Local_Paths(const QMimeData& data)
 {
     QStringList paths;
-    for (const auto& url : data.urls())
-        if (url.isLocalFile()) paths += Without_Trailing_Separator(url.toLocalFile());
+    for (const auto& path : Paths_Of_Uri_List(data.data(QStringLiteral("text/uri-list"))))
+        paths += Without_Trailing_Separator(path);
     return paths;
 }
 
@@ -25,6 +26,7 @@ BKC_DirTree::BKC_DirTree(QWidget* parent) : QTreeView(parent), folders_(new Fold
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAccessibleName(tr("Folders"));
+    header()->setAccessibleName(tr("Folders"));
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(true);
@@ -139,6 +141,15 @@ void BKC_DirTree::Disk_Changed()
     }
 }
 
+// The chosen folder stays on view when the tree gets smaller.
+void BKC_DirTree::resizeEvent(QResizeEvent* event)
+{
+    const QRect place = visualRect(currentIndex());
+    const bool was_on_view = place.isValid() && place.bottom() < event->oldSize().height() && place.top() >= 0;
+    QTreeView::resizeEvent(event);
+    if (was_on_view) scrollTo(currentIndex());
+}
+
 void BKC_DirTree::mouseReleaseEvent(QMouseEvent* event)
 {
     QTreeView::mouseReleaseEvent(event);
@@ -193,7 +204,5 @@ void BKC_DirTree::dropEvent(QDropEvent* event)
     event->accept();
     const int shift = Shift_Of(event->modifiers());
     if (event->source() != this) return emit FilesDropped(paths, target, shift);
-    const auto& source = paths.front();
-    const bool into_itself = With_Trailing_Separator(target).startsWith(With_Trailing_Separator(source));
-    if (!into_itself) emit DirectoryDropped(1, shift, source, target);
+    if (paths.front() != target) emit DirectoryDropped(1, shift, paths.front(), target); // else a drag that slipped
 }

@@ -1,7 +1,8 @@
 #include "controls/ui/Folder_Tree_Model.h"
 
+#include "frame/text/Uri_List.h"
+
 #include <QtCore/QMimeData>
-#include <QtCore/QUrl>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 
@@ -86,10 +87,10 @@ QStringList Folder_Tree_Model::mimeTypes() const
 
 QMimeData* Folder_Tree_Model::mimeData(const QModelIndexList& indexes) const
 {
-    QList<QUrl> urls;
-    for (const auto& index : indexes) urls += QUrl::fromLocalFile(Node_Of(index).path);
+    QStringList paths;
+    for (const auto& index : indexes) paths += Node_Of(index).path;
     auto* data = new QMimeData; // owned by the drag
-    data->setUrls(urls);
+    data->setData(mimeTypes().front(), Uri_List_Of(paths));
     return data;
 }
 

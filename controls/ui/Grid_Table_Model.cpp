@@ -4,11 +4,11 @@
 
 namespace {
 
-Qt::Alignment Alignment_Of(int align)
+Qt::Alignment Alignment_Of(Grid_Text_Align align)
 {
-    const auto horizontal = align == int(Grid_Text_Align::Right)    ? Qt::AlignRight
-                            : align == int(Grid_Text_Align::Center) ? Qt::AlignHCenter
-                                                                    : Qt::AlignLeft;
+    const auto horizontal = align == Grid_Text_Align::Right    ? Qt::AlignRight
+                            : align == Grid_Text_Align::Center ? Qt::AlignHCenter
+                                                               : Qt::AlignLeft;
     return Qt::AlignVCenter | horizontal;
 }
 
@@ -45,9 +45,11 @@ QVariant Grid_Table_Model::data(const QModelIndex& index, int role) const
     const bool check = record.control == Grid_Column_Control::Check;
     if (content_.CellHidden(column, row) && role != Qt::BackgroundRole) return {};
     switch (role) {
-    case Qt::DisplayRole: return check ? QVariant() : QVariant(content_.CellText(column, row));
+    case Qt::DisplayRole: return check ? QVariant() : Text(column, row);
     case Qt::AccessibleTextRole: return content_.CellText(column, row);
-    case Qt::TextAlignmentRole: return QVariant::fromValue(Alignment_Of(record.text_align));
+    case Qt::TextAlignmentRole: return QVariant::fromValue(Alignment_Of(content_.CellAlign(column, row)));
+    case Qt::DecorationRole: return Image(column, row);
+    case Qt::FontRole: return Font(column, row);
     case Qt::BackgroundRole: return Background(column, row);
     case Qt::ForegroundRole: return Foreground(column, row);
     case Qt::ToolTipRole: return Tool_Tip(column, row);
@@ -56,6 +58,32 @@ QVariant Grid_Table_Model::data(const QModelIndex& index, int role) const
         return content_.CellValue(column, row).toBool() ? Qt::Checked : Qt::Unchecked;
     default: return {};
     }
+}
+
+QVariant Grid_Table_Model::Image(int column, int row) const
+{
+    const auto name = content_.Cell_Image(column, row);
+    const auto image = name.isEmpty() || !Image_Source ? QIcon() : Image_Source(name);
+    return image.isNull() ? QVariant() : QVariant(image);
+}
+
+QVariant Grid_Table_Model::Text(int column, int row) const
+{
+    const bool image_alone = Grid_Render_Mode(content_.Column(column).render_mode) == Grid_Render_Mode::Image;
+    if (image_alone && Image(column, row).isValid()) return {};
+    return content_.CellText(column, row);
+}
+
+QVariant Grid_Table_Model::Font(int column, int row) const
+{
+    const int attribute = content_.CellAttribute(column, row);
+    if ((attribute & ~Cell_Locked) == 0) return {};
+    auto font = view_.font();
+    font.setBold((attribute & Cell_Bold) != 0);
+    font.setItalic((attribute & Cell_Italic) != 0);
+    font.setUnderline((attribute & Cell_Underlined) != 0);
+    font.setStrikeOut((attribute & Cell_Struck_Out) != 0);
+    return font;
 }
 
 QVariant Grid_Table_Model::Background(int column, int row) const
@@ -95,7 +123,7 @@ QVariant Grid_Table_Model::Column_Header(int column, int role) const
 {
     const auto& record = content_.Column(column);
     if (role == Qt::DisplayRole) return record.header_text;
-    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Alignment_Of(int(record.header_text_align)));
+    if (role == Qt::TextAlignmentRole) return QVariant::fromValue(Alignment_Of(record.header_text_align));
     if (role == Qt::ForegroundRole && record.header_fore_color)
         return QBrush(Color_Of(*record.header_fore_color, view_.palette()));
     return {};
@@ -113,16 +141,21 @@ QVariant Grid_Table_Model::Row_Header(int row, int role) const
 void Grid_Cell_Delegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
+    Draw_Lines(*painter, option);
+}
+
+void Grid_Cell_Delegate::Draw_Lines(QPainter& painter, const QStyleOptionViewItem& option) const
+{
     const auto color = [&](Grid_Property property) {
         return Color_Of(Stored_Color(content_.Properties().Value(property)), option.palette);
     };
     const auto place = option.rect;
     if (content_.Is_On(Grid_Property::HorzLines)) {
-        painter->setPen(color(Grid_Property::HorzLinesColor));
-        painter->drawLine(place.bottomLeft(), place.bottomRight());
+        painter.setPen(color(Grid_Property::HorzLinesColor));
+        painter.drawLine(place.bottomLeft(), place.bottomRight());
     }
     if (content_.Is_On(Grid_Property::VertLines)) {
-        painter->setPen(color(Grid_Property::VertLinesColor));
-        painter->drawLine(place.topRight(), place.bottomRight());
+        painter.setPen(color(Grid_Property::VertLinesColor));
+        painter.drawLine(place.topRight(), place.bottomRight());
     }
 }

@@ -14,6 +14,7 @@ public:
 
     void Synchronize(); ///< takes over the present size and tells the view that everything may have changed
     bool Active_Row_Indicator = true;
+    std::function<QIcon(const QString& name)> Image_Source;
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
     int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : columns_; }
@@ -24,6 +25,9 @@ public:
 private:
     QVariant Background(int column, int row) const;
     QVariant Foreground(int column, int row) const;
+    QVariant Text(int column, int row) const;
+    QVariant Image(int column, int row) const;
+    QVariant Font(int column, int row) const;
     QVariant Tool_Tip(int column, int row) const;
     QVariant Column_Header(int column, int role) const;
     QVariant Row_Header(int row, int role) const;
@@ -41,6 +45,10 @@ class Grid_Cell_Delegate : public QStyledItemDelegate {
 public:
     Grid_Cell_Delegate(const Grid_Model& content, QObject* parent) : QStyledItemDelegate(parent), content_(content) {}
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+protected:
+    void Draw_Lines(QPainter& painter,
+                    const QStyleOptionViewItem& option) const; ///< for those that draw a cell themselves
 
 private:
     const Grid_Model& content_;

@@ -163,7 +163,7 @@ void bkcButtonPanel::Place_Caption()
     caption_->setVisible(!text.isEmpty());
     if (!text.isEmpty()) setAccessibleName(text);
     const int height = text.isEmpty() ? 0 : caption_->sizeHint().height();
-    setViewportMargins(0, height, 0, 0);
+    setViewportMargins(margins_ + QMargins(0, height, 0, 0));
     caption_->setGeometry(frameWidth(), frameWidth(), width(), height);
 }
 
@@ -220,6 +220,7 @@ int bkcButtonPanel::Get_Selected_ID_List(std::vector<int>& Selected_ID_List) con
 
 void bkcButtonPanel::Autosize(int Left_Margin, int Top_Margin, int Right_Margin, int Bottom_Margin)
 {
+    margins_ = {Left_Margin, Top_Margin, Right_Margin, Bottom_Margin};
     const auto size = model_.Auto_Size();
     setFixedSize(size.right + Left_Margin + Right_Margin, size.bottom + Top_Margin + Bottom_Margin);
     model_.Set_ScrollState(model_.ScrollState() == 0 ? 0 : model_.Auto_Scroll_State(width(), height()));
@@ -228,12 +229,16 @@ void bkcButtonPanel::Autosize(int Left_Margin, int Top_Margin, int Right_Margin,
 
 void bkcButtonPanel::AutoSizeHorizontal(int Left_Margin, int Right_Margin)
 {
+    margins_.setLeft(Left_Margin);
+    margins_.setRight(Right_Margin);
     setFixedWidth(model_.Auto_Size().right + Left_Margin + Right_Margin);
     Changed();
 }
 
 void bkcButtonPanel::AutoSizeVertical(int Top_Margin, int Bottom_Margin)
 {
+    margins_.setTop(Top_Margin);
+    margins_.setBottom(Bottom_Margin);
     setFixedHeight(model_.Auto_Size().bottom + Top_Margin + Bottom_Margin);
     Changed();
 }

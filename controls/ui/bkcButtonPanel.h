@@ -109,6 +109,7 @@ private:
     void Begin_Drag(int Button_ID);
     QPoint On_Panel(QPoint viewport_point) const;
     void Show_Drop_Mark(int Before_ID);
+    void Scroll_Towards(QPoint viewport_point);
     int Scroll_Offset_X() const;
     int Scroll_Offset_Y() const;
 
@@ -120,7 +121,8 @@ private:
     QLabel* caption_;
     QWidget* drop_mark_;
     QPoint press_point_;
-    int shift_ = 0; // of the last mouse or key event
+    QMargins margins_; // around the buttons, from the sizing by content
+    int shift_ = 0;    // of the last mouse or key event
     int focus_button_ = 0;
     int drag_button_ = 0;
     bool auto_paint_ = true;

@@ -8,7 +8,14 @@ namespace {
 
 const QString Drag_Format = QStringLiteral("application/x-halvine-panel-button");
 
+/// The panel, so that no other takes the button, and the button.
+QByteArray Drag_Payload(const bkcButtonPanel* panel, std::optional<int> Button_ID = {})
+{
+    const auto of_panel = QByteArray::number(quintptr(panel)) + ':';
+    return Button_ID ? of_panel + QByteArray::number(*Button_ID) : of_panel;
 }
+
+} // namespace
 
 void bkcButtonPanel::Click_Button(int Button, int Shift, int Button_ID)
 {
@@ -97,7 +104,7 @@ void bkcButtonPanel::Begin_Drag(int Button_ID)
     if (!widget) return;
     widget->setDown(false);
     auto* payload = new QMimeData;
-    payload->setData(Drag_Format, QByteArray::number(Button_ID));
+    payload->setData(Drag_Format, Drag_Payload(this, Button_ID));
     auto* drag = new QDrag(this); // owned by Qt once it runs
     drag->setMimeData(payload);
     drag->setPixmap(button_drag_icon_.isNull() ? widget->grab() : button_drag_icon_);
@@ -129,15 +136,25 @@ void bkcButtonPanel::Show_Drop_Mark(int Before_ID)
 
 void bkcButtonPanel::dragEnterEvent(QDragEnterEvent* event)
 {
-    const bool ours = event->source() == this && event->mimeData()->hasFormat(Drag_Format);
-    event->setAccepted(ours && model_.Properties.AllowRearrange);
+    const auto* payload = event->mimeData();
+    event->setAccepted(model_.Properties.AllowRearrange && payload->data(Drag_Format).startsWith(Drag_Payload(this)));
 }
 
 void bkcButtonPanel::dragMoveEvent(QDragMoveEvent* event)
 {
+    if (model_.ScrollState() == 3) Scroll_Towards(event->position().toPoint());
     const auto point = On_Panel(event->position().toPoint());
     Show_Drop_Mark(model_.Drop_Before(point.x(), point.y(), viewport()->width(), viewport()->height()));
     event->accept();
+}
+
+// A drag that hangs at the edge brings the next row on view.
+void bkcButtonPanel::Scroll_Towards(QPoint viewport_point)
+{
+    constexpr int edge = 12;
+    auto* bar = verticalScrollBar();
+    if (viewport_point.y() < edge) bar->setValue(bar->value() - bar->singleStep());
+    if (viewport_point.y() >= viewport()->height() - edge) bar->setValue(bar->value() + bar->singleStep());
 }
 
 void bkcButtonPanel::dragLeaveEvent(QDragLeaveEvent*)
@@ -150,7 +167,7 @@ void bkcButtonPanel::dropEvent(QDropEvent* event)
     drop_mark_->hide();
     const auto point = On_Panel(event->position().toPoint());
     const int before = model_.Drop_Before(point.x(), point.y(), viewport()->width(), viewport()->height());
-    const int id = event->mimeData()->data(Drag_Format).toInt();
+    const int id = event->mimeData()->data(Drag_Format).mid(Drag_Payload(this).size()).toInt();
     event->setDropAction(Qt::MoveAction);
     event->accept();
     if (!model_.Rearrange(id, before)) return;

@@ -1,6 +1,7 @@
 #include "controls/ui/bkcExplorer.h"
 
 #include "frame/text/Text_Utilities.h"
+#include "frame/text/Uri_List.h"
 
 namespace {
 
@@ -16,6 +17,7 @@ bkcExplorer::bkcExplorer(QWidget* parent)
       message_(new QLabel(grid_->viewport())),
       model_(grid_->Content())
 {
+    setAccessibleName(tr("Folders and files"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(split_);
@@ -73,11 +75,10 @@ void bkcExplorer::Connect_Grid()
     for (const auto property : {Grid_Property::RowHeadings, Grid_Property::HorzLines, Grid_Property::VertLines})
         content.Set(property, false);
     grid_->setAccessibleName(tr("Files"));
+    grid_->setTextElideMode(Qt::ElideMiddle); // names often differ at their ends
     grid_->Drag_Data = [this] {
-        QList<QUrl> urls;
-        for (const auto& path : Selected_Files()) urls += QUrl::fromLocalFile(path);
         auto* payload = new QMimeData; // owned by the drag
-        payload->setUrls(urls);
+        payload->setData(QStringLiteral("text/uri-list"), Uri_List_Of(Selected_Files()));
         return payload;
     };
     connect(grid_, &bkcGrid::Click, this, &bkcExplorer::GridClick);
@@ -115,6 +116,7 @@ void bkcExplorer::Refresh()
     if (!Path().isEmpty()) model_.Refresh();
     Watch();
     Show_Message();
+    emit Listed();
 }
 
 void bkcExplorer::Watch()
@@ -155,6 +157,7 @@ void bkcExplorer::InitializeGridExplicit(const QStringList& File_List)
 {
     model_.Show_Files(File_List);
     Show_Message();
+    emit Listed();
 }
 
 void bkcExplorer::Set_ExplorerPattern(const QString& New_Pattern)

@@ -44,10 +44,8 @@ bkcGrid::bkcGrid(QWidget* parent)
     setTabKeyNavigation(false);
     setHorizontalScrollMode(ScrollPerPixel);
     setWordWrap(false);
-    bkcCell_Text_->setObjectName(QStringLiteral("bkcCell_Text"));
-    bkcCell_Text_->setAccessibleName(tr("Cell text"));
-    bkcCell_Text_->hide();
-    bkcCell_Text_->installEventFilter(this);
+    setIconSize({16, 16});
+    Set_Up_Editor();
     Set_Up_Headers();
     content_.On_Change = [this](Grid_Model::Change change) { Content_Changed(change); };
     Show_Properties();
@@ -62,6 +60,8 @@ bkcGrid::~bkcGrid()
 
 void bkcGrid::Set_Up_Headers()
 {
+    horizontalHeader()->setAccessibleName(tr("Column headings"));
+    verticalHeader()->setAccessibleName(tr("Row headings"));
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(8);
@@ -121,12 +121,20 @@ void bkcGrid::Show_Properties()
     horizontalScrollBar()->setTracking(track);
     verticalScrollBar()->setTracking(track);
     Show_Colors();
+    Show_Rows();
+}
+
+void bkcGrid::Show_Rows()
+{
     // Tall fonts need taller rows than the content asks for.
     const int least = fontMetrics().height() + 2;
     const int height = std::max(least, content_.Value(Grid_Property::RowInitialHeight));
     if (verticalHeader()->defaultSectionSize() != height) verticalHeader()->setDefaultSectionSize(height);
     for (int row = 1; row <= table_model_->rowCount(); ++row) {
-        const int own = std::max(least, content_.RowHeight(row));
+        const int wanted = content_.RowHeight(row);
+        if (isRowHidden(row - 1) != (wanted == 0)) setRowHidden(row - 1, wanted == 0);
+        if (wanted == 0) continue;
+        const int own = std::max(least, wanted);
         if (verticalHeader()->sectionSize(row - 1) != own) verticalHeader()->resizeSection(row - 1, own);
     }
 }
@@ -134,17 +142,24 @@ void bkcGrid::Show_Properties()
 // Colours of the system are those of the palette, which then keeps following the theme.
 void bkcGrid::Show_Colors()
 {
-    const auto set = [this](Grid_Property property, QPalette::ColorRole role) {
-        const auto color = Stored_Color(content_.Properties().Value(property));
-        if (std::int64_t(color) == Facts_Of(property).initial) return;
-        auto colors = palette();
-        if (colors.color(role) == Color_Of(color, colors)) return;
-        colors.setColor(role, Color_Of(color, colors));
-        setPalette(colors);
-    };
-    set(Grid_Property::BackColor, QPalette::Base);
-    set(Grid_Property::ForeColor, QPalette::Text);
-    set(Grid_Property::PanelColor, QPalette::Button);
+    constexpr std::pair<Grid_Property, QPalette::ColorRole> roles[] = {{Grid_Property::BackColor, QPalette::Base},
+                                                                       {Grid_Property::ForeColor, QPalette::Text},
+                                                                       {Grid_Property::PanelColor, QPalette::Button}};
+    QPalette own; // nothing of its own yet: every role follows the theme
+    auto wanted = shown_colors_;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const auto [property, role] = roles[i];
+        wanted[i] = Stored_Color(content_.Properties().Value(property));
+        if (std::int64_t(wanted[i]) != Facts_Of(property).initial)
+            own.setColor(role, Color_Of(wanted[i], QGuiApplication::palette()));
+    }
+    if (std::exchange(shown_colors_, wanted) != wanted) setPalette(own);
+}
+
+void bkcGrid::Set_Image_Source(std::function<QIcon(const QString& name)> New_Source)
+{
+    table_model_->Image_Source = std::move(New_Source);
+    viewport()->update();
 }
 
 void bkcGrid::Show_Columns()
@@ -155,7 +170,9 @@ void bkcGrid::Show_Columns()
     for (int column = 1; column <= table_model_->columnCount(); ++column) {
         const bool own = sizing && content_.Column(column).allow_sizing;
         horizontalHeader()->setSectionResizeMode(column - 1, own ? QHeaderView::Interactive : QHeaderView::Fixed);
-        horizontalHeader()->resizeSection(column - 1, widths[std::size_t(column - 1)]);
+        const int width = widths[std::size_t(column - 1)];
+        if (isColumnHidden(column - 1) != (width == 0)) setColumnHidden(column - 1, width == 0);
+        if (width > 0) horizontalHeader()->resizeSection(column - 1, width);
     }
 }
 

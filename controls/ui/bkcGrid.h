@@ -58,7 +58,14 @@ public:
     int ColumnInitialSort() const { return column_initial_sort_; } ///< the column that a first Update sorts by; 0 none
     void Set_ColumnInitialSort(int Grid_Column) { column_initial_sort_ = Grid_Column; }
 
+    Qt::CursorShape MousePointer() const { return viewport()->cursor().shape(); } ///< over the cells
     void Set_MousePointer(Qt::CursorShape New_Pointer) { viewport()->setCursor(New_Pointer); }
+    QPixmap MouseIcon() const { return viewport()->cursor().pixmap(); } ///< null unless one was given
+    void Set_MouseIcon(const QPixmap& New_Icon) { viewport()->setCursor(QCursor(New_Icon)); }
+    bool Visible() const { return !isHidden(); }
+    void Set_Visible(bool New_Visible) { setVisible(New_Visible); }
+    /// Gives the pictures for the names in a column's ColumnDataImages. Without one no images show.
+    void Set_Image_Source(std::function<QIcon(const QString& name)> New_Source);
     double ScaleX() const { return 15; } ///< twips to the logical pixel
     double ScaleY() const { return 15; }
 
@@ -75,6 +82,13 @@ public:
     int EditCellSelLength() const;
     QString EditCellSelText() const;
     void Set_EditCellSelection(int New_Start, int New_Length);
+    // The cell with the focus, with what is selected in its text: in the editor while that is open.
+    int ActiveSelStart() const;
+    int ActiveSelLength() const;
+    QString ActiveSelText() const;
+    void Set_ActiveSelection(int New_Start, int New_Length);
+    bool Set_ActiveSelText(const QString& New_Text); ///< false when the text is no value of the column
+
     void Copy_As_Text(); ///< the selected rows, to the clipboard; only with AllowCopy
 
     /// What a drag of the selected rows carries. None by default: rows are not dragged.
@@ -109,6 +123,7 @@ private:
     void Content_Changed(Grid_Model::Change change);
     void Set_Up_Headers();
     void Show_Properties();
+    void Show_Rows();
     void Show_Columns();
     void Show_Colors();
     void Show_Selection();
@@ -116,6 +131,9 @@ private:
     void Show_Sort_Indicator();
     void Header_Clicked(int section);
     void Column_Resized(int section, int old_size, int new_size);
+    void Set_Up_Editor();
+    void Prepare_Choices(const Grid_Column_Record& column);
+    void Show_Choices();
     void Place_Editor();
     void Close_Editor();
     bool Store_Edit();
@@ -131,6 +149,8 @@ private:
     Grid_Model content_;
     Grid_Table_Model* table_model_;
     QLineEdit* bkcCell_Text_; // the floating editor
+    QAction* choices_;        // its button for the choices of a List column
+    std::array<Stored_Color, 3> shown_colors_{};
     QString edit_text_before_;
     int edit_column_ = 0;
     int edit_stored_row_ = 0; // a sort may move the row while it is being edited

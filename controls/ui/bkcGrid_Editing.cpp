@@ -3,6 +3,35 @@
 // The floating editor. It stays open when an update is refused, and a flag keeps events that fire during an update from
 // leaving it a second time.
 
+void bkcGrid::Set_Up_Editor()
+{
+    bkcCell_Text_->setObjectName(QStringLiteral("bkcCell_Text"));
+    bkcCell_Text_->setAccessibleName(tr("Cell text"));
+    bkcCell_Text_->hide();
+    bkcCell_Text_->installEventFilter(this);
+    choices_ = bkcCell_Text_->addAction(style()->standardIcon(QStyle::SP_ArrowDown), QLineEdit::TrailingPosition);
+    choices_->setToolTip(tr("Show the choices (Down)"));
+    for (auto* button : bkcCell_Text_->findChildren<QToolButton*>()) button->setAccessibleName(tr("Show the choices"));
+    connect(choices_, &QAction::triggered, this, &bkcGrid::Show_Choices);
+}
+
+void bkcGrid::Prepare_Choices(const Grid_Column_Record& column)
+{
+    const bool has_choices = column.control == Grid_Column_Control::List;
+    choices_->setVisible(has_choices);
+    if (!has_choices) return;
+    // The grid's and not the editor's child: an editor deletes its own at once, and its list may be in a call.
+    auto* completer = new QCompleter(column.data.toStringList(), this);
+    completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    bkcCell_Text_->setCompleter(completer);
+}
+
+void bkcGrid::Show_Choices()
+{
+    if (auto* completer = bkcCell_Text_->completer()) completer->complete();
+}
+
 bool bkcGrid::EditCellActive() const
 {
     return edit_stored_row_ != 0;
@@ -21,13 +50,11 @@ bool bkcGrid::EditCellStart(int Grid_Column, int Grid_Row)
     bkcCell_Text_->setMaxLength(column.field_size > 0 ? column.field_size : 32767);
     bkcCell_Text_->setText(edit_text_before_);
     bkcCell_Text_->setModified(false);
-    if (column.control == Grid_Column_Control::List) {
-        auto* completer = new QCompleter(column.data.toStringList(), bkcCell_Text_);
-        completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-        completer->setCaseSensitivity(Qt::CaseInsensitive);
-        bkcCell_Text_->setCompleter(completer);
-    }
-    bkcCell_Text_->selectAll();
+    Prepare_Choices(column);
+    if (content_.ActiveSelLength() > 0)
+        bkcCell_Text_->setSelection(content_.ActiveSelStart(), content_.ActiveSelLength());
+    else
+        bkcCell_Text_->selectAll();
     Place_Editor();
     bkcCell_Text_->setFocus();
     return true;
@@ -45,6 +72,7 @@ void bkcGrid::Place_Editor()
 void bkcGrid::Close_Editor()
 {
     if (!EditCellActive()) return;
+    content_.Set_ActiveSelection(EditCellSelStart(), EditCellSelLength());
     edit_stored_row_ = 0;
     const bool had_focus = bkcCell_Text_->hasFocus();
     if (auto* completer = bkcCell_Text_->completer()) {
@@ -131,6 +159,36 @@ void bkcGrid::Set_EditCellSelection(int New_Start, int New_Length)
     bkcCell_Text_->setSelection(New_Start, New_Length);
 }
 
+int bkcGrid::ActiveSelStart() const
+{
+    return EditCellActive() ? EditCellSelStart() : content_.ActiveSelStart();
+}
+
+int bkcGrid::ActiveSelLength() const
+{
+    return EditCellActive() ? EditCellSelLength() : content_.ActiveSelLength();
+}
+
+QString bkcGrid::ActiveSelText() const
+{
+    return EditCellActive() ? EditCellSelText() : content_.ActiveSelText();
+}
+
+void bkcGrid::Set_ActiveSelection(int New_Start, int New_Length)
+{
+    if (EditCellActive())
+        Set_EditCellSelection(New_Start, New_Length);
+    else
+        content_.Set_ActiveSelection(New_Start, New_Length);
+}
+
+bool bkcGrid::Set_ActiveSelText(const QString& New_Text)
+{
+    if (!EditCellActive()) return content_.Set_ActiveSelText(New_Text);
+    bkcCell_Text_->insert(New_Text);
+    return true;
+}
+
 void bkcGrid::Toggle_Check(int Grid_Column, int Grid_Row)
 {
     const bool checked = content_.CellValue(Grid_Column, Grid_Row).toBool();
@@ -169,7 +227,10 @@ bool bkcGrid::Editor_Key(QKeyEvent* event)
     case Qt::Key_Enter: EditCellExit(); return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
-        if (bkcCell_Text_->completer()) return false;
+        if (bkcCell_Text_->completer()) {
+            Show_Choices();
+            return true;
+        }
         if (EditCellExit()) QCoreApplication::sendEvent(this, event);
         return true;
     case Qt::Key_Tab:

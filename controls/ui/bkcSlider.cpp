@@ -15,12 +15,13 @@ bkcSlider::bkcSlider(QWidget* parent) : QWidget(parent), bar_(new bkcScrollBar(t
 void bkcSlider::Arrange()
 {
     delete layout();
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(model_.LegendSeparation);
-    const bool below = model_.LegendPosition == 1;
-    rows->addWidget(below ? static_cast<QWidget*>(bar_) : legend_);
-    rows->addWidget(below ? static_cast<QWidget*>(legend_) : bar_);
+    const bool beside = model_.LegendPosition >= 2;
+    const bool legend_first = model_.LegendPosition % 2 == 0;
+    auto* line = new QBoxLayout(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, this);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(model_.LegendSeparation);
+    line->addWidget(bar_, 1);
+    line->insertWidget(legend_first ? 0 : 1, legend_);
     const auto side = model_.LegendAlignment == 1   ? Qt::AlignRight
                       : model_.LegendAlignment == 2 ? Qt::AlignHCenter
                                                     : Qt::AlignLeft;
@@ -56,10 +57,19 @@ void bkcSlider::Set_ShowLegend(bool New_Show)
 
 void bkcSlider::Set_Legend(int New_Position, int New_Alignment, int New_Separation)
 {
-    model_.LegendPosition = New_Position;
+    model_.LegendPosition = std::clamp(New_Position, 0, 3);
     model_.LegendAlignment = New_Alignment;
     model_.LegendSeparation = std::max(0, New_Separation);
     Arrange();
+}
+
+void bkcSlider::Set_BackColor(const QColor& New_Color)
+{
+    QPalette colors;
+    if (New_Color.isValid()) colors.setColor(QPalette::Window, New_Color);
+    setPalette(colors);
+    setAutoFillBackground(New_Color.isValid());
+    bar_->Set_BackColor(New_Color);
 }
 
 void bkcSlider::Set_Legend_Scale(double New_Scale)

@@ -195,8 +195,29 @@ void bkcSplit::Set_Margins(int New_Left, int New_Top, int New_Right, int New_Bot
 
 void bkcSplit::Set_BorderStyle(int New_Style)
 {
-    setFrameShape(New_Style == 0 ? QFrame::NoFrame : QFrame::StyledPanel);
+    border_style_ = New_Style == 1 ? 1 : 0;
+    Show_Frame();
+}
+
+void bkcSplit::Set_Appearance(int New_Appearance)
+{
+    appearance_ = New_Appearance == 0 ? 0 : 1;
+    Show_Frame();
+}
+
+void bkcSplit::Show_Frame()
+{
+    setFrameStyle(border_style_ == 0 ? int(QFrame::NoFrame)
+                  : appearance_ == 0 ? int(QFrame::Box) | int(QFrame::Plain)
+                                     : int(QFrame::StyledPanel) | int(QFrame::Sunken));
     Refresh();
+}
+
+void bkcSplit::Set_BackColor(const QColor& New_Color)
+{
+    QPalette colors;
+    if (New_Color.isValid()) colors.setColor(QPalette::Window, New_Color);
+    setPalette(colors);
 }
 
 void bkcSplit::Set_Caption(const QString& New_Caption)

@@ -47,10 +47,22 @@ public:
     bool ResizeSplitterAxis() const { return model_.ResizeSplitterAxis; }
     void Set_ResizeSplitterAxis(bool New_Resize) { model_.ResizeSplitterAxis = New_Resize; }
 
-    // As for any control: Appearance and BorderStyle choose the frame, BackColor and BackStyle the ground.
-    void Set_BorderStyle(int New_Style);          ///< 0 none, 1 a frame
+    // As for any control.
+    int BorderStyle() const { return border_style_; } ///< 0 none, the default; 1 a frame
+    void Set_BorderStyle(int New_Style);
+    int Appearance() const { return appearance_; } ///< of the frame: 0 flat, 1 sunken, the default
+    void Set_Appearance(int New_Appearance);
+    QColor BackColor() const { return palette().color(QPalette::Window); }
+    void Set_BackColor(const QColor& New_Color); ///< of the splitter and the margins; an invalid one is the palette's
+    int BackStyle() const
+    {
+        return autoFillBackground() ? 1 : 0;
+    } ///< 0 the ground below shows, the default; 1 BackColor
+    void Set_BackStyle(int New_Style) { setAutoFillBackground(New_Style == 1); }
+    QString Caption() const { return accessibleName(); }
     void Set_Caption(const QString& New_Caption); ///< the accessible name of the splitter
-    void Set_Enabled(bool New_Enabled);           ///< of the splitter alone: it no longer moves
+    bool Enabled() const { return count() != 2 || handle(1)->isEnabled(); }
+    void Set_Enabled(bool New_Enabled); ///< of the splitter alone: it no longer moves
 
     int Pixels_LT() const { return model_.Pixels_LT(); }
     /// A drag or an arrow key: the splitter moves by Split_Offset from where the first control had Split_Pixels_LT.
@@ -66,6 +78,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void Show_Frame();
     void Take_Area();
     void Lay_Out();
 
@@ -73,4 +86,6 @@ private:
     QWidget* container_ = nullptr;
     QWidget* control_lt_ = nullptr;
     QWidget* control_rb_ = nullptr;
+    int border_style_ = 0;
+    int appearance_ = 1;
 };

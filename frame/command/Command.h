@@ -28,6 +28,7 @@ Exit_Status Run_Eval_Command(const QStringList& arguments);
 Exit_Status Run_Flip_Command(const QStringList& arguments);
 Exit_Status Run_Histogram_Command(const QStringList& arguments);
 Exit_Status Run_Info_Command(const QStringList& arguments);
+Exit_Status Run_Rename_Command(const QStringList& arguments);
 Exit_Status Run_Render_Command(const QStringList& arguments);
 Exit_Status Run_Rotate_Command(const QStringList& arguments);
 Exit_Status Run_Save_Command(const QStringList& arguments);

@@ -15,6 +15,8 @@ constexpr Command Commands[] = {
     {"snapshot", "save FILE... | list FILE... | restore SNAPSHOT", "Keep, list and restore dated copies",
      &Run_Snapshot_Command},
     {"eval", "TEXT", "Print the value of a formula", &Run_Eval_Command},
+    {"rename", "--from TEXT --to TEXT FILE... | --take-back", "Rename or copy pictures by rules, patterns and formulas",
+     &Run_Rename_Command},
     {"slides", "list FILE.hvs | make FILE.hvs PICTURE... | copy FILE.hvs TARGET.hvs", "List, make and copy slide shows",
      &Run_Slides_Command},
     {"search", "names|descriptions PATTERN FOLDER", "Find pictures in a folder and those below it",

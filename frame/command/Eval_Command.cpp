@@ -1,5 +1,7 @@
 // hv eval. The arguments are read here and not by the common reader: a formula may begin with a sign.
 
+#include "evaluate/Formula_Consent.h"
+#include "evaluate/Scanner.h"
 #include "evaluate/System_Host.h"
 #include "evaluate/bkcEvaluate.h"
 #include "evaluate/variant/Conversions.h"
@@ -63,6 +65,20 @@ Evaluated<Variant> Variable_Of(const QString& option, const QString& text)
     return Date_From_Text(text, This_Year()).map([](double days) { return Variant(Date_Value{days}); });
 }
 
+/// A name that a formula can say; no other could ever be read.
+bool Is_Variable_Name(const QString& name)
+{
+    return !name.isEmpty() && Scanner(name).Next().name == name;
+}
+
+/// False, with the reason, when no formula could read it.
+bool Check_Name(const QString& option, const QString& name, Eval_Job& job)
+{
+    if (Is_Variable_Name(name)) return true;
+    job.fault = QStringLiteral("%1: \"%2\" is no name for a variable").arg(option, name);
+    return false;
+}
+
 void Read_Variable(const QString& option, const QString& argument, Eval_Job& job)
 {
     const qsizetype equals = argument.indexOf(u'=');
@@ -70,25 +86,27 @@ void Read_Variable(const QString& option, const QString& argument, Eval_Job& job
         job.fault = QStringLiteral("%1 needs NAME=VALUE").arg(option);
         return;
     }
-    const Evaluated<Variant> value = Variable_Of(option, argument.mid(equals + 1));
+    const QString name = argument.left(equals), text = argument.mid(equals + 1);
+    if (!Check_Name(option, name, job)) return;
+    const Evaluated<Variant> value = Variable_Of(option, text);
     if (value)
-        job.variables.emplace_back(argument.left(equals), *value);
+        job.variables.emplace_back(name, *value);
     else
-        job.fault = QStringLiteral("%1 is no value for %2").arg(argument.mid(equals + 1), option);
+        job.fault = QStringLiteral("%1 %2: \"%3\": %4")
+                        .arg(option, name, text, QString::fromUtf8(Error_Description(value.error())));
+}
+
+void Read_Null(const QString& name, Eval_Job& job)
+{
+    if (Check_Name(QStringLiteral("--null"), name, job)) job.variables.emplace_back(name, Variant::Null());
 }
 
 void Read_Allowed(const QString& list, Eval_Job& job)
 {
-    for (const QString& word : list.split(u',')) {
-        if (word == u"files")
-            job.allowed |= unsigned(Access_Class::Files);
-        else if (word == u"environment")
-            job.allowed |= unsigned(Access_Class::Environment);
-        else if (word == u"settings")
-            job.allowed |= unsigned(Access_Class::Settings);
-        else
-            job.fault = QStringLiteral("--allow-formula knows files, environment and settings, not \"%1\"").arg(word);
-    }
+    if (const std::optional<unsigned> access = Access_From_List(list))
+        job.allowed |= *access;
+    else
+        job.fault = QStringLiteral("--allow-formula knows files, environment and settings, not \"%1\"").arg(list);
 }
 
 void Read_Valued_Option(const QString& option, const QString& value, Eval_Job& job)
@@ -96,7 +114,7 @@ void Read_Valued_Option(const QString& option, const QString& value, Eval_Job& j
     if (option == u"-f")
         job.file = value;
     else if (option == u"--null")
-        job.variables.emplace_back(value, Variant::Null());
+        Read_Null(value, job);
     else if (option == u"--print")
         job.printed += value;
     else if (option == u"--allow-formula")
@@ -165,24 +183,29 @@ Exit_Status Print_Error(int code, const QString& text, int position)
     return Exit_Status::Some_Failed;
 }
 
+/// One that is unknown is told by its name; the others are printed all the same.
 Exit_Status Print_Variables(const bkcEvaluate& evaluator, const QStringList& names)
 {
+    Exit_Status status = Exit_Status::All_Done;
     for (const QString& name : names) {
-        const auto value = evaluator.Variable(name);
-        if (!value) return Print_Error(int(value.error()), QString::fromUtf8(Error_Description(value.error())), 0);
-        Print_Value(*value);
+        if (const auto value = evaluator.Variable(name)) {
+            Print_Value(*value);
+        } else {
+            Print_Message(name, QString::fromUtf8(Error_Description(value.error())));
+            status = Exit_Status::Some_Failed;
+        }
     }
-    return Exit_Status::All_Done;
+    return status;
 }
 
-/// What the user types may use everything; there are no dialogs here that could disturb anybody.
+/// What the user types may use everything; there are no dialogs here that could disturb anybody. Nothing is an array
+/// before the run, so that every variable takes its value.
 Exit_Status Run_Job(const Eval_Job& job, const QString& text)
 {
     Terminal_Host host;
     bkcEvaluate evaluator(host);
     evaluator.Set_PromptUninitialized(false);
-    if (job.file)
-        evaluator.Set_AllowedAccess(unsigned(Access_Class::Pure) | unsigned(Access_Class::Clock) | job.allowed);
+    if (job.file) evaluator.Set_AllowedAccess(File_Access | job.allowed);
     for (const auto& [name, value] : job.variables) (void)evaluator.AddVariable(name, value);
     const bool compiled = job.program ? evaluator.Program(text) : evaluator.Expression(text);
     const Variant value = !compiled ? Variant() : job.program ? evaluator.ProgramValue() : evaluator.Value();

@@ -45,6 +45,7 @@ Limits Read_Limits()
     TAKE(rich_text_nesting);
     TAKE(formula_nesting);
     TAKE(formula_calls);
+    TAKE(formula_names);
     TAKE(formula_string_characters);
     TAKE(formula_array_elements);
     TAKE(formula_instructions);

@@ -19,17 +19,17 @@ File_Identity Identity_From(const struct stat& facts)
             .modified_nanoseconds = std::int64_t(facts.st_mtim.tv_sec) * 1'000'000'000 + facts.st_mtim.tv_nsec};
 }
 
-tl::unexpected<Error> System_Failure(const std::string& path, int number)
-{
-    return Failure(path + ": " + System_Error_Text(number), number);
-}
-
 } // namespace
 
 std::string System_Error_Text(int number)
 {
     char buffer[256];
     return strerror_r(number, buffer, sizeof buffer);
+}
+
+tl::unexpected<Error> System_Failure(const std::string& path, int number)
+{
+    return Failure(path + ": " + System_Error_Text(number), number);
 }
 
 std::string Final_Path(const std::string& path)

@@ -54,3 +54,6 @@ std::string Final_Path(const std::string& path);
 
 /// The text of an errno value, for messages.
 std::string System_Error_Text(int number);
+
+/// The file and what the system says about it.
+tl::unexpected<Error> System_Failure(const std::string& path, int number);

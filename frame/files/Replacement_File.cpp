@@ -1,5 +1,7 @@
 #include "frame/files/Replacement_File.h"
 
+#include "frame/files/Rename_File.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,18 +11,6 @@
 #include <vector>
 
 namespace {
-
-tl::unexpected<Error> System_Failure(const std::string& path, int number)
-{
-    return Failure(path + ": " + System_Error_Text(number), number);
-}
-
-std::string Folder_Of(const std::string& path)
-{
-    const auto slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
 
 void Copy_Extended_Attributes(int from, int to)
 {
@@ -38,7 +28,8 @@ void Copy_Extended_Attributes(int from, int to)
     }
 }
 
-/// Mode, owner where permitted, and extended attributes, which carry the ACL too.
+} // namespace
+
 Result<void> Take_Attributes(const std::string& path, int to)
 {
     const int from = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -52,20 +43,6 @@ Result<void> Take_Attributes(const std::string& path, int to)
     close(from);
     return {};
 }
-
-Result<void> Flush_Folder(const std::string& folder)
-{
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY);
-    if (descriptor < 0) return System_Failure(folder, errno);
-    const int outcome = fsync(descriptor);
-    const int number = errno;
-    close(descriptor);
-    // Some file systems have no way to flush a folder; the rename is as safe there as it can be.
-    if (outcome != 0 && number != EINVAL && number != ENOTSUP) return System_Failure(folder, number);
-    return {};
-}
-
-} // namespace
 
 Result<File_Times> Times_Of(const std::string& path)
 {
@@ -89,8 +66,9 @@ Result<Replacement_File> Replacement_File::Open(const std::string& target, Repla
     struct stat facts {};
     if (stat(file.target_.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode))
         return Failure(target + (S_ISDIR(facts.st_mode) ? ": is a folder" : ": is not a regular file"));
+    if (file.options_.only_new && Is_Name_Taken(target)) return System_Failure(target, EEXIST);
 
-    const std::string folder = Folder_Of(file.target_);
+    const std::string folder = Folder_Of_Path(file.target_);
     // The name's own part is cut so that the hidden name stays within 255 bytes.
     const std::string name = file.target_.substr(file.target_.rfind('/') + 1).substr(0, 200);
     std::string hidden = folder + "/." + name + ".halvine-XXXXXX";
@@ -158,9 +136,15 @@ Result<void> Replacement_File::Commit()
     if (options_.verify) {
         if (auto good = options_.verify(hidden_); !good) return give_up(good.error());
     }
-    if (rename(hidden_.c_str(), target_.c_str()) != 0) return give_up(System_Failure(target_, errno).value());
+    if (options_.only_new) {
+        if (auto named = Rename_To_New_Name(hidden_, target_); !named) return give_up(named.error());
+    } else if (rename(hidden_.c_str(), target_.c_str()) != 0) {
+        return give_up(System_Failure(target_, errno).value());
+    }
     hidden_.clear();
-    return Flush_Folder(Folder_Of(target_));
+    auto flushed = Flush_Folder(Folder_Of_Path(target_));
+    if (!flushed && options_.only_new) unlink(target_.c_str()); // it replaced nothing, so nothing is as it was
+    return flushed;
 }
 
 Result<void> Write_Whole_File(const std::string& target, std::span<const std::byte> bytes, Replacement_Options options)

@@ -19,6 +19,10 @@ struct File_Times {
 Result<File_Times> Times_Of(const std::string& path);
 Result<void> Set_Times(const std::string& path, const File_Times& times);
 
+/// Gives an open file or folder the mode, the owner where permitted, and the extended attributes, which carry the access
+/// list too, of what stands under the path. What this user may not set stays behind; a path that is missing gives nothing.
+Result<void> Take_Attributes(const std::string& path, int to);
+
 struct Replacement_Options {
     /// The new file takes mode, owner, ACL and extended attributes of the file that it replaces, or of this one when
     /// given (the "~" name, or the parent of a copy).
@@ -27,6 +31,8 @@ struct Replacement_Options {
     std::optional<File_Times> times;
     /// Called on the finished hidden file, by its path, before it takes the target's name; a failure is a failed save.
     std::function<Result<void>(const std::string& hidden_path)> verify;
+    /// The target's name must be free, also at the end: nothing is replaced. Otherwise the number is EEXIST.
+    bool only_new = false;
 };
 
 /// The one way to write a file: a fresh file with a hidden name (".NAME.halvine-XXXXXX") in the target's folder is
@@ -47,8 +53,8 @@ public:
     int Descriptor() const { return descriptor_; }
 
     /// Attributes, times, fsync, verify, rename over the target, fsync of the folder. On failure the hidden file is
-    /// gone and the target stands as it was; when only the last step failed, the new file stands there, whole, and may
-    /// not outlive a power cut.
+    /// gone and the target stands as it was; when only the last step failed, a file that replaced another stands there,
+    /// whole, and may not outlive a power cut.
     Result<void> Commit();
 
 private:

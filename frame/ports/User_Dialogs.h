@@ -5,9 +5,9 @@
 #include <memory>
 #include <optional>
 
-enum class Message_Icon { None, Question, Exclamation, Information };
-enum class Message_Buttons { Ok, Yes_No, Yes_No_Cancel };
-enum class Message_Answer { Ok, Yes, No, Cancel };
+enum class Message_Icon { None, Question, Exclamation, Information, Critical };
+enum class Message_Buttons { Ok, Yes_No, Yes_No_Cancel, Ok_Cancel, Retry_Cancel, Abort_Retry_Ignore };
+enum class Message_Answer { Ok, Yes, No, Cancel, Abort, Retry, Ignore };
 
 /// A question or a message. The title is the program's name unless one is given.
 struct Message {

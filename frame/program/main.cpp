@@ -2,10 +2,13 @@
 // that of Run_Entry.
 
 #include "catalogue/Halvine_Form.h"
+#include "catalogue/Kept_Work_Offer.h"
 #include "catalogue/ui/Halvine_Window.h"
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
 #include "frame/program/Qt_Printer_Binding.h"
+#include "frame/program/Rename_Wiring.h"
+#include "frame/program/Slide_Wiring.h"
 #include "frame/text/Path_Utilities.h"
 #include "frame/ui/Icon_Set.h"
 #include "frame/ui/Qt_Platform.h"
@@ -82,6 +85,8 @@ int Run(const QString& command_line)
     Program_State state;
     Halvine_Form catalogue(desktop.platform);
     std::unique_ptr<Halvine_Window> window;
+    std::unique_ptr<Slide_Wiring> slides; // goes before the window
+    std::unique_ptr<Rename_Wiring> rename;
     const auto make_window = [&]() -> Starting_Window& {
         Take_Start_Folder(state);
         window = Make_Halvine_Window({.form = catalogue,
@@ -90,10 +95,19 @@ int Run(const QString& command_line)
                                       .icon = Icon,
                                       .short_version = QStringLiteral(HALVINE_SHORT_VERSION),
                                       .long_version = QStringLiteral(HALVINE_VERSION)});
+        slides = std::make_unique<Slide_Wiring>(catalogue, *window, state, desktop.platform, Icon);
+        rename = std::make_unique<Rename_Wiring>(catalogue, *window, state, Standard_Journal_Folder());
+        rename->Bring_Slide_Times(slides->Commands());
+        rename->Put_Interrupted_Right();
         return *window;
     };
     Run_Entry(state, ports, make_window, command_line);
-    return QApplication::exec();
+    Work_Journal journal(catalogue.State(), Journal_Folder());
+    Offer_Kept_Work(catalogue, journal, Journal_Folder());
+    journal.Start();
+    const int status = QApplication::exec();
+    journal.Remove();
+    return status;
 }
 
 } // namespace

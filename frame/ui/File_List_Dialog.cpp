@@ -1,7 +1,5 @@
 #include "frame/ui/File_List_Dialog.h"
 
-#include "frame/ui/Form_Frame.h"
-
 #include <QtCore/QStringListModel>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
@@ -13,7 +11,7 @@
 
 File_List_Dialog::File_List_Dialog(const Platform* platform, const QString& Dialog_Caption,
                                    const QStringList& File_Name, bool Cancel_Enabled, QWidget* parent)
-    : QDialog(parent)
+    : Framed_Form(platform, QStringLiteral("Halvine-Grid"), parent)
 {
     setWindowTitle(Dialog_Caption.isEmpty() ? QStringLiteral("Halvine") : Dialog_Caption);
     auto* list = new QListView;
@@ -36,5 +34,4 @@ File_List_Dialog::File_List_Dialog(const Platform* platform, const QString& Dial
     column->addWidget(list, 1);
     column->addWidget(buttons);
     resize(520, 340);
-    if (platform != nullptr) new Form_Frame(*this, *platform, QStringLiteral("Halvine-Grid"));
 }

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "frame/ports/Platform.h"
-
-#include <QtWidgets/QDialog>
+#include "frame/ui/Framed_Form.h"
 
 /// A list of files to read, with OK, and with Cancel where it is a question. Accepted on OK.
-class File_List_Dialog final : public QDialog {
+class File_List_Dialog final : public Framed_Form {
     Q_OBJECT
 
 public:

@@ -1,6 +1,5 @@
 #include "frame/ui/Form_Frame.h"
 
-#include "frame/Form_Resize.h"
 #include "frame/ui/Twips.h"
 
 #include <QtCore/QEvent>
@@ -16,23 +15,38 @@ QPoint Screen_Origin()
     return screen != nullptr ? screen->availableGeometry().topLeft() : QPoint();
 }
 
+QWidgetList& Forms_In_Order_Of_Opening()
+{
+    static QWidgetList forms;
+    return forms;
+}
+
 } // namespace
 
-Form_Frame::Form_Frame(QWidget& form, const Platform& platform, QString Value_Name, bool Design_From_Form)
+Form_Frame::Form_Frame(QWidget& form, const Platform* platform, QString Value_Name, bool Design_From_Form)
     : QObject(&form),
       form_(form),
       platform_(platform),
-      value_name_(std::move(Value_Name)),
+      value_name_(platform != nullptr ? std::move(Value_Name) : QString()),
       design_from_form_(Design_From_Form),
       design_(Twips_From_Pixels(form.size()))
 {
     form_.installEventFilter(this);
 }
 
-Form_Frame::~Form_Frame() = default;
+Form_Frame::~Form_Frame()
+{
+    Forms_In_Order_Of_Opening().removeAll(&form_);
+}
+
+QWidgetList Form_Frame::Open_Forms()
+{
+    return Forms_In_Order_Of_Opening();
+}
 
 void Form_Frame::Set_Design_Size(QSize design)
 {
+    designed_ = true;
     design_ = design;
     form_.setMinimumSize(Pixels_From_Twips(design));
 }
@@ -50,7 +64,7 @@ void Form_Frame::Set_Design_Form_Height(int New_Design_Form_Height)
 void Form_Frame::Set_Form_Design_Size(const Program_State& state)
 {
     // A screen smaller than the design still shows the whole window.
-    const QSize screen = platform_.shell.Screen_Size_Twips();
+    const QSize screen = platform_ != nullptr ? platform_->shell.Screen_Size_Twips() : QSize();
     const QSize design =
         Form_Design_Size(design_from_form_, Twips_From_Pixels(form_.size()), {state.Design_Width, state.Design_Height});
     Set_Design_Size(screen.isEmpty() ? design : design.boundedTo(screen));
@@ -82,12 +96,12 @@ void Form_Frame::Restore()
 {
     if (restored_ || value_name_.isEmpty()) return;
     restored_ = true;
-    emit Restored(Restore_Form_Placement(platform_, *this, value_name_, design_.width(), design_.height()));
+    emit Restored(Restore_Form_Placement(*platform_, *this, value_name_, design_.width(), design_.height()));
 }
 
 void Form_Frame::Save()
 {
-    if (!value_name_.isEmpty()) Save_Form_Placement(platform_.settings, *this, value_name_, splitters_);
+    if (!value_name_.isEmpty()) Save_Form_Placement(platform_->settings, *this, value_name_, splitters_);
 }
 
 Form_Place Form_Frame::Place() const
@@ -106,10 +120,26 @@ void Form_Frame::Move_To(const Form_Place& place)
     form_.setGeometry({corner + Screen_Origin(), Pixels_From_Twips(QSize(place.width, place.height))});
 }
 
+void Form_Frame::Shown()
+{
+    QWidgetList& forms = Forms_In_Order_Of_Opening();
+    forms.removeAll(&form_);
+    forms.append(&form_);
+    if (!designed_) Set_Form_Design_Size(Program_State());
+    Restore();
+}
+
+void Form_Frame::Hidden()
+{
+    Forms_In_Order_Of_Opening().removeAll(&form_);
+    if (saves_itself_ && restored_) Save();
+}
+
 bool Form_Frame::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == &form_ && event->type() == QEvent::Show) Restore();
-    const bool closing = watched == &form_ && event->type() == QEvent::Hide && !event->spontaneous();
-    if (closing && saves_itself_ && restored_) Save();
+    if (watched == &form_ && !event->spontaneous()) { // not when the desktop minimizes the window
+        if (event->type() == QEvent::Show) Shown();
+        if (event->type() == QEvent::Hide) Hidden();
+    }
     return QObject::eventFilter(watched, event);
 }

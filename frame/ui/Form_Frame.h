@@ -6,18 +6,22 @@
 #include <QtWidgets/QWidget>
 
 /// What every window of the program has in common: a design size below which it cannot be made smaller, a remembered
-/// place, and the switch that keeps it on top. A window owns one as a member or child; lengths are twips.
+/// place, the switch that keeps it on top, and its turn when all windows close. Lengths are twips. Dialogs and working
+/// windows get theirs by deriving from Framed_Form; a window of another kind holds one as a member. Where controls stand
+/// is the business of the window's layout.
 class Form_Frame final : public QObject, public Placed_Form {
     Q_OBJECT
 
 public:
-    /// Value_Name          of the settings value that keeps the place; empty for a window that does not remember it
+    /// platform            keeps the place and knows the screen; null: the place is not remembered
+    /// Value_Name          of the settings value that keeps the place, such as "Halvine-Adjust"; may be empty
     /// Design_From_Form    the size at which the window was laid out is its design size, else the global one is
-    /// The place is restored when the window is first shown and, unless Set_Saves_Itself says otherwise, stored when it
-    /// closes.
-    Form_Frame(QWidget& form, const Platform& platform, QString Value_Name, bool Design_From_Form = true);
+    /// At the first show the window takes its design size and its stored place; when it closes the place is stored, unless
+    /// Set_Saves_Itself says otherwise.
+    Form_Frame(QWidget& form, const Platform* platform, QString Value_Name, bool Design_From_Form = true);
     ~Form_Frame() override;
 
+    // The design-size contract.
     bool Design_From_Form() const { return design_from_form_; }
     void Set_Design_Form_Width(int New_Design_Form_Width);
     void Set_Design_Form_Height(int New_Design_Form_Height);
@@ -28,8 +32,7 @@ public:
     int Design_Form_Width() const { return design_.width(); }
     int Design_Form_Height() const { return design_.height(); }
     int Design_Twips_Per_Pixel() const { return design_twips_per_pixel_; }
-
-    /// First thing in a window's load.
+    /// First thing in the load of a window that goes by the global size; the others do it by themselves.
     void Set_Form_Design_Size(const Program_State& state);
 
     /// To the design size at the present left and top, unless minimized or maximized.
@@ -48,6 +51,9 @@ public:
     Form_Place Place() const override;
     void Move_To(const Form_Place& place) override;
 
+    /// The windows with a frame that are open, in the order in which they were opened.
+    static QWidgetList Open_Forms();
+
 signals:
     void Restored(const std::vector<float>& Splitter_Positions);
 
@@ -56,10 +62,13 @@ protected:
 
 private:
     void Set_Design_Size(QSize design);
+    void Shown();
+    void Hidden();
     QWidget& form_;
-    const Platform& platform_;
+    const Platform* platform_;
     QString value_name_;
     bool design_from_form_;
+    bool designed_ = false;
     bool saves_itself_ = true;
     bool restored_ = false;
     QSize design_;

@@ -1,7 +1,5 @@
 #include "frame/ui/Message_Response_Form.h"
 
-#include "frame/ui/Form_Frame.h"
-
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -16,7 +14,7 @@ constexpr int Longest_Line_Pixels = 560;
 Message_Response_Form::Message_Response_Form(const Platform* platform, const QString& Dialog_Caption,
                                              const QString& Dialog_Prompt, const std::vector<Button>& buttons,
                                              Response_Code standard, QWidget* parent)
-    : QDialog(parent)
+    : Framed_Form(platform, QStringLiteral("Halvine-Message"), parent)
 {
     setWindowTitle(Dialog_Caption.isEmpty() ? QStringLiteral("Halvine") : Dialog_Caption);
     auto* icon = new QLabel;
@@ -39,7 +37,6 @@ Message_Response_Form::Message_Response_Form(const Platform* platform, const QSt
     column->addLayout(row);
     if (standard_button != nullptr) standard_button->setFocus(); // only now is it a child of this window
     adjustSize();
-    if (platform != nullptr) new Form_Frame(*this, *platform, QStringLiteral("Halvine-Message"));
 }
 
 QPushButton* Message_Response_Form::Add_Buttons(const std::vector<Button>& buttons, Response_Code standard,

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "frame/ports/Platform.h"
-
-#include <QtWidgets/QDialog>
+#include "frame/ui/Framed_Form.h"
 
 class QHBoxLayout;
 class QPushButton;
 
 /// A question with buttons of its own, such as Yes, Yes To All, No, Cancel. Closing the window is Cancel.
-class Message_Response_Form final : public QDialog {
+class Message_Response_Form final : public Framed_Form {
     Q_OBJECT
 
 public:

@@ -43,6 +43,9 @@ QMessageBox::StandardButtons Buttons_Of(Message_Buttons buttons)
     case Message_Buttons::Ok: return QMessageBox::Ok;
     case Message_Buttons::Yes_No: return QMessageBox::Yes | QMessageBox::No;
     case Message_Buttons::Yes_No_Cancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Message_Buttons::Ok_Cancel: return QMessageBox::Ok | QMessageBox::Cancel;
+    case Message_Buttons::Retry_Cancel: return QMessageBox::Retry | QMessageBox::Cancel;
+    case Message_Buttons::Abort_Retry_Ignore: return QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore;
     }
     return QMessageBox::Ok;
 }
@@ -54,6 +57,9 @@ QMessageBox::StandardButton Button_Of(Message_Answer answer)
     case Message_Answer::Yes: return QMessageBox::Yes;
     case Message_Answer::No: return QMessageBox::No;
     case Message_Answer::Cancel: return QMessageBox::Cancel;
+    case Message_Answer::Abort: return QMessageBox::Abort;
+    case Message_Answer::Retry: return QMessageBox::Retry;
+    case Message_Answer::Ignore: return QMessageBox::Ignore;
     }
     return QMessageBox::Ok;
 }
@@ -64,6 +70,9 @@ Message_Answer Answer_Of(int button)
     case QMessageBox::Yes: return Message_Answer::Yes;
     case QMessageBox::No: return Message_Answer::No;
     case QMessageBox::Cancel: return Message_Answer::Cancel;
+    case QMessageBox::Abort: return Message_Answer::Abort;
+    case QMessageBox::Retry: return Message_Answer::Retry;
+    case QMessageBox::Ignore: return Message_Answer::Ignore;
     default: return Message_Answer::Ok;
     }
 }
@@ -75,6 +84,7 @@ QMessageBox::Icon Icon_Of(Message_Icon icon)
     case Message_Icon::Question: return QMessageBox::Question;
     case Message_Icon::Exclamation: return QMessageBox::Warning;
     case Message_Icon::Information: return QMessageBox::Information;
+    case Message_Icon::Critical: return QMessageBox::Critical;
     }
     return QMessageBox::NoIcon;
 }
@@ -82,8 +92,15 @@ QMessageBox::Icon Icon_Of(Message_Icon icon)
 /// What Escape and the close button answer.
 QMessageBox::StandardButton Escape_Of(Message_Buttons buttons)
 {
-    if (buttons == Message_Buttons::Ok) return QMessageBox::Ok;
-    return buttons == Message_Buttons::Yes_No ? QMessageBox::No : QMessageBox::Cancel;
+    switch (buttons) {
+    case Message_Buttons::Ok: return QMessageBox::Ok;
+    case Message_Buttons::Yes_No: return QMessageBox::No;
+    case Message_Buttons::Abort_Retry_Ignore: return QMessageBox::Abort;
+    case Message_Buttons::Yes_No_Cancel:
+    case Message_Buttons::Ok_Cancel:
+    case Message_Buttons::Retry_Cancel: break;
+    }
+    return QMessageBox::Cancel;
 }
 
 QFileDialog::FileMode Mode_Of(Picker_Question::Kind kind)
@@ -145,9 +162,7 @@ QStringList Qt_Dialogs::Pick(const Picker_Question& question)
     const Ordinary_Pointer pointer;
     QFileDialog dialog(QApplication::activeWindow(), question.caption);
     Prepare_Picker(dialog, question);
-    std::unique_ptr<Form_Frame> frame;
-    if (platform_ != nullptr)
-        frame = std::make_unique<Form_Frame>(dialog, *platform_, QStringLiteral("Halvine-bkcExplorer"));
+    const Form_Frame frame(dialog, platform_, QStringLiteral("Halvine-bkcExplorer"));
     if (dialog.exec() != QDialog::Accepted) return {};
     return dialog.selectedFiles();
 }

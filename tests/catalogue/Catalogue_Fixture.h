@@ -15,7 +15,9 @@ public:
     void Draw_Thumbnail(int index) override { drawn << index; }
     void Draw_All_Thumbnails() override { ++all_drawn; }
     void Set_Thumbnail_Frame(int index, bool selected) override { frames << (selected ? index : -index); }
+    void Scroll_To_Index(int index) override { scrolled_to = index; }
     void Update_Status() override { ++status_updates; }
+    void Show_Current_Picture() override { ++current_shown; }
     void Begin_Pick_Progress() override { ++progress_begun; }
     void Show_Pick_Progress(const QString& label, int, int) override { labels << label; }
     void End_Pick_Progress() override { ++progress_ended; }
@@ -27,6 +29,8 @@ public:
     QList<int> frames; // negative: taken away
     QStringList labels;
     QStringList refreshed;
+    int scrolled_to = 0;
+    int current_shown = 0;
     int all_drawn = 0;
     int status_updates = 0;
     int progress_begun = 0;
@@ -35,11 +39,15 @@ public:
 
 class Recording_Slide_Show : public Slide_Show_Link {
 public:
+    bool Is_Running() const override { return running; }
     void Stop() override { ++stopped; }
+    bool Confirm_Abandon() override { return may_abandon; }
     bool Is_File_Open() const override { return open; }
     void Set_File_Modified() override { modified = true; }
     void Forget_File() override { open = false; }
     int Picture_Key_Of_Slide(int slide) const override { return slide; }
+    bool running = false;
+    bool may_abandon = true;
     bool open = false;
     bool modified = false;
     int stopped = 0;

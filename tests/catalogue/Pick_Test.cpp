@@ -2,6 +2,10 @@
 #include "dev/samples/Jpeg_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
+#include <QtCore/QFile>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 class Picking : public Picture_Test {
@@ -102,6 +106,155 @@ TEST_F(Picking, A_Long_Run_Of_Unreadable_Files_Can_Be_Stopped)
     EXPECT_EQ(1, platform.events.calls);
 }
 
+/// A clock on which every look is a second later.
+class Hasty_Clock : public Clock {
+public:
+    QDateTime Now() const override { return start.addSecs(calls++); }
+    QDateTime start = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
+    mutable int calls = 0;
+};
+
+TEST_F(Picking, Stop_Is_Obeyed_While_A_File_Is_Still_Being_Read)
+{
+    const auto slow = Jpeg_File(Meadow(2400, 1600, 1), {.progressive = true});
+    Put_File(File("slow.jpg"), std::string(slow.begin(), slow.end()));
+    Hasty_Clock clock;
+    Platform hasty{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
+    Halvine_Form other(hasty, &view, &slide_show);
+    platform.events.on_call = [&](int) { other.Picking().Request_Stop(); };
+    const int bitmaps = Bitmap_Count();
+    const std::vector<File_Entry> entries(9, Entry_Of_File(Path("slow.jpg")));
+    other.Pick_Files(entries, false, false);
+    EXPECT_EQ(1, platform.events.calls);
+    EXPECT_EQ(0, other.State().pictures.Count());
+    EXPECT_EQ(bitmaps, Bitmap_Count()) << "what was read ahead is gone";
+    EXPECT_FALSE(other.Picking().Pick_In_Progress());
+}
+
+TEST_F(Picking, Records_Come_In_The_Order_Of_The_List_As_If_Each_Was_Picked_Alone)
+{
+    QStringList paths;
+    for (int i = 0; i < 24; ++i) {
+        // Large and small ones by turns: the small ones are done first.
+        const int side = i % 3 == 0 ? 1600 : 40 + i;
+        paths << Make(QStringLiteral("%1.%2").arg(i).arg(i % 4 == 1 ? "tif" : "jpg"), side, side * 3 / 4,
+                      i % 4 == 1 ? 2 : 1, i % 2 == 0 ? QStringLiteral("Crop(%1,0,0,0)").arg(i) : QString(),
+                      QString::number(i), i);
+        if (i % 5 == 2) QFile::resize(paths.back(), 40);
+    }
+    Halvine_Form alone(platform.platform, &view, &slide_show);
+    for (const QString& path : paths) alone.Add_Picture_By_File_Name(path);
+    Pick_List(paths);
+    const Picture_List& expected = alone.State().pictures;
+    const Picture_List& actual = form.State().pictures;
+    ASSERT_EQ(expected.Count(), actual.Count());
+    EXPECT_LT(actual.Count(), paths.size()) << "some were cut short";
+    for (int index = 1; index <= actual.Count(); ++index) {
+        const Picture_Item& one = expected.Item(index);
+        const Picture_Item& other = actual.Item(index);
+        EXPECT_EQ(one.Full_Name(), other.Full_Name());
+        EXPECT_EQ(one.Picture_Key, other.Picture_Key);
+        EXPECT_EQ(one.Horz_Pixels, other.Horz_Pixels);
+        EXPECT_EQ(one.Scale_Divisor, other.Scale_Divisor);
+        EXPECT_EQ(one.Description, other.Description);
+        EXPECT_TRUE(one.Script_Items == other.Script_Items);
+        EXPECT_EQ(one.Identity, other.Identity);
+        EXPECT_EQ(Pixels_Of(one.Thumbnail_Bitmap.Get()), Pixels_Of(other.Thumbnail_Bitmap.Get()));
+    }
+}
+
+TEST_F(Picking, What_Is_No_Picture_File_Costs_One_Line_Each_In_Its_Place)
+{
+    const QStringList good{Make("a.jpg"), Make("b.jpg"), Make("c.jpg")};
+    mkfifo(File("pipe.jpg").c_str(), 0600);
+    symlink(File("loop_b.jpg").c_str(), File("loop_a.jpg").c_str());
+    symlink(File("loop_a.jpg").c_str(), File("loop_b.jpg").c_str());
+    symlink("/dev/zero", File("device.jpg").c_str());
+    symlink(File("nowhere.jpg").c_str(), File("dangling.jpg").c_str());
+    mkdir(File("folder.jpg").c_str(), 0700);
+    Put_File(File("text.jpg"), "no picture at all");
+    Put_File(File("cut.jpg"), Contents_Of(File("a.jpg")).substr(0, 50));
+    const QStringList bad{Path("pipe.jpg"),   Path("loop_a.jpg"),   QStringLiteral("/dev/null"),
+                          Path("device.jpg"), Path("dangling.jpg"), Path("folder.jpg"),
+                          Path("text.jpg"),   Path("cut.jpg")};
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Pick_List(QStringList{good[0]} + bad.mid(0, 4) + QStringList{good[1]} + bad.mid(4) + QStringList{good[2]});
+    ASSERT_EQ(3, form.State().pictures.Count());
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(good[i], form.State().pictures.Item(i + 1).Full_Name());
+    EXPECT_EQ(3, form.State().pictures.Item(3).Picture_Key);
+    ASSERT_EQ(1U, platform.dialogs.lists_shown.size());
+    EXPECT_EQ(bad, platform.dialogs.lists_shown[0].second);
+}
+
+TEST_F(Picking, A_File_That_May_Not_Be_Read_Goes_To_The_Failure_List)
+{
+    const QStringList paths{Make("a.jpg"), Make("closed.jpg"), Make("b.jpg")};
+    ASSERT_EQ(0, chmod(folder.Path().c_str(), 0755));
+    for (const QString& path : paths) ASSERT_EQ(0, chmod(path.toStdString().c_str(), 0644));
+    ASSERT_EQ(0, chmod(File("closed.jpg").c_str(), 0));
+    const int answer = As_Ordinary_User([&] {
+        platform.dialogs.answers = {Message_Answer::Yes};
+        Pick_List(paths);
+        const bool listed =
+            platform.dialogs.lists_shown.size() == 1 && platform.dialogs.lists_shown[0].second == QStringList{paths[1]};
+        return form.State().pictures.Count() == 2 && listed ? 0 : 1;
+    });
+    EXPECT_EQ(0, answer);
+}
+
+TEST_F(Picking, A_File_That_Vanishes_Between_Listing_And_Pick_Goes_To_The_Failure_List)
+{
+    QStringList paths = Make_Many(60);
+    platform.events.on_call = [&](int call) {
+        if (call == 1) QFile::remove(paths[57]); // far behind all that may have been read ahead
+    };
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Pick_List(paths);
+    EXPECT_EQ(59, form.State().pictures.Count());
+    ASSERT_EQ(1U, platform.dialogs.lists_shown.size());
+    EXPECT_EQ(QStringList{paths[57]}, platform.dialogs.lists_shown[0].second);
+    EXPECT_EQ("60 of 60 (100%)", view.labels.back());
+}
+
+TEST_F(Picking, Fifty_Thousand_Files_Are_Picked_And_The_Missing_Ones_Are_Told)
+{
+    const QString small = Make("small.jpg", 16, 12);
+    QStringList paths;
+    for (int i = 0; i < 50'000; ++i) paths << (i % 2 == 0 ? small : Path(QStringLiteral("gone%1.jpg").arg(i)));
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Pick_List(paths);
+    EXPECT_EQ(25'000, form.State().pictures.Count());
+    EXPECT_EQ(25'000, form.State().pictures.Item(25'000).Picture_Key);
+    ASSERT_EQ(1U, platform.dialogs.lists_shown.size());
+    EXPECT_EQ(25'000, platform.dialogs.lists_shown[0].second.size());
+    EXPECT_EQ(paths.back(), platform.dialogs.lists_shown[0].second.back());
+}
+
+TEST_F(Picking, A_Picture_That_Cannot_Be_Turned_As_The_List_Says_Is_A_Failure_Of_That_File_Alone)
+{
+    std::vector<File_Entry> entries(3, Entry_Of_File(Make("a.jpg")));
+    entries[1].Rotate = 45;
+    entries[2].Rotate = 90;
+    form.Pick_Files(entries, false, false);
+    ASSERT_EQ(2, form.State().pictures.Count());
+    EXPECT_EQ((Pixel_Size{96, 160}), Size_Of_Bitmap(form.State().pictures.Item(2).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ(160, form.State().pictures.Item(2).Horz_Pixels) << "as stored";
+}
+
+TEST_F(Picking, Without_A_Date_In_The_List_Date_And_Size_Are_The_Files)
+{
+    const QString path = Make("a.jpg");
+    const File_Entry known = Entry_Of_File(path);
+    const File_Entry stale{.Path_Name = path, .File_Date = 40000, .File_Size_KB = 7};
+    const File_Entry entries[] = {known, {.Path_Name = path}, stale};
+    form.Pick_Files(entries, false, false);
+    ASSERT_EQ(3, form.State().pictures.Count());
+    EXPECT_DOUBLE_EQ(form.Return_Picture_File_Date(1), form.Return_Picture_File_Date(2));
+    EXPECT_EQ(Item(1).File_Size_KB, Item(2).File_Size_KB);
+    EXPECT_EQ(40000, form.Return_Picture_File_Date(3)) << "a list that knows better is believed";
+    EXPECT_EQ(7, Item(3).File_Size_KB);
+}
+
 TEST_F(Picking, An_Event_During_A_Pick_Cannot_Start_Another)
 {
     const QStringList paths = Make_Many(6);
@@ -133,15 +286,15 @@ TEST_F(Picking, Four_Turns_By_90_Leave_No_Trace_In_The_Record_Or_On_Disk)
 {
     const int key = Pick_New("a.jpg");
     const std::string before = Contents_Of(File("a.jpg"));
-    const auto pixels = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
+    const auto pixels = Pixels_Of(Thumbnail(key));
     slide_show.open = true;
     form.Rotate_Picture(key, 90);
     EXPECT_EQ(90, form.Return_Picture_Rotate(key));
     EXPECT_TRUE(slide_show.modified);
-    EXPECT_EQ((Pixel_Size{96, 160}), Size_Of_Bitmap(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ((Pixel_Size{96, 160}), Size_Of_Bitmap(Thumbnail(key)));
     for (int i = 0; i < 3; ++i) form.Rotate_Picture(key, 90);
     EXPECT_EQ(0, form.Return_Picture_Rotate(key));
-    EXPECT_EQ(pixels, Pixels_Of(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ(pixels, Pixels_Of(Thumbnail(key)));
     EXPECT_EQ(before, Contents_Of(File("a.jpg")));
 }
 
@@ -151,9 +304,9 @@ TEST_F(Picking, The_Turned_Thumbnail_Of_A_Flipped_Picture_Is_What_A_Reload_Would
     Item(key).Flip = Flip_Left_To_Right;
     form.Pictures().Reload_Picture_Thumbnail(1, false);
     form.Rotate_Picture(key, 90);
-    const auto turned = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
+    const auto turned = Pixels_Of(Thumbnail(key));
     form.Pictures().Reload_Picture_Thumbnail(1, false);
-    EXPECT_EQ(turned, Pixels_Of(Item(key).Thumbnail_Bitmap.Get()));
+    EXPECT_EQ(turned, Pixels_Of(Thumbnail(key)));
 }
 
 TEST_F(Picking, The_Thumbnail_Itself_Is_Given_Out_Unless_It_Must_Be_Turned)

@@ -55,6 +55,12 @@ protected:
         for (const QString& path : paths) entries.push_back(Entry_Of_File(path));
         form.Pick_Files(entries, append, refresh);
     }
+    /// As a caller gets it: in line with its record.
+    Bitmap_Handle Thumbnail(int key)
+    {
+        bool is_copy = false;
+        return form.Return_Thumbnail_Picture(key, 0, is_copy);
+    }
     QStringList Names() const
     {
         QStringList names;

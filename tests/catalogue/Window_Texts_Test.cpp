@@ -1,6 +1,5 @@
 #include "catalogue/Picture_Texts.h"
 #include "catalogue/Script_Item_Deletion.h"
-#include "catalogue/Thumbnail_Budget.h"
 #include "frame/text/Date_Utilities.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
@@ -97,70 +96,6 @@ TEST_F(Script_Deletion, Without_Pictures_There_Is_Nothing_To_Show)
     empty.Mark(1, true);
     empty.Commit();
     EXPECT_FALSE(empty.Step(1));
-}
-
-class Budget : public Picture_Test {
-protected:
-    /// More pictures than are always kept.
-    static constexpr int Count = Thumbnail_Budget::Least_Kept + 10;
-    void Pick_Many()
-    {
-        QStringList paths{Make("0.jpg")};
-        while (paths.size() < Count) paths << paths.front();
-        Pick_List(paths);
-    }
-    int Thumbnails() const
-    {
-        int count = 0;
-        for (int index = 1; index <= Count; ++index) count += bool(form.State().pictures.Item(index).Thumbnail_Bitmap);
-        return count;
-    }
-};
-
-TEST_F(Budget, Gives_Up_What_Was_Not_On_View_For_The_Longest_Time)
-{
-    Pick_Many();
-    Thumbnail_Budget budget(form.State(), form.Pictures(), 1);
-    for (int index = 1; index <= Count; ++index) EXPECT_TRUE(budget.Use(form.State().pictures.Item(index).Picture_Key));
-    EXPECT_EQ(Thumbnail_Budget::Least_Kept, Thumbnails());
-    EXPECT_FALSE(form.State().pictures.Item(1).Thumbnail_Bitmap);
-    EXPECT_TRUE(form.State().pictures.Item(Count).Thumbnail_Bitmap);
-}
-
-TEST_F(Budget, Reads_A_Thumbnail_Again_When_It_Comes_On_View)
-{
-    Pick_Many();
-    const auto pixels = Pixels_Of(form.State().pictures.Item(1).Thumbnail_Bitmap.Get());
-    Thumbnail_Budget budget(form.State(), form.Pictures(), 1);
-    for (int index = 1; index <= Count; ++index) budget.Use(form.State().pictures.Item(index).Picture_Key);
-    Picture_Item& first = form.State().pictures.Item(1);
-    EXPECT_TRUE(budget.Use(first.Picture_Key));
-    EXPECT_EQ(pixels, Pixels_Of(first.Thumbnail_Bitmap.Get()));
-    EXPECT_EQ(Thumbnail_Budget::Least_Kept, Thumbnails());
-}
-
-TEST_F(Budget, A_Given_Up_Thumbnail_Turns_With_Its_Record_And_Working_Windows_Still_Get_It)
-{
-    const int key = Pick(Make("a.jpg", 160, 96));
-    Item(key).Thumbnail_Bitmap.Reset();
-    form.Rotate_Picture(key, 90);
-    bool is_copy = true;
-    const Bitmap_Handle bitmap = form.Return_Thumbnail_Picture(key, 0, is_copy);
-    EXPECT_FALSE(is_copy);
-    EXPECT_LT(Size_Of_Bitmap(bitmap).width, Size_Of_Bitmap(bitmap).height);
-}
-
-TEST_F(Budget, Forgets_Pictures_That_Went_And_Files_That_Vanished)
-{
-    const int key = Pick_New("a.jpg");
-    Thumbnail_Budget budget(form.State(), form.Pictures());
-    EXPECT_TRUE(budget.Use(key));
-    EXPECT_GT(budget.Bytes(), 0);
-    Item(key).Thumbnail_Bitmap.Reset();
-    QFile::remove(Path("a.jpg"));
-    EXPECT_FALSE(budget.Use(key));
-    EXPECT_EQ(0, budget.Bytes());
-    EXPECT_FALSE(budget.Use(12345));
 }
 
 } // namespace

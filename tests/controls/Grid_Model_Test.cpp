@@ -251,4 +251,120 @@ TEST(Grid_Changes, Are_Told_At_Update_Unless_Auto_Paint_Is_On)
     EXPECT_EQ(2, told);
 }
 
+struct Kind_Case {
+    const char* name;
+    QVariant value;
+    int data_type;
+    Grid_Text_Align align; // with DataAlign
+    const char* text;      // with DataFormat
+};
+
+class Grid_Kinds : public testing::TestWithParam<Kind_Case> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Grid_Kinds,
+    testing::Values(Kind_Case{"whole_numbers_are_grouped", 1234567, 0, Grid_Text_Align::Right, "1,234,567"},
+                    Kind_Case{"fractions_have_two_digits", 1234.5, 0, Grid_Text_Align::Right, "1,234.50"},
+                    Kind_Case{"booleans_are_words", true, 0, Grid_Text_Align::Center, "Yes"},
+                    Kind_Case{"dates_are_general", QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26)), 0,
+                              Grid_Text_Align::Right, "3/14/2026 3:09:26 PM"},
+                    Kind_Case{"a_number_in_a_date_column_is_a_date", 2.0, 7, Grid_Text_Align::Right, "1/1/1900"},
+                    Kind_Case{"texts_go_by_the_column", "a", 0, Grid_Text_Align::Left, "a"},
+                    Kind_Case{"null_is_empty", QVariant(), 0, Grid_Text_Align::Left, ""}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_P(Grid_Kinds, Decide_The_Place_And_The_Format_Where_The_Grid_Says_So)
+{
+    Grid_Model grid;
+    grid.Change_Column(1, [](auto& column) { column.data_type = GetParam().data_type; });
+    grid.Set_CellValue(1, 1, GetParam().value);
+    EXPECT_EQ(Grid_Text_Align::Left, grid.CellAlign(1, 1));
+    grid.Set(Grid_Property::DataAlign, true);
+    grid.Set(Grid_Property::DataFormat, true);
+    EXPECT_EQ(GetParam().align, grid.CellAlign(1, 1));
+    EXPECT_EQ(GetParam().text, grid.CellText(1, 1).toStdString());
+}
+
+TEST(Grid_Cells, A_Columns_Own_Format_Goes_Before_The_Usual_One)
+{
+    Grid_Model grid;
+    grid.Set(Grid_Property::DataFormat, true);
+    grid.Change_Column(1, [](auto& column) { column.format[0] = "0.0"; });
+    grid.Set_CellValue(1, 1, 1234);
+    EXPECT_EQ("1234.0", grid.CellText(1, 1).toStdString());
+}
+
+TEST(Grid_Cells, Columns_Take_The_Grids_Text_Align_When_They_Are_Made)
+{
+    Grid_Model grid;
+    grid.Set(Grid_Property::TextAlign, int(Grid_Text_Align::Center));
+    grid.Set_Columns(3);
+    EXPECT_EQ(Grid_Text_Align::Center, grid.CellAlign(3, 1));
+    EXPECT_EQ(Grid_Text_Align::Left, grid.CellAlign(1, 1));
+}
+
+TEST(Grid_Cells, A_Locked_Cell_Cannot_Be_Edited)
+{
+    auto grid = Numbered(2);
+    grid.Set(Grid_Property::AllowUpdate, true);
+    grid.Set_CellAttribute(2, 1, Cell_Locked | Cell_Bold);
+    EXPECT_FALSE(grid.Edit_Cell(2, 1, "x"));
+    EXPECT_TRUE(grid.Edit_Cell(2, 2, "x"));
+    EXPECT_EQ(Cell_Locked | Cell_Bold, grid.CellAttribute(2, 1));
+}
+
+TEST(Grid_Cells, Have_The_Image_Of_Their_Choice_Unless_The_Column_Shows_Text_Alone)
+{
+    auto grid = Numbered(2);
+    const auto show = [&](Grid_Render_Mode mode) {
+        grid.Change_Column(2, [mode](auto& column) {
+            column.data = QStringList{"row 1", "row 2", "row 3"};
+            column.data_images = QStringList{"one", "two"};
+            column.render_mode = int(mode);
+        });
+    };
+    show(Grid_Render_Mode::Image_And_Text);
+    EXPECT_EQ("two", grid.Cell_Image(2, 2).toStdString());
+    EXPECT_EQ("", grid.Cell_Image(1, 2).toStdString());
+    show(Grid_Render_Mode::Text);
+    EXPECT_EQ("", grid.Cell_Image(2, 2).toStdString());
+    show(Grid_Render_Mode::Image);
+    grid.Set_CellValue(2, 2, "row 3"); // a choice without an image
+    EXPECT_EQ("", grid.Cell_Image(2, 2).toStdString());
+    grid.Set_CellValue(2, 2, "elsewhere");
+    EXPECT_EQ("", grid.Cell_Image(2, 2).toStdString());
+}
+
+TEST(Grid_Active, Its_Selected_Text_Lies_Within_The_Cell_And_Can_Be_Replaced)
+{
+    auto grid = Numbered(2);
+    EXPECT_FALSE(grid.Set_ActiveText("no cell has the focus"));
+    grid.Set_Active(2, 1);
+    EXPECT_EQ(0, grid.ActiveSelLength());
+    grid.Set_ActiveSelection(4, 100);
+    EXPECT_EQ(1, grid.ActiveSelLength());
+    EXPECT_EQ("1", grid.ActiveSelText().toStdString());
+    EXPECT_TRUE(grid.Set_ActiveSelText("one"));
+    EXPECT_EQ("row one", grid.ActiveText().toStdString());
+    EXPECT_EQ(7, grid.ActiveSelStart());
+    EXPECT_EQ(0, grid.ActiveSelLength());
+    grid.Set_ActiveSelection(-3, -1);
+    EXPECT_EQ(0, grid.ActiveSelStart());
+    EXPECT_TRUE(grid.Set_ActiveSelText("the "));
+    EXPECT_EQ("the row one", grid.ActiveText().toStdString());
+    grid.Set_Active(2, 2);
+    EXPECT_EQ(0, grid.ActiveSelStart()) << "another cell, nothing selected";
+}
+
+TEST(Grid_Active, Its_Text_Must_Be_A_Value_Of_The_Column)
+{
+    auto grid = Numbered(2);
+    grid.Change_Column(1, [](auto& column) { column.data_type = int(Grid_Data_Type::Long); });
+    grid.Set_Active(1, 1);
+    EXPECT_FALSE(grid.Set_ActiveText("many"));
+    EXPECT_EQ(QVariant(1), grid.ActiveValue());
+    EXPECT_TRUE(grid.Set_ActiveText("12"));
+    EXPECT_EQ(12, grid.ActiveValue().toInt());
+}
+
 } // namespace

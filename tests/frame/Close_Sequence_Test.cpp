@@ -19,6 +19,7 @@ struct Window_Log : Closing_Window {
     bool Confirm_Abandon_Slide_Show() override { return Confirm("show"); }
     bool Confirm_Abandon_Scripts() override { return Confirm("scripts"); }
     bool Confirm_Abandon_Descriptions() override { return Confirm("descriptions"); }
+    bool Confirm_Close_Of_Other_Windows() override { return Confirm("others"); }
     QString Explorer_Path() const override { return "/now/"; }
     QString Pattern_Text() const override { return "*.tif"; }
     QString Alias_String() const override { return "tree"; }
@@ -27,7 +28,6 @@ struct Window_Log : Closing_Window {
     bool Save_Configuration_On_Exit() const override { return save_configuration; }
     const Placed_Form& Form() const override { return form; }
     std::array<float, 2> Splitter_Positions() const override { return {0.25F, 0.5F}; }
-    void Release_Resize_Lists() override { calls << "lists"; }
     void Quit_Help() override { calls << "help"; }
     void Unload_Other_Windows() override { calls << "windows"; }
 
@@ -54,7 +54,7 @@ TEST_F(Close, Comes_In_One_Fixed_Order)
 {
     printer.device = "Laser";
     EXPECT_TRUE(Run());
-    EXPECT_EQ("show|scripts|descriptions|detach|release|clear printer|lists|help|windows",
+    EXPECT_EQ("show|scripts|descriptions|others|detach|release|clear printer|help|windows",
               calls.join('|').toStdString());
     EXPECT_EQ("DIR:'/now/',PRN:'Laser',SDI:2.00,EXT:'*.tif'", Stored(Settings_Value).toStdString());
     EXPECT_EQ("tree", Stored(Alias_Value));
@@ -98,7 +98,7 @@ TEST_F(Close, While_Busy_Is_Refused_Silently)
 
 TEST_F(Close, Each_Refusal_Keeps_The_Window_Open_And_Stores_Nothing)
 {
-    for (const char* question : {"show", "scripts", "descriptions"}) {
+    for (const char* question : {"show", "scripts", "descriptions", "others"}) {
         calls.clear();
         window.refuse = question;
         EXPECT_FALSE(Run()) << question;

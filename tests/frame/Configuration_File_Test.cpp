@@ -62,6 +62,24 @@ TEST(Configuration_File, A_Fault_Keeps_What_Came_Before_It)
     EXPECT_FALSE(Reading_Of("<hvConfigure><EXT>x</EXT>").complete) << "the end is missing";
 }
 
+TEST(Configuration_File, Asks_Before_Anything_Is_Taken)
+{
+    const QString text = Q("<hvConfigure><DIR>/new/</DIR><RNF>'n','2'</RNF></hvConfigure>");
+    Program_State state;
+    EXPECT_FALSE(Read_Configuration_Text(state, text, [&](const Program_State& read) {
+        EXPECT_EQ(read.Rename_Formulas[1].Value, Q("2"));
+        EXPECT_EQ(state.Rename_Formulas.Count(), 0);
+        return false;
+    }));
+    EXPECT_EQ(state.Default_Path, QString());
+    EXPECT_TRUE(Read_Configuration_Text(state, text, [](const Program_State&) { return true; }));
+    EXPECT_EQ(state.Default_Path, Q("/new/"));
+    EXPECT_FALSE(Read_Configuration_Text(state, Q("words"), [](const Program_State&) {
+        ADD_FAILURE() << "a text that is no configuration asks nothing";
+        return true;
+    }));
+}
+
 TEST(Configuration_File, Reads_Back_What_It_Wrote)
 {
     Test_Folder folder;

@@ -137,4 +137,13 @@ TEST(Form_Placement, A_Place_Left_Of_The_Screen_Is_Centred_At_The_Next_Start)
     EXPECT_EQ(8400, form.place.left);
 }
 
+TEST(Form_Design_Size, Is_The_Forms_Own_Or_The_Global_One)
+{
+    const QSize form(4000, 3000);
+    const QSize global(12000, 9000);
+    EXPECT_EQ(form, Form_Design_Size(true, form, global));
+    EXPECT_EQ(global, Form_Design_Size(false, form, global));
+    EXPECT_EQ(QSize(4000, 9000), Form_Design_Size(false, form, {0, 9000}));
+}
+
 } // namespace

@@ -16,6 +16,7 @@ struct Refusal {
     const char* name = "";
     int error_number = 0;
     int passes = 0; // so many calls work before
+    bool once = false;
 };
 
 struct Plan {
@@ -34,6 +35,7 @@ bool Must_Fail(const char* name)
         if (std::strcmp(refusal.name, name) != 0 || refusal.passes-- > 0) continue;
         refusal.passes = 0;
         errno = refusal.error_number;
+        if (refusal.once) refusal = {};
         return true;
     }
     if (!plan.active || ++plan.calls != plan.fail_at) return false;
@@ -89,9 +91,16 @@ void Failing_Calls::Refuse_From(int n, const char* name, int error_number)
 {
     for (Refusal& refusal : plan.refusals) {
         if (*refusal.name != 0 && std::strcmp(refusal.name, name) != 0) continue;
-        refusal = {name, error_number, n - 1};
+        refusal = {name, error_number, n - 1, false};
         return;
     }
+}
+
+void Failing_Calls::Refuse_Once(const char* name, int error_number)
+{
+    Refuse_From(1, name, error_number);
+    for (Refusal& refusal : plan.refusals)
+        if (std::strcmp(refusal.name, name) == 0) refusal.once = true;
 }
 
 void Failing_Calls::Refuse_Nothing()
@@ -127,6 +136,12 @@ int mkostemp(char* pattern, int flags)
     return Real<int (*)(char*, int)>("mkostemp")(pattern, flags);
 }
 
+int mkostemps(char* pattern, int ending, int flags)
+{
+    if (Must_Fail("mkostemps")) return -1;
+    return Real<int (*)(char*, int, int)>("mkostemps")(pattern, ending, flags);
+}
+
 ssize_t write(int descriptor, const void* bytes, size_t count)
 {
     if (descriptor > 2 && Must_Fail("write")) return -1;
@@ -157,10 +172,41 @@ int fsync(int descriptor)
     return Real<int (*)(int)>("fsync")(descriptor);
 }
 
+int fdatasync(int descriptor)
+{
+    if (Must_Fail("fdatasync")) return -1;
+    return Real<int (*)(int)>("fdatasync")(descriptor);
+}
+
 int rename(const char* from, const char* to) noexcept
 {
     if (Must_Fail("rename")) return -1;
     return Real<int (*)(const char*, const char*)>("rename")(from, to);
+}
+
+int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) noexcept
+{
+    if (Must_Fail("renameat2")) return -1;
+    return Real<int (*)(int, const char*, int, const char*, unsigned)>("renameat2")(from_folder, from, to_folder, to,
+                                                                                    flags);
+}
+
+int symlink(const char* words, const char* path) noexcept
+{
+    if (Must_Fail("symlink")) return -1;
+    return Real<int (*)(const char*, const char*)>("symlink")(words, path);
+}
+
+int mkdir(const char* path, mode_t mode) noexcept
+{
+    if (Must_Fail("mkdir")) return -1;
+    return Real<int (*)(const char*, mode_t)>("mkdir")(path, mode);
+}
+
+int rmdir(const char* path) noexcept
+{
+    if (Must_Fail("rmdir")) return -1;
+    return Real<int (*)(const char*)>("rmdir")(path);
 }
 
 int link(const char* from, const char* to) noexcept

@@ -22,5 +22,7 @@ public:
 
     /// Calls of this name fail from the n-th on (from 1, counted from now). Several names may be refused at a time.
     static void Refuse_From(int n, const char* name, int error_number);
+    /// The next call of this name fails, as the first try of a rename into another file system.
+    static void Refuse_Once(const char* name, int error_number);
     static void Refuse_Nothing();
 };

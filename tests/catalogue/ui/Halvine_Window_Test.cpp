@@ -123,6 +123,7 @@ TEST_F(Window_Test, A_Close_During_A_Pick_Is_Refused_And_Stop_Ends_The_Pick)
         QApplication::processEvents();
         if (call == 1) {
             EXPECT_TRUE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
+            EXPECT_NE("0 pictures", Part<QLabel>("Picture_Status_Label")->text().toStdString());
             EXPECT_FALSE(window->close());
         }
         if (call == 2) window->Commands().Press_Panel(Stop_Pick_Button, 1, 0);
@@ -218,6 +219,60 @@ TEST_F(Window_Test, A_Prepared_Script_Is_Checked_While_It_Is_In_Force)
     EXPECT_EQ(0, form.State().Current_Prepared_Script);
 }
 
+/// A cell as the strip shows it once all that it waits for was made.
+QImage Cell_Image(Halvine_Window& window, int index)
+{
+    for (int turn = 0; turn < 20; ++turn) QApplication::processEvents();
+    return window.Filmstrip().viewport()->grab(window.Filmstrip().Cell_On_View(index)).toImage();
+}
+
+TEST_F(Window_Test, The_Strip_Shows_Each_Picture_With_Its_Script_And_Follows_Its_Changes)
+{
+    Make_Pictures(2);
+    ASSERT_TRUE(Save_Bitmap(Drawn_Bitmap(200, 120, 5).Get(), Path(3), 1,
+                            {.comment = {}, .script = "Crop(0,0,100,0)", .parent = {}}));
+    ASSERT_TRUE(Save_Bitmap(Drawn_Bitmap(200, 120, 5).Get(), Path(4), 1, {}));
+    Open();
+    window->Commands().Run({Menu::File, 101});
+    EXPECT_NE(Cell_Image(*window, 3), Cell_Image(*window, 4)) << "the script that stands in the file";
+    const QImage plain = Cell_Image(*window, 4);
+    const int key = form.State().pictures.Item(4).Picture_Key;
+    form.Set_Picture_Crop(key, 0, 0, 100, 0, 0);
+    EXPECT_EQ(Cell_Image(*window, 3), Cell_Image(*window, 4));
+    form.Rotate_Picture(key, 90);
+    EXPECT_NE(Cell_Image(*window, 3), Cell_Image(*window, 4));
+    form.Rotate_Picture(key, 270);
+    EXPECT_EQ(Cell_Image(*window, 3), Cell_Image(*window, 4));
+    form.Set_Picture_All_Script_Items(key, {});
+    EXPECT_EQ(plain, Cell_Image(*window, 4));
+}
+
+TEST_F(Window_Test, The_Strip_Follows_The_Prepared_Script_And_Cleared_Scripts)
+{
+    Open_And_Pick(2);
+    const QImage plain = Cell_Image(*window, 2);
+    QAction* people = Part<QAction>("Prepared_Script_Menu_Item_2");
+    people->trigger();
+    EXPECT_NE(plain, Cell_Image(*window, 2));
+    people->trigger();
+    EXPECT_EQ(plain, Cell_Image(*window, 2));
+    form.Set_Picture_Blur(form.State().pictures.Item(2).Picture_Key, 3, 100, 7, 0);
+    EXPECT_NE(plain, Cell_Image(*window, 2));
+    window->Commands().Clear_All_Scripts();
+    EXPECT_EQ(plain, Cell_Image(*window, 2));
+}
+
+TEST_F(Window_Test, A_Closed_Window_Leaves_No_Drawn_Thumbnail_Behind)
+{
+    const int before = Bitmap_Count();
+    Open_And_Pick(3);
+    entry.scripted.dialogs.answers = {Message_Answer::Yes};
+    form.Set_Picture_Blur(form.State().pictures.Item(2).Picture_Key, 3, 100, 7, 0);
+    QApplication::processEvents();
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(before, Bitmap_Count());
+}
+
 TEST_F(Window_Test, The_Settings_Keep_Path_And_Place)
 {
     Open_And_Pick(1);
@@ -255,28 +310,19 @@ TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
     EXPECT_EQ(85, dialog.Options().JPEG_Quality);
 }
 
-/// Pictures of the window for a person to look at: only where a folder for them is named.
-TEST_F(Window_Test, Can_Be_Looked_At)
+TEST(Save_Options_Form, Begins_With_The_Answers_Of_The_Last_Time)
 {
-    const QString shots = qEnvironmentVariable("HALVINE_SHOTS");
-    if (shots.isEmpty()) GTEST_SKIP() << "HALVINE_SHOTS names no folder";
-    Make_Pictures(24);
-    Open();
-    window->grab().save(shots + "/empty.png");
-    window->Commands().Run({Menu::File, 101});
-    Click(2);
-    Click(7, Qt::ShiftModifier);
-    QTest::qWait(400);
-    window->grab().save(shots + "/filled.png");
-    window->Commands().Run({Menu::Options, 401});
-    QApplication::processEvents();
-    window->grab().save(shots + "/list.png");
-    window->Commands().Run({Menu::Select, 103});
-    QTest::keyClick(&window->Filmstrip(), Qt::Key_Return);
-    QApplication::processEvents();
-    window->grab().save(shots + "/full.png");
-    Save_Options_Dialog dialog;
-    dialog.grab().save(shots + "/save_options.png");
+    const Save_Options last{.Script_Option = Save_Options::Scripts::Run,
+                            .Save_Rotations_Flips = true,
+                            .Save_Option = Save_Options::Target::Prompted_Copy,
+                            .Picture_Type = 2,
+                            .JPEG_Quality = 0};
+    const Save_Options again = Save_Options_Dialog(last).Options();
+    EXPECT_EQ(last.Script_Option, again.Script_Option);
+    EXPECT_EQ(last.Save_Rotations_Flips, again.Save_Rotations_Flips);
+    EXPECT_EQ(last.Save_Option, again.Save_Option);
+    EXPECT_EQ(last.Picture_Type, again.Picture_Type);
+    EXPECT_EQ(last.JPEG_Quality, again.JPEG_Quality);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "controls/ui/bkcButtonPanel.h"
+#include "tests/support/Mouse_Drag.h"
 
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -103,6 +104,138 @@ TEST_F(Panel_Window, Partners_Exchange_Places)
     panel.Exchange(1, 19);
     EXPECT_FALSE(pick->isVisible());
     EXPECT_EQ("Stop pick", Button(19)->toolTip().toStdString());
+}
+
+std::vector<int> Ids(const bkcButtonPanel& panel)
+{
+    std::vector<int> ids;
+    panel.Get_ID_List(ids);
+    return ids;
+}
+
+TEST_F(Panel_Window, A_Dragged_Button_Is_Dropped_Before_Another)
+{
+    panel.Change_Properties([](auto& properties) { properties.AllowRearrange = true; });
+    const QSignalSpy moves(&panel, &bkcButtonPanel::Rearranged);
+    const QSignalSpy clicks(&panel, &bkcButtonPanel::Click);
+    const QPoint before_two = Button(2)->geometry().topLeft() + QPoint(3, 10);
+    const QMimeData* button = Begin_Mouse_Drag(*Button(5), {3, 10});
+    ASSERT_NE(nullptr, button);
+    EXPECT_TRUE(Drop_On(*panel.viewport(), *button, {before_two + QPoint(20, 0), before_two}));
+    EXPECT_EQ((std::vector<int>{1, 5, 2, 3, 4}), Ids(panel));
+    ASSERT_EQ(1, moves.size());
+    EXPECT_EQ(5, moves[0][0].toInt());
+    EXPECT_EQ(2, moves[0][1].toInt());
+    EXPECT_EQ(0, clicks.size()) << "a drag is no click";
+}
+
+TEST_F(Panel_Window, A_Button_Dropped_Behind_The_Last_Comes_Last)
+{
+    panel.Change_Properties([](auto& properties) { properties.AllowRearrange = true; });
+    const QMimeData* button = Begin_Mouse_Drag(*Button(2), {3, 10});
+    ASSERT_NE(nullptr, button);
+    EXPECT_TRUE(Drop_On(*panel.viewport(), *button, {QPoint(290, 10)}));
+    EXPECT_EQ((std::vector<int>{1, 3, 4, 5, 2}), Ids(panel));
+}
+
+TEST_F(Panel_Window, Buttons_Stay_Without_The_Right_To_Rearrange)
+{
+    EXPECT_EQ(nullptr, Begin_Mouse_Drag(*Button(5), {3, 10}));
+}
+
+TEST_F(Panel_Window, A_Button_Of_Another_Panel_Is_Not_Wanted)
+{
+    panel.Change_Properties([](auto& properties) { properties.AllowRearrange = true; });
+    bkcButtonPanel other;
+    other.Change_Properties([](auto& properties) { properties.AllowRearrange = true; });
+    const QMimeData* button = Begin_Mouse_Drag(*Button(5), {3, 10});
+    ASSERT_NE(nullptr, button);
+    EXPECT_FALSE(Hang_Over(*other.viewport(), *button, {QPoint(3, 3)}));
+}
+
+TEST_F(Panel_Window, A_Drag_At_The_Edge_Scrolls_In_State_3)
+{
+    panel.Change_Properties([](auto& properties) { properties.AllowRearrange = true; });
+    panel.resize(60, 40); // three rows, one on view
+    const QPoint low(10, panel.viewport()->height() - 2);
+    const QMimeData* button = Begin_Mouse_Drag(*Button(1), {3, 10});
+    ASSERT_NE(nullptr, button);
+    EXPECT_TRUE(Hang_Over(*panel.viewport(), *button, {low}));
+    EXPECT_EQ(0, panel.verticalScrollBar()->value());
+    panel.Set_ScrollState(3);
+    EXPECT_TRUE(Hang_Over(*panel.viewport(), *button, {low}));
+    EXPECT_GT(panel.verticalScrollBar()->value(), 0);
+}
+
+TEST_F(Panel_Window, Sizes_Itself_By_Its_Buttons_And_The_Margins)
+{
+    panel.Autosize(10, 4, 20, 6);
+    EXPECT_EQ(5 * 25 + 4 * 1 + 2 + 30, panel.width());
+    EXPECT_EQ(25 + 2 + 10, panel.height());
+    int left = 0, top = 0, right = 0, bottom = 0;
+    ASSERT_TRUE(panel.Get_Button_Rectangle(1, left, top, right, bottom));
+    EXPECT_EQ(11, left);
+    EXPECT_EQ(5, top);
+    EXPECT_FALSE(panel.Get_Button_Rectangle(77, left, top, right, bottom));
+}
+
+TEST_F(Panel_Window, Draws_Nothing_New_Until_Auto_Paint_Is_On_Again)
+{
+    panel.Set_AutoPaint(false);
+    panel.Add_Button(6, "button 6", QIcon());
+    panel.Set_ButtonMode(3);
+    EXPECT_EQ(5, panel.viewport()->findChildren<QToolButton*>().size());
+    panel.Set_AutoPaint(true);
+    EXPECT_EQ(6, panel.viewport()->findChildren<QToolButton*>().size());
+}
+
+TEST_F(Panel_Window, Pictures_Follow_The_State)
+{
+    const auto icon = [](const QColor& color) {
+        QPixmap picture(20, 20);
+        picture.fill(color);
+        return QIcon(picture);
+    };
+    const auto shown = [&] { return Button(6)->grab().toImage().pixelColor(Button(6)->rect().center()); };
+    panel.Set_ButtonMode(1);
+    panel.Add_Button(6, "six", icon(Qt::red), icon(Qt::green), icon(Qt::blue), icon(Qt::yellow));
+    EXPECT_EQ(QColor(Qt::red), shown());
+    panel.Set_ButtonState(6, true);
+    EXPECT_EQ(QColor(Qt::blue), shown());
+    panel.Set_Enabled(6, false);
+    EXPECT_EQ(QColor(Qt::yellow), shown());
+    panel.Set_ButtonState(6, false);
+    EXPECT_EQ(QColor(Qt::green), shown());
+    panel.Set_Enabled(6, true);
+    panel.Picture(6, icon(Qt::cyan));
+    EXPECT_EQ(QColor(Qt::cyan), shown());
+}
+
+TEST_F(Panel_Window, Has_A_Caption_A_Border_And_Colours_Of_Its_Own)
+{
+    panel.Change_Properties([](auto& properties) {
+        properties.FrameCaption = "Tools";
+        properties.BorderStyle = 1;
+    });
+    panel.resize(300, 100);
+    EXPECT_EQ("Tools", panel.accessibleName().toStdString());
+    EXPECT_NE(QFrame::NoFrame, panel.frameShape());
+    EXPECT_TRUE(panel.findChild<QLabel*>()->isVisible());
+    bkcButtonPanel::Colors colors;
+    colors.PanelColor = QColor(Qt::red);
+    panel.Set_Colors(colors);
+    const QImage picture = panel.grab().toImage();
+    EXPECT_EQ(QColor(Qt::red), picture.pixelColor(panel.width() - 5, panel.height() - 5));
+}
+
+TEST_F(Panel_Window, Centres_Its_Buttons_Where_It_Should)
+{
+    panel.Change_Properties([](auto& properties) { properties.CenterButtonsHorizontal = true; });
+    int left = 0, top = 0, right = 0, bottom = 0;
+    ASSERT_TRUE(panel.Get_Button_Rectangle(1, left, top, right, bottom));
+    const int first = left;
+    ASSERT_TRUE(panel.Get_Button_Rectangle(5, left, top, right, bottom));
+    EXPECT_NEAR(first, panel.width() - right, 1);
 }
 
 } // namespace

@@ -195,4 +195,218 @@ TEST_F(Grid_Window, Deferred_Changes_Show_At_Update)
     EXPECT_EQ(0, grid.GridTopRow());
 }
 
+QIcon Filled_Icon(const QColor& color)
+{
+    QPixmap picture(16, 16);
+    picture.fill(color);
+    return QIcon(picture);
+}
+
+TEST_F(Grid_Window, Choices_Show_Their_Images_And_In_Image_Mode_Nothing_Else)
+{
+    grid.Set_Image_Source([](const QString& name) { return name == "red" ? Filled_Icon(Qt::red) : QIcon(); });
+    const auto show = [&](Grid_Render_Mode mode) {
+        grid.Content().Change_Column(2, [mode](auto& column) {
+            column.data = QStringList{"c", "a"};
+            column.data_images = QStringList{"red", "unknown"};
+            column.render_mode = int(mode);
+        });
+    };
+    const auto at = [&](int row, int role) { return grid.model()->index(row - 1, 1).data(role); };
+    show(Grid_Render_Mode::Image_And_Text);
+    EXPECT_TRUE(at(1, Qt::DecorationRole).isValid());
+    EXPECT_EQ("c", at(1, Qt::DisplayRole).toString());
+    show(Grid_Render_Mode::Image);
+    EXPECT_EQ("", at(1, Qt::DisplayRole).toString());
+    EXPECT_EQ("c", at(1, Qt::AccessibleTextRole).toString());
+    EXPECT_EQ("a", at(2, Qt::DisplayRole).toString()) << "without a picture the text stays";
+    const QImage picture = grid.viewport()->grab(grid.visualRect(grid.model()->index(0, 1))).toImage();
+    bool red = false;
+    for (int x = 0; x < picture.width(); ++x) red |= picture.pixelColor(x, picture.height() / 2) == Qt::red;
+    EXPECT_TRUE(red);
+}
+
+TEST_F(Grid_Window, Attributes_Of_A_Cell_Choose_Its_Font)
+{
+    grid.Content().Set_CellAttribute(1, 1, Cell_Bold | Cell_Struck_Out);
+    const auto font = grid.model()->index(0, 0).data(Qt::FontRole).value<QFont>();
+    EXPECT_TRUE(font.bold());
+    EXPECT_TRUE(font.strikeOut());
+    EXPECT_FALSE(font.italic());
+    EXPECT_FALSE(grid.model()->index(1, 0).data(Qt::FontRole).isValid());
+}
+
+TEST_F(Grid_Window, Numbers_Stand_At_The_Right_With_Data_Align)
+{
+    grid.Content().Set(Grid_Property::DataAlign, true);
+    const auto align = [&](int column) {
+        return Qt::Alignment(grid.model()->index(0, column - 1).data(Qt::TextAlignmentRole).toInt());
+    };
+    EXPECT_TRUE(align(1).testFlag(Qt::AlignRight));
+    EXPECT_TRUE(align(2).testFlag(Qt::AlignLeft));
+}
+
+TEST_F(Grid_Window, A_Height_Or_Width_Of_Nothing_Hides)
+{
+    grid.Content().Set_RowHeight(2, 0);
+    grid.Content().Change_Column(1, [](auto& column) { column.width = 0; });
+    EXPECT_TRUE(grid.isRowHidden(1));
+    EXPECT_TRUE(grid.isColumnHidden(0));
+    grid.Content().Set_RowHeight(2, 18);
+    grid.Content().Change_Column(1, [](auto& column) { column.width = 75; });
+    EXPECT_FALSE(grid.isRowHidden(1));
+    EXPECT_EQ(75, grid.columnWidth(0));
+}
+
+TEST_F(Grid_Window, Colours_Are_Drawn_And_Those_Of_The_System_Come_Back_With_The_Theme)
+{
+    const auto color_at = [&](int column, int row) {
+        const auto place = grid.visualRect(grid.model()->index(row - 1, column - 1));
+        return grid.viewport()->grab(place).toImage().pixelColor(place.width() - 4, place.height() / 2);
+    };
+    auto& content = grid.Content();
+    const QColor theme = color_at(1, 5); // the first row lies under the pointer
+    content.Set(Grid_Property::BackColor, 0x00FF00);
+    EXPECT_EQ(QColor(Qt::green), color_at(1, 5));
+    content.Set(Grid_Property::BackColor, System_Color(5));
+    EXPECT_EQ(theme, color_at(1, 5));
+    content.Change_Column(1, [](auto& column) { column.back_color = 0x0000FF; });
+    content.Set_RowBackColor(2, 0xFF0000);
+    content.Set_CellBackColor(1, 3, 0x00FFFF);
+    EXPECT_EQ(QColor(Qt::red), color_at(1, 5));
+    EXPECT_EQ(QColor(Qt::blue), color_at(1, 2)) << "a row goes before its columns";
+    EXPECT_EQ(QColor(Qt::yellow), color_at(1, 3)) << "a cell goes before its row";
+    content.Set(Grid_Property::RowColorMode, 1);
+    content.Set(Grid_Property::RowColor, 0xFF00FF);
+    EXPECT_EQ(QColor(Qt::magenta), color_at(2, 4)) << "every second row";
+    EXPECT_EQ(theme, color_at(2, 5));
+}
+
+TEST_F(Grid_Window, Headings_And_Lines_Show_As_The_Properties_Say)
+{
+    auto& content = grid.Content();
+    const auto corner = [&] {
+        const auto place = grid.visualRect(grid.model()->index(0, 0));
+        return grid.viewport()->grab(place).toImage().pixelColor(place.width() / 2, place.height() - 1);
+    };
+    content.Set(Grid_Property::HorzLinesColor, 0x0000FF);
+    EXPECT_EQ(QColor(Qt::red), corner());
+    content.Set(Grid_Property::HorzLines, false);
+    EXPECT_NE(QColor(Qt::red), corner());
+    EXPECT_GT(grid.ColumnHeaderHeight(), 0);
+    EXPECT_GT(grid.RowHeaderWidth(), 0);
+    content.Set(Grid_Property::ColumnHeadings, false);
+    content.Set(Grid_Property::RowHeadings, false);
+    EXPECT_EQ(0, grid.ColumnHeaderHeight());
+    EXPECT_EQ(0, grid.RowHeaderWidth());
+}
+
+TEST_F(Grid_Window, The_View_Follows_The_Thumb_Only_With_Scroll_Track)
+{
+    EXPECT_FALSE(grid.verticalScrollBar()->hasTracking());
+    grid.Content().Set(Grid_Property::ScrollTrack, true);
+    EXPECT_TRUE(grid.verticalScrollBar()->hasTracking());
+}
+
+TEST_F(Grid_Window, A_Header_Edge_Is_Dragged_Only_Where_Grid_And_Column_Allow_It)
+{
+    auto* header = grid.horizontalHeader();
+    const auto drag = [&] {
+        const QPoint edge(header->sectionViewportPosition(0) + header->sectionSize(0) - 1, header->height() / 2);
+        QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
+        QTest::mouseMove(header->viewport(), edge + QPoint(15, 0));
+        QMouseEvent move(QEvent::MouseMove, edge + QPoint(30, 0), header->viewport()->mapToGlobal(edge + QPoint(30, 0)),
+                         Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(header->viewport(), &move);
+        QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, edge + QPoint(30, 0));
+        return grid.Content().Column(1).width;
+    };
+    EXPECT_EQ(75, drag());
+    grid.Content().Set(Grid_Property::AllowColumnSizing, true);
+    EXPECT_EQ(105, drag());
+    grid.Content().Change_Column(1, [](auto& column) { column.allow_sizing = false; });
+    EXPECT_EQ(105, drag());
+}
+
+TEST_F(Grid_Window, The_Selected_Text_Of_The_Active_Cell_Is_That_Of_The_Editor_While_It_Is_Open)
+{
+    auto& content = grid.Content();
+    content.Set(Grid_Property::AllowUpdate, true);
+    content.Set_CellValue(2, 1, "summer");
+    content.Set_Active(2, 1);
+    grid.Set_ActiveSelection(0, 3);
+    EXPECT_EQ("sum", grid.ActiveSelText().toStdString());
+    ASSERT_TRUE(grid.EditCellStart(2, 1));
+    EXPECT_EQ("sum", grid.EditCellSelText().toStdString()) << "the editor opens with it";
+    EXPECT_TRUE(grid.Set_ActiveSelText("ham"));
+    EXPECT_EQ("hammer", grid.EditCellText().toStdString());
+    grid.Set_ActiveSelection(3, 3);
+    EXPECT_EQ("mer", grid.ActiveSelText().toStdString());
+    EXPECT_TRUE(grid.EditCellExit());
+    EXPECT_EQ("mer", grid.ActiveSelText().toStdString()) << "and leaves it behind";
+    EXPECT_EQ("hammer", content.ActiveText().toStdString());
+}
+
+TEST_F(Grid_Window, The_Choices_Of_A_List_Open_With_Down)
+{
+    auto& content = grid.Content();
+    content.Set(Grid_Property::AllowUpdate, true);
+    content.Change_Column(2, [](auto& column) {
+        column.control = Grid_Column_Control::List;
+        column.data = QStringList{"c", "d"};
+    });
+    ASSERT_TRUE(grid.EditCellStart(2, 1));
+    QTest::keyClick(Editor(), Qt::Key_Down);
+    auto* popup = Editor()->completer()->popup();
+    EXPECT_TRUE(popup->isVisible());
+    EXPECT_EQ(2, popup->model()->rowCount());
+    popup->hide();
+    grid.EditCellCancel();
+    content.Change_Column(2, [](auto& column) { column.control = Grid_Column_Control::Text; });
+    ASSERT_TRUE(grid.EditCellStart(2, 1));
+    EXPECT_EQ(nullptr, Editor()->completer());
+}
+
+TEST_F(Grid_Window, A_Check_Is_Turned_Over_By_Click_And_By_Space)
+{
+    auto& content = grid.Content();
+    content.Set(Grid_Property::AllowUpdate, true);
+    content.Change_Column(2, [](auto& column) {
+        column.control = Grid_Column_Control::Check;
+        column.data_type = int(Grid_Data_Type::Boolean);
+    });
+    content.Set_CellValue(2, 1, false);
+    const QSignalSpy changes(&grid, &bkcGrid::CellChange);
+    Press(2, 1);
+    EXPECT_TRUE(content.CellValue(2, 1).toBool());
+    QTest::keyClick(&grid, Qt::Key_Space);
+    EXPECT_FALSE(content.CellValue(2, 1).toBool());
+    EXPECT_EQ(2, changes.size());
+}
+
+TEST_F(Grid_Window, Tool_Tips_Are_The_Choices_Own_Or_The_Text)
+{
+    auto& content = grid.Content();
+    const auto tip = [&](int row) { return grid.model()->index(row - 1, 1).data(Qt::ToolTipRole).toString(); };
+    content.Change_Column(2, [](auto& column) {
+        column.data = QStringList{"c"};
+        column.data_tool_tips = QStringList{"the third"};
+    });
+    EXPECT_EQ("", tip(1));
+    content.Set(Grid_Property::ToolTipEnabled, true);
+    EXPECT_EQ("the third", tip(1));
+    EXPECT_EQ("a", tip(2));
+}
+
+TEST_F(Grid_Window, The_Pointer_Over_The_Cells_Is_The_Hosts)
+{
+    grid.Set_MousePointer(Qt::CrossCursor);
+    EXPECT_EQ(Qt::CrossCursor, grid.MousePointer());
+    EXPECT_TRUE(grid.MouseIcon().isNull());
+    grid.Set_MouseIcon(Filled_Icon(Qt::blue).pixmap(16));
+    EXPECT_FALSE(grid.MouseIcon().isNull());
+    grid.Set_Visible(false);
+    EXPECT_FALSE(grid.Visible());
+}
+
 } // namespace

@@ -1,4 +1,3 @@
-#include "controls/ui/bkcSlider.h"
 #include "controls/ui/bkcSplit.h"
 
 #include <QtTest/QSignalSpy>
@@ -63,21 +62,48 @@ TEST_F(Split_Window, Arrow_Keys_Move_The_Splitter)
     EXPECT_EQ(210, split->Control_LT()->width());
 }
 
-TEST(Slider_Window, Keys_Change_The_Value_And_The_Legend)
+TEST_F(Split_Window, Has_A_Frame_And_A_Ground_As_Any_Control)
 {
-    bkcSlider slider;
-    slider.Set_LegendText("Weight ");
-    slider.Set_LegendFormatString("0\"%\"");
-    const QSignalSpy changes(&slider, &bkcSlider::Change);
-    const QSignalSpy drops(&slider, &bkcSlider::SliderDropped);
-    slider.Set_Value(40);
-    EXPECT_EQ(0, drops.size()) << "the program's own change is no drop";
-    QTest::keyClick(&slider.Bar(), Qt::Key_Right);
-    QTest::keyClick(&slider.Bar(), Qt::Key_PageUp);
-    EXPECT_EQ(51, slider.Value());
-    EXPECT_EQ("Weight 51%", slider.Legend().toStdString());
-    EXPECT_EQ(3, changes.size());
-    EXPECT_EQ(2, drops.size());
+    EXPECT_EQ(QFrame::NoFrame, split->frameShape());
+    split->Set_BorderStyle(1);
+    EXPECT_EQ(QFrame::Sunken, split->frameShadow());
+    split->Set_Appearance(0);
+    EXPECT_EQ(QFrame::Box, split->frameShape());
+    split->Set_BackColor(Qt::red);
+    split->Set_BackStyle(1);
+    EXPECT_EQ(1, split->BackStyle());
+    EXPECT_EQ(QColor(Qt::red), split->BackColor());
+    split->Set_Caption("Files and pictures");
+    EXPECT_EQ("Files and pictures", split->handle(1)->accessibleName().toStdString());
+}
+
+TEST_F(Split_Window, A_Disabled_Splitter_Does_Not_Move)
+{
+    split->Set_Enabled(false);
+    Drag(100);
+    EXPECT_EQ(200, split->Control_LT()->width());
+    EXPECT_TRUE(split->Control_LT()->isEnabled());
+    split->Set_Enabled(true);
+    Drag(100);
+    EXPECT_EQ(300, split->Control_LT()->width());
+}
+
+TEST_F(Split_Window, Margins_And_Splitter_Width_Leave_The_Rest_To_The_Controls)
+{
+    split->Set_Margin(10);
+    split->Set_SplitterWidth(15);
+    EXPECT_EQ(405 - 20 - 15, split->Control_LT()->width() + split->Control_RB()->width());
+    EXPECT_EQ(10, split->Control_LT()->x());
+    EXPECT_EQ(180, split->Control_LT()->height());
+}
+
+TEST_F(Split_Window, Stands_Across_With_The_Other_Orientation)
+{
+    split->Set_Orientation(Split_Orientation::Vertical);
+    EXPECT_EQ(405, split->Control_LT()->width());
+    EXPECT_EQ(200 - 5, split->Control_LT()->height() + split->Control_RB()->height());
+    QTest::keyClick(split->handle(1), Qt::Key_Up);
+    EXPECT_LT(split->Control_LT()->height(), split->Control_RB()->height());
 }
 
 } // namespace

@@ -57,6 +57,41 @@ TEST_F(Engine_Limits, A_Run_Ends_After_So_Many_Instructions)
     EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = 1")));
 }
 
+/// Instructions that the engine runs together are counted, and stopped at, one by one.
+TEST_F(Engine_Limits, The_Limit_Stops_At_Any_Instruction)
+{
+    ASSERT_TRUE(
+        evaluator.Program(QStringLiteral("a = 3\nb = 4.5\nc = a + b\nd = 2 * a - 1 < b\nIf a > 2 Then e = a Mod 2\n"
+                                         "If a = b Then e = 7\nf = 1 + c * 2")));
+    const int count = evaluator.Code().Code_Count();
+    for (int limit = 1; limit < count; ++limit) {
+        evaluator.Set_InstructionLimit(limit);
+        if (evaluator.Execute()) break;
+        EXPECT_EQ("Expression too complex", evaluator.Last_Error().Description.toStdString());
+        const int position = evaluator.Last_Error().Position;
+        if (limit < 18) { // up to the first jump the records run in their order
+            EXPECT_EQ(evaluator.Code().code[std::size_t(limit + 1)].Position, position) << limit;
+        }
+    }
+    EXPECT_EQ("Double 16", Shown(evaluator.Variable(QStringLiteral("f")).value_or(Variant())).toStdString());
+}
+
+TEST_F(Engine_Limits, Each_Turn_Of_A_Loop_Counts_Its_Instructions)
+{
+    // 4 for the two assignments, 8 up to the first turn, 6 for each turn, 3 behind the last.
+    const QString program = QStringLiteral("i = 0\nx = 0\nFor i = 1 To 3000\nx = x + i\nNext");
+    const int count = 4 + 8 + 6 * 3000 + 3;
+    evaluator.Set_InstructionLimit(count);
+    EXPECT_EQ("", Error_Of(program).toStdString());
+    evaluator.Set_InstructionLimit(count - 1);
+    EXPECT_EQ("Expression too complex", Error_Of(program).toStdString());
+    int calls = 0;
+    evaluator.Set_ProcessEvents([&] { ++calls; });
+    evaluator.Set_InstructionLimit(count);
+    EXPECT_EQ("", Error_Of(program).toStdString());
+    EXPECT_EQ(count - 9'999, calls) << "from the 10,000th instruction on after every one";
+}
+
 TEST_F(Engine_Limits, Loops_Left_By_GoTo_End_In_An_Error)
 {
     EXPECT_EQ("Out of stack space",
@@ -72,6 +107,43 @@ TEST_F(Engine_Limits, Operands_Left_On_The_Stack_End_In_An_Error)
 TEST_F(Engine_Limits, A_Text_That_Grows_Without_End)
 {
     EXPECT_EQ("Out of string space", Error_Of(QStringLiteral("s = \"abcdefgh\"\nDo\ns = s & s\nLoop")).toStdString());
+}
+
+QString Numbered(const char* line, int count)
+{
+    QString text;
+    for (int i = 0; i < count; ++i) text += QString::fromLatin1(line).arg(i);
+    return text;
+}
+
+TEST_F(Engine_Limits, So_Many_Names_And_No_More)
+{
+    EXPECT_EQ("", Error_Of(Numbered("v%1 = 1\n", 100'000)).toStdString());
+    EXPECT_EQ("Error allocating variable", Error_Of(Numbered("v%1 = 1\n", 100'001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+    EXPECT_EQ("Error allocating variable", Error_Of(Numbered("Dim v%1\n", 100'001)).toStdString());
+    EXPECT_EQ("Error allocating variable", Error_Of(Numbered("v%1 = Array(1)\n", 100'001)).toStdString());
+    EXPECT_EQ("Error allocating constant", Error_Of(Numbered("Const c%1 = 1\n", 100'001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+}
+
+TEST_F(Engine_Limits, A_Host_Supplies_So_Many_Variables_And_No_More)
+{
+    for (int i = 0; i < 100'000; ++i)
+        ASSERT_TRUE(evaluator.AddVariable(QStringLiteral("v%1").arg(i), Variant(i)).value_or(false));
+    EXPECT_TRUE(evaluator.AddVariable(QStringLiteral("V5"), Variant(7)).value_or(false)) << "a name that is there";
+    const auto one_more = evaluator.AddVariable(QStringLiteral("w"), Variant(7));
+    ASSERT_FALSE(one_more);
+    EXPECT_EQ("Resource allocation error", Error_Description(one_more.error()));
+    evaluator.Set_RaiseErrors(false);
+    EXPECT_FALSE(evaluator.AddVariable(QStringLiteral("w"), Variant(7)).value_or(true));
+}
+
+TEST_F(Engine_Limits, The_Variables_Of_All_Calls_Are_Bounded)
+{
+    EXPECT_EQ("Out of stack space", Error_Of(QStringLiteral("f()\nEnd\nSub f()\n") + Numbered("Dim v%1\n", 2000) +
+                                             QStringLiteral("f()\nEnd Sub"))
+                                        .toStdString());
 }
 
 TEST_F(Engine_Limits, Events_Are_Processed_From_Instruction_Ten_Thousand_On)

@@ -1,4 +1,3 @@
-#include "frame/files/Copy_File.h"
 #include "frame/files/Replacement_File.h"
 #include "tests/support/Failing_Calls.h"
 #include "tests/support/Test_Folder.h"
@@ -149,25 +148,6 @@ TEST_F(Replacement, In_A_Folder_That_Is_Read_Only_Fails_And_Changes_Nothing)
         return !written && written.error().number == EACCES ? 0 : 1;
     });
     EXPECT_EQ(0, answer);
-    EXPECT_EQ("old", Contents_Of(target));
-}
-
-TEST_F(Replacement, A_Copy_Has_Contents_Mode_And_Times_Of_Its_Source)
-{
-    ASSERT_EQ(0, chmod(target.c_str(), 0604));
-    ASSERT_TRUE(Set_Times(target, {.accessed = {10, 0}, .modified = {20, 30}}));
-    const std::string copy = folder.File("copy.jpg");
-    ASSERT_TRUE(Copy_Whole_File(target, copy));
-    EXPECT_EQ("old", Contents_Of(copy));
-    const auto times = Times_Of(copy);
-    ASSERT_TRUE(times);
-    EXPECT_EQ(20, times->modified.tv_sec);
-    EXPECT_EQ(30, times->modified.tv_nsec);
-}
-
-TEST_F(Replacement, A_Copy_Of_Something_Missing_Leaves_The_Target_Alone)
-{
-    EXPECT_FALSE(Copy_Whole_File(folder.File("missing.jpg"), target));
     EXPECT_EQ("old", Contents_Of(target));
 }
 

@@ -23,7 +23,7 @@ protected:
 TEST_F(Form_Frame_Test, Restores_At_The_First_Show_And_Saves_At_The_Close)
 {
     scripted.settings.user[Settings_Key]["Halvine-Wand"] = "WOR:150:300,WSZ:6000:4500,SPR:0.250";
-    Form_Frame frame(form, scripted.platform, "Halvine-Wand");
+    Form_Frame frame(form, &scripted.platform, "Halvine-Wand");
     std::vector<float> positions;
     QObject::connect(&frame, &Form_Frame::Restored, [&](const std::vector<float>& read) { positions = read; });
     form.show();
@@ -36,7 +36,7 @@ TEST_F(Form_Frame_Test, Restores_At_The_First_Show_And_Saves_At_The_Close)
 
 TEST_F(Form_Frame_Test, Without_A_Record_Is_Centred)
 {
-    Form_Frame frame(form, scripted.platform, "Halvine-Wand");
+    Form_Frame frame(form, &scripted.platform, "Halvine-Wand");
     form.show();
     EXPECT_EQ(QRect(250, 300, 300, 200), form.geometry());
 }
@@ -44,7 +44,7 @@ TEST_F(Form_Frame_Test, Without_A_Record_Is_Centred)
 TEST_F(Form_Frame_Test, A_Damaged_Record_Opens_It_At_Its_Design_Size)
 {
     scripted.settings.user[Settings_Key]["Halvine-Wand"] = "WOR:x,WSZ:-7,'";
-    Form_Frame frame(form, scripted.platform, "Halvine-Wand");
+    Form_Frame frame(form, &scripted.platform, "Halvine-Wand");
     frame.Set_Form_Design_Size(Program_State());
     form.show();
     EXPECT_EQ(QSize(300, 200), form.size());
@@ -52,7 +52,7 @@ TEST_F(Form_Frame_Test, A_Damaged_Record_Opens_It_At_Its_Design_Size)
 
 TEST_F(Form_Frame_Test, The_Main_Windows_Own_Size_Does_Not_Count)
 {
-    Form_Frame frame(form, scripted.platform, "Halvine-Picture", /*Design_From_Form=*/false);
+    Form_Frame frame(form, &scripted.platform, "Halvine-Picture", /*Design_From_Form=*/false);
     frame.Set_Form_Design_Size(Program_State());
     EXPECT_EQ(QSize(800, 600), form.minimumSize());
     EXPECT_EQ(12, frame.Design_Twips_Per_Pixel());
@@ -61,7 +61,7 @@ TEST_F(Form_Frame_Test, The_Main_Windows_Own_Size_Does_Not_Count)
 
 TEST_F(Form_Frame_Test, Cannot_Be_Smaller_Than_Designed)
 {
-    Form_Frame frame(form, scripted.platform, QString());
+    Form_Frame frame(form, &scripted.platform, QString());
     frame.Set_Design_Form_Width(6000);
     frame.Set_Design_Form_Height(4500);
     form.resize(10, 10);
@@ -73,7 +73,7 @@ TEST_F(Form_Frame_Test, Cannot_Be_Smaller_Than_Designed)
 
 TEST_F(Form_Frame_Test, Can_Stay_On_Top_Without_Moving)
 {
-    Form_Frame frame(form, scripted.platform, QString());
+    Form_Frame frame(form, &scripted.platform, QString());
     form.show();
     const QRect before = form.geometry();
     EXPECT_TRUE(frame.Set_Always_On_Top(true));
@@ -84,7 +84,7 @@ TEST_F(Form_Frame_Test, Can_Stay_On_Top_Without_Moving)
 
 TEST_F(Form_Frame_Test, One_That_Does_Not_Save_Itself_Stores_Nothing)
 {
-    Form_Frame frame(form, scripted.platform, "Halvine-Picture");
+    Form_Frame frame(form, &scripted.platform, "Halvine-Picture");
     frame.Set_Saves_Itself(false);
     form.show();
     form.close();

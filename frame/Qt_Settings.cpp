@@ -1,4 +1,4 @@
-#include "frame/ui/Qt_Settings.h"
+#include "frame/Qt_Settings.h"
 
 #include <QtCore/QUrl>
 

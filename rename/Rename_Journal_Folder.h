@@ -1,0 +1,45 @@
+#pragma once
+
+#include "rename/Rename_Run.h"
+
+/// The journals of renames, a file each, in a folder of their own. A file begins with one character that tells its state;
+/// changing that one byte is what finishes a rename. While a rename runs its file is locked, and the lock ends with the
+/// process, however that ends: others can tell a running rename from an interrupted one.
+class Rename_Journal_Folder final : public Rename_Journal {
+public:
+    /// The folder is made when it is needed.
+    explicit Rename_Journal_Folder(std::string folder);
+    ~Rename_Journal_Folder() override;
+    Rename_Journal_Folder(const Rename_Journal_Folder&) = delete;
+    Rename_Journal_Folder& operator=(const Rename_Journal_Folder&) = delete;
+
+    Result<void> Begin(const Rename_Record& record) override;
+    Result<void> Finish() override;
+    void Forget() override;
+
+    /// Puts every interrupted rename right. One text for each that was: what was done, or why it could not be.
+    std::vector<std::string> Put_Interrupted_Right(Rename_Files& files);
+
+    /// The last rename that was done and not taken back.
+    struct Kept {
+        std::string path; ///< of the journal
+        Rename_Record record;
+    };
+    std::optional<Kept> Last_Done() const;
+    void Drop(const Kept& kept); ///< it was taken back
+
+private:
+    std::vector<std::string> Names() const; ///< of journals, the oldest first
+    void Prune();
+    void Close();
+
+    std::string folder_;
+    std::string path_; ///< of the rename that runs
+    int descriptor_ = -1;
+};
+
+/// Takes the last rename back. The number of files that got their old name again, 0 when there is nothing to take back.
+Result<int> Take_Back_Last_Rename(Rename_Journal_Folder& journal, Rename_Files& files);
+
+/// In the folder for the state of programs: "~/.local/state/halvine/renames", XDG_STATE_HOME before.
+std::string Standard_Journal_Folder();

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "rename/Rename_Plan.h"
+
+#include <QtCore/QByteArray>
+
+/// What is remembered of a rename: enough to take it back, and to put it right when it was interrupted.
+struct Rename_Record {
+    std::vector<Rename_Move> moves; ///< those that changed a name
+    std::vector<Rename_Step> steps; ///< in order
+    bool operator==(const Rename_Record&) const = default;
+};
+
+QByteArray Text_Of_Record(const Rename_Record& record);
+std::optional<Rename_Record> Record_From_Text(const QByteArray& text); ///< nothing when it is not whole
+
+/// Where a rename is remembered while it runs and afterwards.
+class Rename_Journal {
+public:
+    virtual ~Rename_Journal() = default;
+    virtual Result<void> Begin(const Rename_Record& record) = 0; ///< on disk when it returns
+    virtual Result<void> Finish() = 0;                           ///< what was begun is done, and can be taken back
+    virtual void Forget() = 0;                                   ///< what was begun is undone
+};
+
+/// Carries a plan without faults out. After a failure every file has its old name again, and the text says why; where a
+/// file could not get it back the text says where that file is, and the journal keeps what was begun.
+Result<void> Run_Plan(const Rename_Plan& plan, Rename_Files& files, Rename_Journal& journal);
+
+/// A rename that was interrupted: every file gets its old name back. Nothing to do is success. Fails, with the files
+/// named, when the folder shows no state that the rename went through; only temporary names are undone then.
+Result<void> Put_Right(const Rename_Record& record, Rename_Files& files);
+
+/// The way back of a rename that was done. Files that are gone are left out.
+std::vector<Rename_Move> Moves_Back(const Rename_Record& record, const Rename_Files& files);

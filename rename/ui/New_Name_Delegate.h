@@ -1,0 +1,15 @@
+#pragma once
+
+#include "controls/ui/Grid_Table_Model.h"
+
+/// Draws the new names with the part that is not in the present name, which stands in the column before, in bold and in
+/// the colour of links.
+class New_Name_Delegate : public Grid_Cell_Delegate {
+    Q_OBJECT
+
+public:
+    using Grid_Cell_Delegate::Grid_Cell_Delegate;
+
+protected:
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+};
