@@ -289,7 +289,11 @@ void Catalogue_Commands::Camera_Information()
     if (item == nullptr) return;
     const auto record = Camera_Record_Of_File(item->Full_Name(), item->File_Type);
     const QString report = record ? Camera_Report(*record) : QString();
-    Dialogs().Show_Text(Camera_Information_Caption, report.isEmpty() ? No_Camera_Information : report);
+    if (report.isEmpty())
+        Dialogs().Ask(
+            {.text = No_Camera_Information, .icon = Message_Icon::Information, .title = Camera_Information_Caption});
+    else
+        Dialogs().Show_Text(Camera_Information_Caption, report);
 }
 
 void Catalogue_Commands::Thumbnail_List()

@@ -61,17 +61,19 @@ bool May_Go(Halvine_Form& form, Work_Journal& journal, const Kept_Work& work)
 
 QString Kept_Work_Question(const Kept_Work& work)
 {
-    const QString question =
-        QStringLiteral("Halvine was not closed properly. The list of %1 picture%2 was kept")
-            .arg(QString::number(work.pictures.size()), work.pictures.size() == 1 ? QString() : QStringLiteral("s")) +
+    const QString changes =
         Counted(work, QStringLiteral("a script"), [](const Kept_Picture& one) { return one.script.has_value(); }) +
         Counted(work, QStringLiteral("a description"),
                 [](const Kept_Picture& one) { return one.description.has_value(); }) +
         Counted(work, QStringLiteral("a rotation or flip"),
                 [](const Kept_Picture& one) { return one.rotate != 0 || one.flip != 0; }) +
         Counted(work, QStringLiteral("a slide time"), [](const Kept_Picture& one) { return one.seconds != 0; });
-    return question + QStringLiteral("\r\n\r\nDo you wish to restore it?\r\n"
-                                     "'No' discards it, 'Cancel' asks again at the next start.");
+    return QStringLiteral("Halvine was not closed properly. The list of %1 picture%2 was kept%3")
+               .arg(QString::number(work.pictures.size()), work.pictures.size() == 1 ? QString() : QStringLiteral("s"),
+                    changes.isEmpty() ? QStringLiteral(".") : QStringLiteral(", among them:")) +
+           changes +
+           QStringLiteral("\r\n\r\nDo you wish to restore it?\r\n"
+                          "'No' discards it, 'Cancel' asks again at the next start.");
 }
 
 QStringList Restore_Kept_Work(Halvine_Form& form, const Kept_Work& work)

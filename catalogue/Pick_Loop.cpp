@@ -39,17 +39,21 @@ void Pick_Loop::Add_Picture_By_File_Name(const QString& File_Name)
     Pick_Files(entry, true, false);
 }
 
+bool Pick_Loop::May_Replace_All() const
+{
+    for (int index = 1; index <= state_.pictures.Count(); ++index) {
+        if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
+        state_.platform.dialogs.Refuse(
+            QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
+                           "Use Pick/Append Selected to add selected pictures to thumbnail."));
+        return false;
+    }
+    return true;
+}
+
 void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
 {
-    if (!Append) {
-        for (int index = 1; index <= state_.pictures.Count(); ++index) {
-            if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
-            state_.platform.dialogs.Refuse(
-                QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
-                               "Use Pick/Append Selected to add selected pictures to thumbnail."));
-            return;
-        }
-    }
+    if (!Append && !May_Replace_All()) return;
     if (File_Entries.empty()) return;
     if (!Append && (!state_.slide_show->Confirm_Abandon() || !Confirm_Abandon_Scripts(state_, true) ||
                     !Confirm_Abandon_Descriptions(state_, true)))

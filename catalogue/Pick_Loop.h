@@ -20,6 +20,9 @@ public:
     void Pick_Files(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
     void Add_Picture_By_File_Name(const QString& File_Name);
 
+    /// False, after a message, while a window works on one of the pictures.
+    bool May_Replace_All() const;
+
     /// The command: refuses while pictures that would be discarded are in use, asks about unsaved changes, then picks.
     void Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
 

@@ -41,27 +41,31 @@ void Work_Journal::Start()
     timer_->Start(Milliseconds_Between_Looks);
 }
 
-/// The lines that bring the file up to date; written_ holds the new state afterwards.
+/// The lines that bring the file up to date; written_ holds the new state afterwards. Both lists are in the order of keys.
 QByteArray Work_Journal::Changes()
 {
     QByteArray lines;
-    std::map<int, Kept_Picture> gone = std::move(written_);
-    written_.clear();
+    std::vector<Kept_Picture> present;
+    present.reserve(std::size_t(state_.pictures.Count()));
+    auto before = written_.cbegin();
     for (int index = 1; index <= state_.pictures.Count(); ++index) {
         Kept_Picture now = Picture_To_Keep(state_.pictures.Item(index));
-        const auto before = gone.find(now.key);
-        if (before == gone.end() || before->second != now) lines += Journal_Line(now);
-        if (before != gone.end()) gone.erase(before);
-        written_.emplace_hint(written_.end(), now.key, std::move(now));
+        for (; before != written_.cend() && before->key < now.key; ++before)
+            lines += Journal_Line_Of_Dropped(before->key);
+        const bool is_known = before != written_.cend() && before->key == now.key;
+        if (!is_known || *before != now) lines += Journal_Line(now);
+        if (is_known) ++before;
+        present.push_back(std::move(now));
     }
-    for (const auto& [key, picture] : gone) lines += Journal_Line_Of_Dropped(key);
+    for (; before != written_.cend(); ++before) lines += Journal_Line_Of_Dropped(before->key);
+    written_ = std::move(present);
     return lines;
 }
 
 QByteArray Work_Journal::Whole_Text() const
 {
     QByteArray text = Journal_Head();
-    for (const auto& [key, picture] : written_) text += Journal_Line(picture);
+    for (const Kept_Picture& picture : written_) text += Journal_Line(picture);
     return text;
 }
 

@@ -4,7 +4,7 @@
 #include "catalogue/Journal_Text.h"
 #include "frame/files/Journal_File.h"
 
-#include <map>
+#include <optional>
 
 /// Keeps what the user did and did not save yet where a crash cannot take it: the list of pictures and their scripts,
 /// descriptions, rotations, flips and slide times. Half a second after a change, at most, it stands on the disk.
@@ -29,7 +29,7 @@ private:
     QString folder_;
     std::unique_ptr<Repeating_Timer> timer_;
     std::optional<Journal_File> file_;
-    std::map<int, Kept_Picture> written_; // what the file says, by key
+    std::vector<Kept_Picture> written_; // what the file says, by growing keys
     std::int64_t size_when_rewritten_ = 0;
     bool must_rewrite_ = false; // the file may not end where it should
     bool failure_told_ = false;

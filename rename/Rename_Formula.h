@@ -57,7 +57,7 @@ private:
 struct Caption_Facts {
     QString folder;      ///< FilePath
     QString root;        ///< FileName
-    QString extension;   ///< FileExt
+    QString extension;   ///< FileExt, without its "."
     double date = 0;     ///< FileDate
     QString description; ///< FileDescr
 };

@@ -279,5 +279,9 @@ Changed_Part Changed_Part_Of(const QString& old_name, const QString& new_name)
     while (begin < shorter && old_name[begin] == new_name[begin]) ++begin;
     qsizetype end = 0;
     while (end < shorter - begin && old_name[old_name.size() - 1 - end] == new_name[new_name.size() - 1 - end]) ++end;
+    if (begin + end == new_name.size()) return {int(begin), 0}; // something was only taken away
+    // A number changes as a whole: 09 to 10, not 0 to 1 and 9 to 0.
+    while (begin > 0 && Is_Digit(new_name[begin - 1]) && Is_Digit(new_name[begin])) --begin;
+    while (end > 0 && Is_Digit(new_name[new_name.size() - end]) && Is_Digit(new_name[new_name.size() - 1 - end])) --end;
     return {int(begin), int(new_name.size() - end - begin)};
 }

@@ -99,7 +99,8 @@ private:
 inline const QString Duplicates_Title = QStringLiteral("File name collisions");
 QString Duplicates_Message(std::int64_t count);
 
-/// The stretch of `new_name` that is not in `old_name`: what stands between their common beginning and end. 0-based.
+/// The stretch of `new_name` that is not in `old_name`: what stands between their common beginning and end, without cutting
+/// through a number. 0-based.
 struct Changed_Part {
     int start = 0, length = 0;
     bool operator==(const Changed_Part&) const = default;

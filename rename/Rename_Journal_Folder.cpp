@@ -22,21 +22,25 @@ constexpr std::size_t Most_Kept = 20;
 
 const QString Journal_Names = QStringLiteral("rename-*.journal");
 
-struct Journal_File {
-    char state;
-    Rename_Record record;
-};
+/// A journal of ten thousand files is long; its state is one byte.
+char State_Of(const std::string& path)
+{
+    char state = 0;
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return 0;
+    if (pread(descriptor, &state, 1, 0) != 1) state = 0;
+    close(descriptor);
+    return state;
+}
 
-std::optional<Journal_File> Read_Journal(const std::string& path)
+std::optional<Rename_Record> Read_Record(const std::string& path)
 {
     const auto file = Regular_File::Open(path);
     if (!file) return {};
     const auto bytes = file->Read_All(Current_Limits().document_bytes);
     if (!bytes || bytes->size() < 2) return {};
     const QByteArray text(reinterpret_cast<const char*>(bytes->data()), qsizetype(bytes->size()));
-    auto record = Record_From_Text(text.mid(2));
-    if (!record) return {};
-    return Journal_File{text[0], std::move(*record)};
+    return Record_From_Text(text.mid(2)); // behind the state and its line end
 }
 
 Result<void> Write_All(int descriptor, const QByteArray& bytes, const std::string& path)
@@ -55,6 +59,20 @@ Result<void> Write_State(int descriptor, char state, const std::string& path)
 {
     if (pwrite(descriptor, &state, 1, 0) != 1 || fsync(descriptor) != 0) return System_Failure(path, errno);
     return {};
+}
+
+/// Puts one rename right and tells about it.
+std::string Mend(const std::string& path, const Rename_Record& record, Rename_Files& files)
+{
+    const auto mended = Put_Right(record, files);
+    if (mended) {
+        unlink(path.c_str());
+        return "A rename was interrupted; its files have their old names again";
+    }
+    const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
+    if (descriptor >= 0) (void)Write_State(descriptor, Unclear, path);
+    if (descriptor >= 0) close(descriptor);
+    return mended.error().text;
 }
 
 /// Names sort by time.
@@ -138,10 +156,7 @@ std::vector<std::string> Rename_Journal_Folder::Names() const
 void Rename_Journal_Folder::Prune()
 {
     std::vector<std::string> names = Names();
-    std::erase_if(names, [this](const std::string& name) {
-        const auto journal = Read_Journal(folder_ + name);
-        return !journal || journal->state == Begun;
-    });
+    std::erase_if(names, [this](const std::string& name) { return State_Of(folder_ + name) == Begun; });
     for (std::size_t i = 0; i + Most_Kept < names.size(); ++i) unlink((folder_ + names[i]).c_str());
 }
 
@@ -150,19 +165,13 @@ std::vector<std::string> Rename_Journal_Folder::Put_Interrupted_Right(Rename_Fil
     std::vector<std::string> told;
     for (const std::string& name : Names()) {
         const std::string path = folder_ + name;
+        if (State_Of(path) != Begun) continue;
         const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
         if (descriptor < 0) continue;
-        const bool is_running = flock(descriptor, LOCK_EX | LOCK_NB) != 0;
-        const auto journal = is_running ? std::nullopt : Read_Journal(path);
-        if (journal && journal->state == Begun) {
-            const auto mended = Put_Right(journal->record, files);
-            if (mended)
-                unlink(path.c_str());
-            else
-                (void)Write_State(descriptor, Unclear, path);
-            told.push_back(mended ? "A rename was interrupted; its files have their old names again"
-                                  : mended.error().text);
-        }
+        // It may have come to its end before the lock was free: the state counts under the lock.
+        const bool is_interrupted = flock(descriptor, LOCK_EX | LOCK_NB) == 0 && State_Of(path) == Begun;
+        if (const auto record = is_interrupted ? Read_Record(path) : std::nullopt)
+            told.push_back(Mend(path, *record, files));
         close(descriptor);
     }
     return told;
@@ -172,8 +181,9 @@ std::optional<Rename_Journal_Folder::Kept> Rename_Journal_Folder::Last_Done() co
 {
     const std::vector<std::string> names = Names();
     for (std::size_t i = names.size(); i-- > 0;) {
-        auto journal = Read_Journal(folder_ + names[i]);
-        if (journal && journal->state == Done) return Kept{folder_ + names[i], std::move(journal->record)};
+        const std::string path = folder_ + names[i];
+        if (State_Of(path) != Done) continue;
+        if (auto record = Read_Record(path)) return Kept{path, std::move(*record)};
     }
     return {};
 }

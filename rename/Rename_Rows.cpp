@@ -17,6 +17,24 @@ Rename_Row Row_Of_File(const QString& path)
     return row;
 }
 
+Rename_Row Row_Of_Picture(const Picture_Item& item)
+{
+    return {.folder = item.Path,
+            .file_name = item.File_Name,
+            .file_date = item.File_Date,
+            .horz_pixels = item.Horz_Pixels,
+            .vert_pixels = item.Vert_Pixels};
+}
+
+Caption_Facts Caption_Facts_Of(const Picture_Item& item)
+{
+    return {.folder = item.Path,
+            .root = Root_Of_Name(item.File_Name),
+            .extension = Extension_Of_Name(item.File_Name),
+            .date = item.File_Date,
+            .description = item.Description};
+}
+
 std::vector<Rename_Move> Moves_Of(const std::vector<Rename_Row>& rows)
 {
     std::vector<Rename_Move> moves;

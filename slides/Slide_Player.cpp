@@ -90,22 +90,23 @@ void Slide_Player::Start_Slide_Show(bool Start_In_Play_Mode)
 void Slide_Player::Stop_Slide_Show()
 {
     if (!Is_Running()) return;
+    const int last_shown = Picture_Key_Of_Slide(slide_index_);
+    slide_keys_.clear();
     timer_->Stop();
     ahead_timer_->Stop();
     pictures_.Next().Begin(0);
-    if (!slide_selection_made_) Select_Last_Shown();
-    slide_keys_.clear();
     window_->Set_Show_Look(false);
     if (window_->Is_Full_Window()) window_->Set_Full_Window(false);
+    if (!slide_selection_made_) Select_Alone(last_shown);
     catalogue_.view->Draw_All_Thumbnails();
     catalogue_.view->Update_Status();
     control_->Form_Erase();
 }
 
-/// The picture that stays on view is the selection; without it (it was discarded) the selection stays as it is.
-void Slide_Player::Select_Last_Shown()
+/// A picture that was discarded leaves the selection as it is.
+void Slide_Player::Select_Alone(int key)
 {
-    const int index = catalogue_.pictures.Index_From_Key(Picture_Key_Of_Slide(slide_index_));
+    const int index = catalogue_.pictures.Index_From_Key(key);
     if (!catalogue_.pictures.Is_Index(index)) return;
     catalogue_.selection.Clear();
     catalogue_.selection.Set_Index(index, true);

@@ -90,7 +90,7 @@ private:
     void Toggle_Pause();
     void Select_Slide();
     void Remove_Slide();
-    void Select_Last_Shown();
+    void Select_Alone(int key);
     void Read_Ahead();
     int Count() const { return Slide_Show_Count(); }
 

@@ -6,7 +6,6 @@ namespace {
 
 bool Exists(const QString& path)
 {
-    if (path.contains(QChar::Null)) return false; // the system would take what stands before it for the name
     return Test_File_Exists(path, /*raise_error=*/false).value_or(0) == 1;
 }
 

@@ -108,7 +108,7 @@ bool Slide_Shows::Confirm_Abandon_Slide_Show() const
 bool Slide_Shows::Open_Slide_Show(const QString& File_Name, bool Append, bool Pick_Pictures)
 {
     if (!Append) {
-        if (!Confirm_Abandon_Slide_Show() || !Confirm_Abandon_Scripts(catalogue_, true) ||
+        if (!pick_.May_Replace_All() || !Confirm_Abandon_Slide_Show() || !Confirm_Abandon_Scripts(catalogue_, true) ||
             !Confirm_Abandon_Descriptions(catalogue_, true))
             return false;
         sounds_.clear();

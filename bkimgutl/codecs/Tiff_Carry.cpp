@@ -172,29 +172,21 @@ Result<void> Take_Segments(const Regular_File& parent, int channels, Tiff_Fields
     const auto profile = JPEG_Codec().Read_Profile(parent);
     if (profile && Profile_Fits(*profile, channels))
         Set_Field(fields, Bytes_Field(Tiff_Tag::ICC_Profile, Tiff_Type::Undefined, *profile));
+    if (const auto xmp = JPEG_Codec().Read_XMP(parent); xmp && !xmp->empty())
+        Set_Field(fields, Bytes_Field(Tiff_Tag::XMP, Tiff_Type::Byte, *xmp));
     const auto head = Read_Jpeg_Head(parent);
     if (!head) return tl::make_unexpected(head.error());
-    struct Known {
-        std::string_view start;
-        std::uint16_t tag;
-        std::uint16_t type;
-    };
     using namespace std::string_view_literals;
-    constexpr Known table[] = {{"http://ns.adobe.com/xap/1.0/\0"sv, Tiff_Tag::XMP, Tiff_Type::Byte},
-                               {"Photoshop 3.0\0"sv, Tiff_Tag::Photoshop, Tiff_Type::Byte}};
-    for (const Known& known : table) {
-        std::vector<std::byte> all; // Photoshop data may go on in further segments
-        for (const Jpeg_Segment& segment : head->segments) {
-            if (segment.bytes < known.start.size() ||
-                std::memcmp(segment.first.data(), known.start.data(), known.start.size()) != 0)
-                continue;
-            const auto data = Read_Segment(parent, segment);
-            if (!data) return tl::make_unexpected(data.error());
-            if (known.tag == Tiff_Tag::XMP && !all.empty()) break; // there is one XMP packet
-            all.insert(all.end(), data->begin() + std::ptrdiff_t(known.start.size()), data->end());
-        }
-        if (!all.empty()) Set_Field(fields, Bytes_Field(known.tag, known.type, all));
+    constexpr auto start = "Photoshop 3.0\0"sv;
+    std::vector<std::byte> all; // goes on in further segments
+    for (const Jpeg_Segment& segment : head->segments) {
+        if (segment.bytes < start.size() || std::memcmp(segment.first.data(), start.data(), start.size()) != 0)
+            continue;
+        const auto data = Read_Segment(parent, segment);
+        if (!data) return tl::make_unexpected(data.error());
+        all.insert(all.end(), data->begin() + std::ptrdiff_t(start.size()), data->end());
     }
+    if (!all.empty()) Set_Field(fields, Bytes_Field(Tiff_Tag::Photoshop, Tiff_Type::Byte, all));
     return {};
 }
 

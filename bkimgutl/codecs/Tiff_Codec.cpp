@@ -82,13 +82,6 @@ Pixel_Way Way_Of_Pixels(const Bitmap* bitmap, const Opened& parent, const Pictur
     return Way_Of_Turned_Pixels(parent);
 }
 
-int Orientation_Of_Symmetry(Pixel_Symmetry symmetry)
-{
-    int orientation = 1;
-    while (orientation < 8 && Symmetry_Of_Orientation(orientation) != symmetry) ++orientation;
-    return orientation;
-}
-
 /// The facts of the parent when its orientation were another one.
 Picture_Facts With_Orientation(Picture_Facts facts, int orientation)
 {
@@ -339,11 +332,11 @@ public:
     }
     Result<std::vector<std::byte>> Read_Profile(const Regular_File& file) const override
     {
-        return With_First(file, [](const Tiff_Structure& structure, const Tiff_Directory& directory) {
-            const Tiff_Entry* entry = directory.Find(Tiff_Tag::ICC_Profile);
-            return entry ? structure.Value(*entry, Most_Camera_Bytes)
-                         : Result<std::vector<std::byte>>(std::vector<std::byte>());
-        });
+        return Value_Of(file, Tiff_Tag::ICC_Profile);
+    }
+    Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const override
+    {
+        return Value_Of(file, Tiff_Tag::XMP);
     }
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {
@@ -364,6 +357,14 @@ public:
     Result<void> Save(const Save_Request& request) const override { return Save_Tiff(request); }
 
 private:
+    static Result<std::vector<std::byte>> Value_Of(const Regular_File& file, std::uint16_t tag)
+    {
+        return With_First(file, [tag](const Tiff_Structure& structure, const Tiff_Directory& directory) {
+            const Tiff_Entry* entry = directory.Find(tag);
+            return entry ? structure.Value(*entry, Most_Camera_Bytes)
+                         : Result<std::vector<std::byte>>(std::vector<std::byte>());
+        });
+    }
     template <class Reader>
     static auto With_First(const Regular_File& file, Reader reader)
         -> decltype(reader(std::declval<const Tiff_Structure&>(), std::declval<const Tiff_Directory&>()))

@@ -3,6 +3,7 @@
 #include "catalogue/ui/Halvine_Window.h"
 #include "catalogue/Recover_Folder.h"
 
+#include "catalogue/ui/Elided_Label.h"
 #include "catalogue/ui/Picture_List_Grid.h"
 
 Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
@@ -124,16 +125,15 @@ QWidget* Halvine_Window::Make_Status_Frame()
     auto* layout = new QHBoxLayout(status_frame_);
     layout->setContentsMargins(6, 2, 6, 2);
     layout->setSpacing(12);
-    const auto add_label = [&](QLabel*& label, const char* name, int stretch) {
-        label = new QLabel;
+    const auto add_label = [&](QLabel*& label, const char* name, QLabel* made, int stretch) {
+        label = made;
         label->setObjectName(QLatin1String(name));
         label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(40);
         layout->addWidget(label, stretch);
     };
-    add_label(file_status_, "File_Status_Label", 0);
-    add_label(picture_status_, "Picture_Status_Label", 0);
-    add_label(current_label_, "Current_Picture_Label", 1);
+    add_label(file_status_, "File_Status_Label", new QLabel, 0);
+    add_label(picture_status_, "Picture_Status_Label", new QLabel, 0);
+    add_label(current_label_, "Current_Picture_Label", new Elided_Label, 1); // a name may be long
     progress_frame_ = new QWidget;
     progress_frame_->setObjectName(QStringLiteral("Pick_Progress_Frame"));
     auto* progress = new QHBoxLayout(progress_frame_);
@@ -148,7 +148,7 @@ QWidget* Halvine_Window::Make_Status_Frame()
     progress->addWidget(progress_label_);
     progress_frame_->hide();
     layout->addWidget(progress_frame_);
-    add_label(design_size_, "Design_Size_Label", 0);
+    add_label(design_size_, "Design_Size_Label", new QLabel, 0);
     design_size_->setToolTip(tr("Size of the window; double-click for the standard size"));
     design_size_->installEventFilter(this);
     auto* help = new QPushButton(tr("Help"));

@@ -67,6 +67,8 @@ void Halvine_Window::Show_Pick_Progress(const QString& label, int done, int tota
     progress_bar_->setRange(0, total);
     progress_bar_->setValue(done);
     progress_label_->setText(label);
+    const Catalogue_State& state = parts_.form.State();
+    picture_status_->setText(Picture_Status_Text(state.pictures.Count(), state.selection.Count()));
 }
 
 void Halvine_Window::End_Pick_Progress()

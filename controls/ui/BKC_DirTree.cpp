@@ -141,6 +141,15 @@ void BKC_DirTree::Disk_Changed()
     }
 }
 
+// The chosen folder stays on view when the tree gets smaller.
+void BKC_DirTree::resizeEvent(QResizeEvent* event)
+{
+    const QRect place = visualRect(currentIndex());
+    const bool was_on_view = place.isValid() && place.bottom() < event->oldSize().height() && place.top() >= 0;
+    QTreeView::resizeEvent(event);
+    if (was_on_view) scrollTo(currentIndex());
+}
+
 void BKC_DirTree::mouseReleaseEvent(QMouseEvent* event)
 {
     QTreeView::mouseReleaseEvent(event);

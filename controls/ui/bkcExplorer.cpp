@@ -75,6 +75,7 @@ void bkcExplorer::Connect_Grid()
     for (const auto property : {Grid_Property::RowHeadings, Grid_Property::HorzLines, Grid_Property::VertLines})
         content.Set(property, false);
     grid_->setAccessibleName(tr("Files"));
+    grid_->setTextElideMode(Qt::ElideMiddle); // names often differ at their ends
     grid_->Drag_Data = [this] {
         auto* payload = new QMimeData; // owned by the drag
         payload->setData(QStringLiteral("text/uri-list"), Uri_List_Of(Selected_Files()));

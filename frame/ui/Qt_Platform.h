@@ -1,7 +1,7 @@
 #pragma once
 
-#include "frame/Qt_Settings.h"
 #include "frame/ui/Qt_Dialogs.h"
+#include "frame/Qt_Settings.h"
 
 #include <QtCore/QTimer>
 

@@ -2,8 +2,9 @@
 
 namespace {
 
-constexpr int Design_Width = 760;
+constexpr int Design_Width = 820;
 constexpr int Design_Height = 520;
+constexpr int Pane_Width = 250;
 constexpr Stored_Color Fault_Text = 0x2020C0; // red, 0x00BBGGRR
 
 } // namespace
@@ -30,6 +31,7 @@ Rename_Describe_Form::Rename_Describe_Form(Halvine_Form& catalogue, With_Picture
         splitter->setStretchFactor(0, 3);
         splitter->setStretchFactor(1, 1);
         splitter->setChildrenCollapsible(false);
+        splitter->setSizes({Design_Width - Pane_Width, Pane_Width});
         middle = splitter;
         connect(grid_, &bkcGrid::ActiveChange, this, [this](int, int row) {
             const int stored = grid_->Content().Stored_Row(row);
@@ -77,6 +79,7 @@ void Rename_Describe_Form::Set_Columns(std::initializer_list<Column> columns)
         content.Change_Column(++number, [&](Grid_Column_Record& column) {
             column.header_text = made.title;
             column.width_proportional = made.share;
+            if (made.share == 0) column.width = 0;
             column.allow_update = made.editable;
             column.data_type = int(Grid_Data_Type::String);
         });

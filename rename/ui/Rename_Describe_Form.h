@@ -28,7 +28,7 @@ protected:
 
     struct Column {
         QString title;
-        int share; ///< of the width
+        int share; ///< of the width; 0 is hidden
         bool editable;
     };
     void Set_Columns(std::initializer_list<Column> columns);

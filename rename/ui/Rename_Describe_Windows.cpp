@@ -17,10 +17,19 @@ QWidget* Owner()
                                                         : QApplication::activeWindow();
 }
 
+/// A command is running, but who types sees no hourglass.
+void Run_Form(Rename_Describe_Form& form, Shell& shell)
+{
+    const bool is_busy = QGuiApplication::overrideCursor() != nullptr;
+    if (is_busy) shell.Show_Busy_Pointer(false);
+    form.exec();
+    if (is_busy) shell.Show_Busy_Pointer(true);
+}
+
 } // namespace
 
 Rename_Describe_Windows::Rename_Describe_Windows(Halvine_Form& catalogue, Program_State& state)
-    : Show_Form([](Rename_Describe_Form& form) { form.exec(); }),
+    : Show_Form([this](Rename_Describe_Form& form) { Run_Form(form, catalogue_.State().platform.shell); }),
       catalogue_(catalogue),
       state_(state),
       host_(catalogue.State().platform)

@@ -1,5 +1,6 @@
 #include "rename/ui/Rename_Form.h"
 
+#include "rename/Rename_Rows.h"
 #include "rename/ui/Rename_Describe_Windows.h"
 
 #include <QtCore/QSignalBlocker>
@@ -47,14 +48,7 @@ Rename_Form::Rename_Form(Rename_Describe_Windows& windows, const QString& Dialog
 std::vector<Rename_Row> Rename_Form::Rows_Of(const Catalogue_State& state, const std::vector<int>& indices)
 {
     std::vector<Rename_Row> rows;
-    for (const int index : indices) {
-        const Picture_Item& item = state.pictures.Item(index);
-        rows.push_back({.folder = item.Path,
-                        .file_name = item.File_Name,
-                        .file_date = item.File_Date,
-                        .horz_pixels = item.Horz_Pixels,
-                        .vert_pixels = item.Vert_Pixels});
-    }
+    for (const int index : indices) rows.push_back(Row_Of_Picture(state.pictures.Item(index)));
     return rows;
 }
 

@@ -83,10 +83,9 @@ void Rename_Form::Make_Grid()
     Set_Columns({{tr("Current Name"), 4, false},
                  {tr("New Name"), 5, false},
                  {tr("OR User Name/Type"), 4, true},
-                 {QString(), 0, false}});
+                 {QString(), 0, false}}); // the rows' picture indices
     Set_Row_Count(int(job_.Rows().size()));
     Grid().setAccessibleName(tr("Names"));
-    Grid().setColumnHidden(3, true); // the rows' picture indices
     Grid().setItemDelegateForColumn(1, new New_Name_Delegate(Grid().Content(), this));
     for (int row = 1; row <= Grid().Content().Rows(); ++row)
         Grid().Content().Set_CellValue(1, row, job_.Rows()[std::size_t(row) - 1].file_name);

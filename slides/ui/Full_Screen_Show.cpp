@@ -80,7 +80,6 @@ bool Full_Screen_Show::Take_Key(QKeyEvent& event)
         return true;
     }
     if (event.modifiers() == Qt::AltModifier && event.key() == Qt::Key_F4) return false; // closes the window
-    Wake();
     if (const auto code = Slide_Key_Code(event)) control_(*code);
     return true;
 }
@@ -95,8 +94,10 @@ bool Full_Screen_Show::eventFilter(QObject* watched, QEvent* event)
     }
     const auto* widget = qobject_cast<QWidget*>(watched);
     const bool is_key = type == QEvent::KeyPress || type == QEvent::ShortcutOverride;
-    // A message over the show keeps its own keys.
-    if (!is_key || widget == nullptr || widget->window() != window_ || QApplication::activeModalWidget() != nullptr)
+    // A message over the show keeps its own keys, and so does the control window.
+    if (!is_key || widget == nullptr || QApplication::activeModalWidget() != nullptr)
         return QObject::eventFilter(watched, event);
+    if (type == QEvent::KeyPress && (widget->window() == window_ || widget->window() == control_window_)) Wake();
+    if (widget->window() != window_) return QObject::eventFilter(watched, event);
     return Take_Key(*static_cast<QKeyEvent*>(event)) || QObject::eventFilter(watched, event);
 }

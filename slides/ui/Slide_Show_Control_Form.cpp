@@ -156,6 +156,7 @@ void Slide_Show_Control_Form::Set_Playing(bool playing)
 
 void Slide_Show_Control_Form::Form_Erase()
 {
+    if (isActiveWindow() && parentWidget() != nullptr) parentWidget()->activateWindow(); // gives the keyboard back
     hide();
 }
 

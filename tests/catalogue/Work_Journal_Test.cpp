@@ -180,7 +180,7 @@ TEST_F(Keeping_Work, The_Next_Start_Offers_It_And_Gives_It_Back)
     Start_Again(Message_Answer::Yes);
     ASSERT_EQ(1U, next.platform.dialogs.asked.size());
     const Message& question = next.platform.dialogs.asked[0];
-    EXPECT_EQ("Halvine was not closed properly. The list of 2 pictures was kept"
+    EXPECT_EQ("Halvine was not closed properly. The list of 2 pictures was kept, among them:"
               "\r\n1 with a script not saved\r\n1 with a description not saved\r\n1 with a rotation or flip not saved"
               "\r\n1 with a slide time not saved\r\n\r\nDo you wish to restore it?\r\n"
               "'No' discards it, 'Cancel' asks again at the next start.",

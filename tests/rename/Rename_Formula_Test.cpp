@@ -1,4 +1,4 @@
-#include "rename/Rename_Formula.h"
+#include "rename/Rename_Rows.h"
 
 #include "evaluate/System_Host.h"
 #include "frame/Program_State.h"
@@ -22,7 +22,7 @@ protected:
     {
         return Caption_Of(
             host, {.name = Q("f"), .text = Q(text)},
-            {.folder = Q("/home/anna/"), .root = Q("sea"), .extension = Q(".jpg"), .date = 46095.5, .description = {}});
+            {.folder = Q("/home/anna/"), .root = Q("sea"), .extension = Q("jpg"), .date = 46095.5, .description = {}});
     }
     Formula::System_Host host;
 };
@@ -66,10 +66,24 @@ TEST_F(Rename_Formula_Test, A_Typed_Formula_May_Not_Open_Dialogs_And_A_Foreign_O
 
 TEST_F(Rename_Formula_Test, Captions_Come_From_The_Five_Facts)
 {
-    EXPECT_EQ(Caption_With("FilePath & FileName & FileExt").text, "/home/anna/sea.jpg");
+    EXPECT_EQ(Caption_With("FilePath & FileName & FileExt").text, "/home/anna/seajpg");
     EXPECT_EQ(Caption_With("FileName & \" (\" & Format(FileDate, \"mmm d, yyyy\")  & \")\"").text,
               "sea (Mar 14, 2026)");
     EXPECT_EQ(Caption_With("1 + 1").text, "2");
+}
+
+TEST_F(Rename_Formula_Test, A_Caption_Has_The_Facts_Of_The_Record)
+{
+    Picture_Item item;
+    item.Path = Q("/home/anna/");
+    item.File_Name = Q("the.sea.jpg");
+    item.File_Date = 46095.5;
+    item.Description = Q("waves");
+    const Caption_Facts facts = Caption_Facts_Of(item);
+    const Chosen_Formula formula{
+        .name = Q("f"),
+        .text = Q("FilePath & \"|\" & FileName & \"|\" & FileExt & \"|\" & Year(FileDate) & \"|\" & FileDescr")};
+    EXPECT_EQ(Caption_Of(host, formula, facts).text, "/home/anna/|the.sea|jpg|2026|waves");
 }
 
 TEST_F(Rename_Formula_Test, The_Description_Of_A_Picture_Without_One_Is_An_Empty_Caption)

@@ -365,6 +365,9 @@ TEST(Changed_Part, Is_What_Stands_Between_The_Common_Ends)
     EXPECT_EQ(Changed_Part_Of("aa.jpg", "aaa.jpg"), (Changed_Part{2, 1}));
     EXPECT_EQ(Changed_Part_Of("aaa.jpg", "aa.jpg"), (Changed_Part{2, 0}));
     EXPECT_EQ(Changed_Part_Of("", "x"), (Changed_Part{0, 1}));
+    EXPECT_EQ(Changed_Part_Of("a19.jpg", "a10.jpg"), (Changed_Part{1, 2})) << "a number is one";
+    EXPECT_EQ(Changed_Part_Of("DSC_0445.jpg", "Lake05.jpg"), (Changed_Part{0, 6}));
+    EXPECT_EQ(Changed_Part_Of("a19.jpg", "a9.jpg"), (Changed_Part{1, 0})) << "nothing is new";
 }
 
 /// Names and inputs out of few letters, so that matches, collisions and strange places are common.

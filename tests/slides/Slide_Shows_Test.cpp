@@ -307,4 +307,16 @@ TEST_F(Slide_Shows_Test, A_Script_That_Would_Be_Lost_Is_Asked_About)
     ASSERT_TRUE(shows.Open_Slide_Show(file, true, true)) << "appending loses nothing";
 }
 
+TEST_F(Slide_Shows_Test, Pictures_In_Use_Are_Not_Replaced)
+{
+    Pick_New(Q("a.jpg"));
+    Make(Q("b.jpg"));
+    const QString file = Put("m.hvs", "PIC,'.\\b.jpg';");
+    Nth(1).Lock_Flags = Hard_Lock_Mask;
+    EXPECT_FALSE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_TRUE(Last_Message().startsWith(Q("Some or all of the pictures that would be discarded are in use.")));
+    ASSERT_TRUE(shows.Open_Slide_Show(file, true, true));
+    EXPECT_EQ(Count(), 2);
+}
+
 } // namespace

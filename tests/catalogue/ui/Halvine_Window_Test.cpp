@@ -123,6 +123,7 @@ TEST_F(Window_Test, A_Close_During_A_Pick_Is_Refused_And_Stop_Ends_The_Pick)
         QApplication::processEvents();
         if (call == 1) {
             EXPECT_TRUE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
+            EXPECT_NE("0 pictures", Part<QLabel>("Picture_Status_Label")->text().toStdString());
             EXPECT_FALSE(window->close());
         }
         if (call == 2) window->Commands().Press_Panel(Stop_Pick_Button, 1, 0);

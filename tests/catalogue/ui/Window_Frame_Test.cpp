@@ -188,4 +188,46 @@ TEST_F(Window_Frame, A_Missing_Slide_Show_Leaves_An_Empty_Window)
     EXPECT_EQ(0, form.State().pictures.Count());
 }
 
+TEST_F(Window_Frame, A_Long_Name_Leaves_Room_For_The_Other_Texts_Of_The_Status_Line)
+{
+    Make_Pictures(1);
+    const QString long_name = QString(240, 'n') + ".jpg";
+    ASSERT_TRUE(QFile::rename(Path(1), QString::fromStdString(folder.Path()) + '/' + long_name));
+    Open();
+    window->resize(800, 600);
+    window->Commands().Run({Menu::File, 101});
+    Click(1);
+    QApplication::processEvents();
+    auto* current = Part<QLabel>("Current_Picture_Label");
+    EXPECT_TRUE(current->text().contains(long_name));
+    EXPECT_LT(current->width(), 600);
+    EXPECT_EQ(QSize(800, 600), window->size());
+    for (const char* name : {"File_Status_Label", "Picture_Status_Label", "Design_Size_Label"})
+        EXPECT_GE(Part<QLabel>(name)->width(), Part<QLabel>(name)->sizeHint().width()) << name;
+    QHelpEvent help(QEvent::ToolTip, {5, 5}, current->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(current, &help);
+    EXPECT_TRUE(QToolTip::text().contains(long_name));
+    QToolTip::hideText();
+}
+
+struct Plain_Framed_Window : QWidget {
+    explicit Plain_Framed_Window(QStringList& log) : frame(*this, nullptr, {}), calls(log) { resize(100, 100); }
+    void hideEvent(QHideEvent*) override { calls << "close plain"; }
+    Form_Frame frame;
+    QStringList& calls;
+};
+
+TEST_F(Window_Frame, Windows_That_Have_Nothing_To_Ask_Go_Too)
+{
+    Make_Pictures(1);
+    Open();
+    QStringList calls;
+    Other_Window first("first", calls);
+    Plain_Framed_Window second(calls);
+    first.show();
+    second.show();
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ("ask first|close plain|close first", calls.join('|').toStdString());
+}
+
 } // namespace

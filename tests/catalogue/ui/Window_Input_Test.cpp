@@ -264,4 +264,21 @@ TEST_F(Window_Input, The_Panels_Buttons_Are_Reached_By_Tab_And_Pressed_By_Space)
     EXPECT_EQ(3, form.State().pictures.Count());
 }
 
+TEST_F(Window_Input, The_Picture_List_Sorts_By_Its_Headings_And_Selects_The_Right_Pictures)
+{
+    Open_And_Pick(3);
+    window->Commands().Run({Menu::Options, 401});
+    auto* list = Part<bkcGrid>("Picture_List_bkcGrid");
+    QHeaderView* header = list->horizontalHeader();
+    const QPoint name(header->sectionViewportPosition(1) + 20, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, name);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, name);
+    EXPECT_EQ("03.jpg", list->Content().CellText(2, 1).toStdString());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(0, 1)).center());
+    EXPECT_EQ(std::vector{3}, Selected());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(2, 1)).center());
+    EXPECT_FALSE(window->Shows_Picture_List());
+    EXPECT_EQ(1, Current());
+}
+
 } // namespace
