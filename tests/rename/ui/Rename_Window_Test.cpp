@@ -340,6 +340,24 @@ TEST_F(Rename_Window_Test, None_Cannot_Be_Edited)
     EXPECT_EQ(program.Rename_Patterns.Count(), 0) << "the empty row is no entry";
 }
 
+TEST_F(Rename_Window_Test, A_New_Entry_Is_Typed_With_Tab_Between_Its_Cells)
+{
+    user = [&] {
+        QTest::keyClicks(&Grid(), Q("Dash"));
+        auto* editor = Grid().findChild<QLineEdit*>();
+        ASSERT_TRUE(Grid().EditCellActive());
+        QTest::keyClick(editor, Qt::Key_Tab);
+        EXPECT_EQ(Grid().Content().ActiveColumn(), 2);
+        EXPECT_EQ(Grid().Content().ActiveRow(), 2);
+        QTest::keyClicks(QApplication::focusWidget(), Q("*-"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        Execute();
+    };
+    windows.Rename_Pattern_Dialog();
+    ASSERT_EQ(program.Rename_Patterns.Count(), 1);
+    EXPECT_EQ(program.Rename_Patterns[1], (Name_Value_Pair{Q("Dash"), Q("*-")}));
+}
+
 TEST_F(Rename_Window_Test, Closing_A_List_Without_Done_Keeps_It)
 {
     user = [&] {
