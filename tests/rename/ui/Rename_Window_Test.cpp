@@ -343,10 +343,10 @@ TEST_F(Rename_Window_Test, None_Cannot_Be_Edited)
 TEST_F(Rename_Window_Test, A_New_Entry_Is_Typed_With_Tab_Between_Its_Cells)
 {
     user = [&] {
-        QTest::keyClicks(&Grid(), Q("Dash"));
-        auto* editor = Grid().findChild<QLineEdit*>();
+        QTest::keyClick(&Grid(), 'D');
         ASSERT_TRUE(Grid().EditCellActive());
-        QTest::keyClick(editor, Qt::Key_Tab);
+        QTest::keyClicks(QApplication::focusWidget(), Q("ash"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         EXPECT_EQ(Grid().Content().ActiveColumn(), 2);
         EXPECT_EQ(Grid().Content().ActiveRow(), 2);
         QTest::keyClicks(QApplication::focusWidget(), Q("*-"));
