@@ -1,4 +1,5 @@
 #include "bench/Window_Bench.h"
+#include "bkimgutl/core/Pixel_Memory.h"
 
 #include <QtTest/QtTest>
 #include <cstdio>
@@ -8,7 +9,9 @@
 // how much memory it takes. The pictures are one small file under as many names, large enough that their thumbnails together
 // are beyond the budget.
 //
-// catalogue_bench [PICTURES]   100000
+// catalogue_bench [PICTURES] [WIDTH]
+//   PICTURES  100000
+//   WIDTH     1024 pixels, of the small file
 
 namespace {
 
@@ -64,7 +67,8 @@ int main(int count, char** words)
     const int pictures = count > 1 ? std::max(1, std::atoi(words[1])) : 100'000;
     const Bench_Folder folder;
     const QString photograph = folder.File(QStringLiteral("photograph.jpg"));
-    Write_Photograph(photograph, 1024, 683);
+    const int width = count > 2 ? std::max(3, std::atoi(words[2])) : 1024;
+    Write_Photograph(photograph, width, width * 2 / 3);
     const QStringList paths = Numbered_Copies(photograph, folder.File(QStringLiteral("pictures")), pictures, true);
     QDir().mkpath(folder.File(QStringLiteral("empty")));
     Bench_Window window(folder.File(QStringLiteral("empty")));
@@ -79,7 +83,11 @@ int main(int count, char** words)
         took = Now_Milliseconds() - start;
     });
     std::printf("| the pick | %.1f s |\n| longest pause during the pick | %.0f ms |\n", took / 1000, pause);
-    std::printf("| memory before, and after | %.0f, %.0f MiB |\n", before, Resident_Mebibytes());
+    const double after = Resident_Mebibytes();
+    const double thumbnails = double(Current_Pixel_Memory_Use().live_bytes) / 1048576;
+    std::printf("| memory before, and after | %.0f, %.0f MiB |\n", before, after);
+    std::printf("| thumbnails in it | %.0f MiB |\n", thumbnails);
+    std::printf("| the rest, for each record | %.2f KiB |\n", (after - before - thumbnails) * 1024 / pictures);
     for (const Action& action : Actions(window)) {
         std::printf("| %s: longest pause | %.0f ms |\n", action.name, heartbeat.Longest_Pause(action.run));
         std::fflush(stdout);

@@ -1,6 +1,7 @@
 // The formula language beside Lua 5.4 in one run: the same loops, calls and texts, and the rename formula by itself.
-//   formula_bench [repeats]
-// Each line: what, our time, Lua's time, their ratio. The best of the repeats counts.
+//   formula_bench [repeats [part of a name]]
+// Each line: what, our time, Lua's time, their ratio. The best of the repeats counts. With a part of a name only the loops
+// and calls with it in their names are run.
 
 #include "evaluate/System_Host.h"
 #include "evaluate/bkcEvaluate.h"
@@ -8,6 +9,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <lua.hpp>
 
 using namespace Formula;
@@ -103,7 +105,9 @@ void Run_Compile(int repeats)
 int main(int argc, char** argv)
 {
     const int repeats = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
-    for (const Pair& pair : Pairs) Run_Pair(pair, repeats);
+    for (const Pair& pair : Pairs)
+        if (argc < 3 || std::strstr(pair.name, argv[2]) != nullptr) Run_Pair(pair, repeats);
+    if (argc > 2) return 0;
     Run_Rename_Formula(repeats);
     Run_Compile(repeats);
 }

@@ -9,16 +9,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <hwy/highway.h>
 #include <malloc.h>
+#include <oneapi/tbb/global_control.h>
 #include <opencv2/core/utility.hpp>
 #include <random>
 #include <string_view>
 #include <vips/vips.h>
 
-// bkimgutl_bench [--only TEXT] [--rounds N]
+// bkimgutl_bench [--only TEXT] [--rounds N] [--target NAME]
 // bkimgutl_bench --pictures FOLDER
 //   --only      operations whose name holds TEXT
 //   --rounds    at least 7, also the default
+//   --target    the best instructions that ours may use, such as AVX2; the peers choose for themselves
 //   --pictures  measures nothing, but writes 24.jpg and 100.jpg, of so many megapixels, for hv_bench.sh
 
 namespace {
@@ -91,6 +94,7 @@ Bitmap Painted(int width, int height)
 struct Options {
     std::string only;
     std::string pictures;
+    std::string target;
     int rounds = 7;
 };
 
@@ -100,9 +104,23 @@ Options Read_Options(int count, char** words)
     for (int i = 1; i + 1 < count; i += 2) {
         if (std::string_view(words[i]) == "--only") options.only = words[i + 1];
         if (std::string_view(words[i]) == "--pictures") options.pictures = words[i + 1];
+        if (std::string_view(words[i]) == "--target") options.target = words[i + 1];
         if (std::string_view(words[i]) == "--rounds") options.rounds = std::max(7, std::atoi(words[i + 1]));
     }
     return options;
+}
+
+/// False where the processor has no such instructions.
+bool Limit_Target(const std::string& name)
+{
+    const auto supported = hwy::SupportedTargets();
+    for (auto rest = supported; rest != 0; rest &= rest - 1) {
+        const auto target = rest & -rest; // better ones have lower bits
+        if (name != hwy::TargetName(target)) continue;
+        hwy::SetSupportedTargetsForTest(supported & -target);
+        return true;
+    }
+    return false;
 }
 
 bool Write_Picture(int width, int height, const std::string& path)
@@ -243,7 +261,12 @@ int main(int count, char** words)
     vips_concurrency_set(threads);
     vips_cache_set_max(0);
     cv::setNumThreads(threads);
+    const oneapi::tbb::global_control limit(oneapi::tbb::global_control::max_allowed_parallelism, threads);
     const Options options = Read_Options(count, words);
+    if (!options.target.empty() && !Limit_Target(options.target)) {
+        std::fprintf(stderr, "no target %s here\n", options.target.c_str());
+        return 1;
+    }
     if (!options.pictures.empty()) {
         const bool written = Write_Picture(6000, 4000, options.pictures + "/24.jpg") &&
                              Write_Picture(12000, 8334, options.pictures + "/100.jpg");

@@ -1,7 +1,7 @@
 #pragma once
 
 // The pixel library: everything that touches pixels, picture files in and out. Free of Qt; called from one thread, uses
-// all cores inside a call.
+// all cores inside a call. Only Load_Ahead goes on between calls.
 
 #include "bkimgutl/contract/Creation.h"
 #include "bkimgutl/contract/Files.h"

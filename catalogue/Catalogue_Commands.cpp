@@ -128,8 +128,9 @@ void Catalogue_Commands::Press_Panel(int button_id, int button, int shift)
 
 void Catalogue_Commands::Pick_Paths(const QStringList& paths, bool append, bool refresh_selection)
 {
-    std::vector<File_Entry> entries;
-    for (const QString& path : paths) entries.push_back(Entry_Of_File(path));
+    // Dates and sizes come with the reading: asking each of a hundred thousand files for them takes a third of a second.
+    std::vector<File_Entry> entries(std::size_t(paths.size()));
+    std::transform(paths.begin(), paths.end(), entries.begin(), [](const QString& path) { return File_Entry{path}; });
     form_.Picking().Pick_Selected(entries, append, refresh_selection);
     if (picked_from_ && !paths.isEmpty()) picked_from_(Folder_Part(paths.front()));
 }
@@ -288,7 +289,11 @@ void Catalogue_Commands::Camera_Information()
     if (item == nullptr) return;
     const auto record = Camera_Record_Of_File(item->Full_Name(), item->File_Type);
     const QString report = record ? Camera_Report(*record) : QString();
-    Dialogs().Show_Text(Camera_Information_Caption, report.isEmpty() ? No_Camera_Information : report);
+    if (report.isEmpty())
+        Dialogs().Ask(
+            {.text = No_Camera_Information, .icon = Message_Icon::Information, .title = Camera_Information_Caption});
+    else
+        Dialogs().Show_Text(Camera_Information_Caption, report);
 }
 
 void Catalogue_Commands::Thumbnail_List()

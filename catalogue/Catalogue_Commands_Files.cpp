@@ -36,7 +36,8 @@ void Catalogue_Commands::Rename_Pane_Folder(const QString& folder)
     if (!renamed) return;
     form_.Refresh_Folder_Tree(Folder_Part(*renamed));
     const QString old_path = With_Trailing_Separator(folder);
-    if (pane.startsWith(old_path)) host_.Go_To_Folder(With_Trailing_Separator(*renamed) + pane.mid(old_path.size()));
+    if (pane.startsWith(old_path))
+        host_.Go_To_Folder(Without_Trailing_Separator(With_Trailing_Separator(*renamed) + pane.mid(old_path.size())));
     host_.Show_File_Changes();
 }
 

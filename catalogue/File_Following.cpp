@@ -1,5 +1,6 @@
 #include "catalogue/File_Following.h"
 
+#include "bkimgutl/contract/Load_Ahead.h"
 #include "catalogue/Picture_Locks.h"
 #include "frame/text/Path_Utilities.h"
 

@@ -39,17 +39,21 @@ void Pick_Loop::Add_Picture_By_File_Name(const QString& File_Name)
     Pick_Files(entry, true, false);
 }
 
+bool Pick_Loop::May_Replace_All() const
+{
+    for (int index = 1; index <= state_.pictures.Count(); ++index) {
+        if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
+        state_.platform.dialogs.Refuse(
+            QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
+                           "Use Pick/Append Selected to add selected pictures to thumbnail."));
+        return false;
+    }
+    return true;
+}
+
 void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
 {
-    if (!Append) {
-        for (int index = 1; index <= state_.pictures.Count(); ++index) {
-            if (!Is_Locked(state_.pictures.Item(index).Lock_Flags)) continue;
-            state_.platform.dialogs.Refuse(
-                QStringLiteral("Some or all of the pictures that would be discarded are in use.\r\n"
-                               "Use Pick/Append Selected to add selected pictures to thumbnail."));
-            return;
-        }
-    }
+    if (!Append && !May_Replace_All()) return;
     if (File_Entries.empty()) return;
     if (!Append && (!state_.slide_show->Confirm_Abandon() || !Confirm_Abandon_Scripts(state_, true) ||
                     !Confirm_Abandon_Descriptions(state_, true)))
@@ -69,7 +73,8 @@ void Pick_Loop::Begin(Run& run)
     state_.view->Show_Current_Picture();
     if (!run.append) {
         state_.selection.Clear();
-        state_.pictures.Clear();
+        state_.pictures.Remove_All();
+        Free_Removed_Records();
         state_.view->Set_Top_Row(0);
     }
     state_.pictures.Reserve(int(run.entries.size()));
@@ -81,11 +86,13 @@ std::optional<Picture_Item> Pick_Loop::Record_Of(const File_Entry& entry, Pictur
     Picture_Item item;
     item.Path = Folder_Part(entry.Path_Name);
     item.File_Name = Name_Part(entry.Path_Name);
-    item.File_Date = Normalize_Date(entry.File_Date, true);
-    item.File_Size_KB = entry.File_Size_KB;
     item.Rotate = entry.Rotate;
     item.Interval_In_Seconds = entry.Interval;
     if (!pictures_.Take_Contents(item, std::move(contents))) return std::nullopt;
+    if (entry.File_Date != 0) {
+        item.File_Date = Normalize_Date(entry.File_Date, true);
+        item.File_Size_KB = entry.File_Size_KB;
+    }
     return item;
 }
 
@@ -203,6 +210,7 @@ void Pick_Loop::Remove_Pictures(std::span<const int> indices)
     for (const int index : indices)
         if (state_.pictures.Is_Index(index)) state_.selection.Forget_Key(state_.pictures.Item(index).Picture_Key);
     state_.pictures.Remove(indices);
+    Free_Removed_Records();
     if (state_.current_picture_key != 0 && state_.pictures.Find(state_.current_picture_key) == nullptr) {
         pictures_.Drop_Current_Picture();
         state_.view->Show_Current_Picture();
@@ -211,4 +219,20 @@ void Pick_Loop::Remove_Pictures(std::span<const int> indices)
     state_.view->Draw_All_Thumbnails();
     state_.view->Update_Scroll_Range();
     state_.view->Update_Status();
+}
+
+/// A large number of them a little at a time, between events.
+void Pick_Loop::Free_Removed_Records()
+{
+    if (!state_.pictures.Has_Removed_Records()) return;
+    if (!state_.platform.make_timer) {
+        while (state_.pictures.Has_Removed_Records()) state_.pictures.Free_Some();
+        return;
+    }
+    if (!freeing_)
+        freeing_ = state_.platform.make_timer([this] {
+            state_.pictures.Free_Some();
+            if (!state_.pictures.Has_Removed_Records()) freeing_->Stop();
+        });
+    freeing_->Start(0);
 }

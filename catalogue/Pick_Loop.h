@@ -20,6 +20,9 @@ public:
     void Pick_Files(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
     void Add_Picture_By_File_Name(const QString& File_Name);
 
+    /// False, after a message, while a window works on one of the pictures.
+    bool May_Replace_All() const;
+
     /// The command: refuses while pictures that would be discarded are in use, asks about unsaved changes, then picks.
     void Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
 
@@ -45,10 +48,12 @@ private:
     bool Is_Late(const Run& run) const;
     void Yield(Run& run);
     void Discard(bool all);
+    void Free_Removed_Records();
     std::optional<Picture_Item> Record_Of(const File_Entry& entry, Picture_Contents contents) const;
 
     Catalogue_State& state_;
     Picture_Pictures& pictures_;
+    std::unique_ptr<Repeating_Timer> freeing_; // on as long as there are removed records to free
     bool in_progress_ = false;
     bool stop_requested_ = false;
 };

@@ -3,10 +3,13 @@
 #include "frame/text/Text_Utilities.h"
 
 #include <algorithm>
+#include <iterator>
 
 int Picture_List::Index_From_Key(int key) const
 {
-    return index_by_key_.value(key, -1);
+    const bool was_given = key > 0 && std::size_t(key) < index_by_key_.size();
+    const int index = was_given ? index_by_key_[std::size_t(key)] : 0;
+    return index > 0 ? index : -1;
 }
 
 Picture_Item* Picture_List::Find(int key)
@@ -41,31 +44,65 @@ std::vector<int> Picture_List::Indices_From_Name(const QString& full_name) const
 
 int Picture_List::Append(Picture_Item item)
 {
+    const auto key = std::size_t(item.Picture_Key);
     items_.push_back(std::make_unique<Picture_Item>(std::move(item)));
-    index_by_key_.insert(items_.back()->Picture_Key, Count());
+    if (index_by_key_.size() <= key) index_by_key_.resize(key + 1, 0);
+    index_by_key_[key] = Count();
     Learn_Name(*items_.back());
     return Count();
 }
 
 void Picture_List::Remove(std::span<const int> indices)
 {
+    if (Are_All(indices)) return Remove_All(); // nobody needs to be looked up one by one
     int first = Count() + 1;
     for (const int index : indices) {
         if (!Is_Index(index) || !items_[std::size_t(index) - 1]) continue;
         Forget_Name(Item(index));
-        index_by_key_.remove(Item(index).Picture_Key);
-        items_[std::size_t(index) - 1].reset();
+        index_by_key_[std::size_t(Item(index).Picture_Key)] = 0;
+        removed_.push_back(std::move(items_[std::size_t(index) - 1]));
         first = std::min(first, index);
     }
     std::erase_if(items_, [](const auto& item) { return !item; });
     Number_From(first);
+    Free_Some();
+}
+
+void Picture_List::Remove_All()
+{
+    std::fill(index_by_key_.begin(), index_by_key_.end(), 0);
+    std::move(items_.begin(), items_.end(), std::back_inserter(removed_));
+    items_.clear();
+    while (!removed_names_.isEmpty()) Free_Some(); // of an earlier time, which nobody has freed yet
+    removed_names_.swap(keys_by_name_);
+    Free_Some();
+}
+
+void Picture_List::Free_Some()
+{
+    const auto count = std::min(removed_.size(), std::size_t(Most_Freed_At_Once));
+    removed_.resize(removed_.size() - count);
+    if (removed_names_.size() <= Most_Freed_At_Once) {
+        removed_names_ = {};
+        return;
+    }
+    auto name = removed_names_.cbegin();
+    for (int i = 0; i < Most_Freed_At_Once; ++i) name = removed_names_.erase(name);
+}
+
+bool Picture_List::Are_All(std::span<const int> indices) const
+{
+    std::vector<bool> named(items_.size(), false);
+    for (const int index : indices)
+        if (Is_Index(index)) named[std::size_t(index) - 1] = true;
+    return std::find(named.begin(), named.end(), false) == named.end();
 }
 
 void Picture_List::Clear()
 {
-    items_.clear();
-    index_by_key_.clear();
-    keys_by_name_.clear();
+    Remove_All();
+    removed_.clear();
+    removed_names_ = {};
 }
 
 void Picture_List::Set_Name(int index, const QString& path, const QString& file_name)
@@ -79,7 +116,8 @@ void Picture_List::Set_Name(int index, const QString& path, const QString& file_
 
 void Picture_List::Number_From(int first_index)
 {
-    for (int index = first_index; index <= Count(); ++index) index_by_key_[Item(index).Picture_Key] = index;
+    for (int index = first_index; index <= Count(); ++index)
+        index_by_key_[std::size_t(Item(index).Picture_Key)] = index;
 }
 
 void Picture_List::Forget_Name(const Picture_Item& item)

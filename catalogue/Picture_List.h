@@ -44,19 +44,31 @@ public:
     /// The record is complete and becomes the last of the list; returns its index. Its key must be the newest.
     int Append(Picture_Item item);
 
-    /// The records of these indices end; the others move up and keep their order.
+    /// The records of these indices end; the others move up and keep their order. Freeing the memory of a hundred thousand
+    /// records takes a third of a second: beyond Most_Freed_At_Once they only leave the list, and Free_Some goes on.
     void Remove(std::span<const int> indices);
+    void Remove_All();
+    bool Has_Removed_Records() const { return !removed_.empty() || !removed_names_.isEmpty(); }
+    void Free_Some();
+
+    /// Removes and frees all.
     void Clear();
+
+    static constexpr int Most_Freed_At_Once = 2000;
 
     void Set_Name(int index, const QString& path, const QString& file_name);
 
 private:
+    bool Are_All(std::span<const int> indices) const;
     void Number_From(int first_index);
     void Forget_Name(const Picture_Item& item);
     void Learn_Name(const Picture_Item& item);
 
+    using Names = QHash<QString, std::vector<int>>;
     std::vector<std::unique_ptr<Picture_Item>> items_;
-    QHash<int, int> index_by_key_;
-    QHash<QString, std::vector<int>> keys_by_name_; // folded full name; keys grow, and so do their indices
+    std::vector<int> index_by_key_; // 0 for keys that are listed no more
+    Names keys_by_name_;            // folded full name; keys grow, and so do their indices
+    std::vector<std::unique_ptr<Picture_Item>> removed_;
+    Names removed_names_;
     int next_key_ = 1;
 };

@@ -1,6 +1,7 @@
 #include "catalogue/Picture_Pictures.h"
 
 #include "catalogue/Camera_Information.h"
+#include "frame/text/Date_Utilities.h"
 #include "frame/text/Text_Utilities.h"
 #include "imaging/Script_Interpreter.h"
 
@@ -54,6 +55,30 @@ void Take_Script(Picture_Item& item, const Picture_Contents& contents)
         item.Script_Fault = Script_Status_Text(Parse_Script_Items(Text_Of(contents.script), item.Script_Items));
 }
 
+void Take_Facts(Picture_Item& item, const Picture_Contents& contents)
+{
+    item.File_Type = contents.type;
+    item.Horz_Pixels = contents.width;
+    item.Vert_Pixels = contents.height;
+    item.Pixel_Depth = contents.pixel_depth;
+    item.Horz_Resolution = contents.horizontal_dpi;
+    item.Vert_Resolution = contents.vertical_dpi;
+    item.Description = Text_Of(contents.comment);
+    item.Description_Modified = false;
+    Take_Script(item, contents);
+    const auto camera = Parse_Camera_Record(contents.exif);
+    item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
+    item.Identity = contents.identity;
+    const auto modified = QDateTime::fromMSecsSinceEpoch(contents.identity.modified_nanoseconds / 1'000'000);
+    item.File_Date = Normalize_Date(Date_From_Date_Time(modified), true);
+    item.File_Size_KB = Size_In_KB(contents.identity.size);
+}
+
+void Note_Warnings(Picture_Item& item, Bitmap_Handle full_size)
+{
+    item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(full_size);
+}
+
 } // namespace
 
 Bitmap_Handle Picture_Pictures::Load(Picture_Item& item, int rotate_delta, int scale_divisor)
@@ -61,7 +86,7 @@ Bitmap_Handle Picture_Pictures::Load(Picture_Item& item, int rotate_delta, int s
     const int rotation = Normal_Rotation(item.Rotate + rotate_delta);
     const Bitmap_Handle bitmap =
         Load_Picture_Bitmap(item.Full_Name(), item.File_Type, scale_divisor, rotation, item.Flip);
-    if (bitmap != 0 && scale_divisor == 1) item.Source_Warnings = Get_Bitmap_Source_Warnings_CPP(bitmap);
+    if (bitmap != 0 && scale_divisor == 1) Note_Warnings(item, bitmap);
     return bitmap;
 }
 
@@ -141,19 +166,8 @@ bool Picture_Pictures::Take_Contents(Picture_Item& item, Picture_Contents conten
 {
     Give_Thumbnail(item, Owned_Bitmap(Count_Bitmap(contents.bitmap)));
     if (!contents.error.empty()) return false;
-    item.File_Type = contents.type;
     item.Scale_Divisor = contents.scale_divisor;
-    item.Horz_Pixels = contents.width;
-    item.Vert_Pixels = contents.height;
-    item.Pixel_Depth = contents.pixel_depth;
-    item.Horz_Resolution = contents.horizontal_dpi;
-    item.Vert_Resolution = contents.vertical_dpi;
-    item.Description = Text_Of(contents.comment);
-    item.Description_Modified = false;
-    Take_Script(item, contents);
-    const auto camera = Parse_Camera_Record(contents.exif);
-    item.Camera_Summary = camera ? Camera_Summary_Line(*camera) : QString();
-    item.Identity = contents.identity;
+    Take_Facts(item, contents);
     return true;
 }
 
@@ -179,7 +193,6 @@ void Picture_Pictures::Read_New_File(int index)
     item.Source_Warnings = -1;
     ::Load_Ahead file({Request_For(Entry_Of_File(item.Full_Name()))}, 0);
     (void)Take_Contents(item, file.Take()); // a file that cannot be read keeps its record, without a thumbnail
-    Read_File_Facts(item);
     state_.view->Draw_Thumbnail(index);
     Refresh_Current_Picture(item.Picture_Key);
 }
@@ -205,42 +218,16 @@ void Picture_Pictures::Set_Current_Picture(int index)
     if (state_.pictures.Is_Index(index)) {
         Picture_Item& item = state_.pictures.Item(index);
         state_.current_picture_key = item.Picture_Key;
-        state_.Current_Picture_Bitmap = Take_Ahead(item);
-        if (!state_.Current_Picture_Bitmap) state_.Current_Picture_Bitmap.Reset(Load(item, 0, 1));
+        Next_Picture::Bitmaps read = next_.Take(item);
+        state_.Current_Picture_Bitmap = std::move(read.picture);
+        current_adjusted_ = std::move(read.adjusted);
+        if (state_.Current_Picture_Bitmap)
+            Note_Warnings(item, state_.Current_Picture_Bitmap.Get());
+        else
+            state_.Current_Picture_Bitmap.Reset(Load(item, 0, 1));
     }
     state_.view->Show_Current_Picture();
     current_adjusted_.Reset();
-}
-
-Picture_Pictures::Ahead_Facts Picture_Pictures::Facts_Now(const Picture_Item& item) const
-{
-    Ahead_Facts facts{.key = item.Picture_Key, .rotate = item.Rotate, .flip = item.Flip};
-    if (const auto identity = Identity_Of(File_System_Bytes(item.Full_Name()))) facts.identity = *identity;
-    facts.script = Join_Script_Items(state_.Items_In_Force(item));
-    return facts;
-}
-
-void Picture_Pictures::Load_Ahead(int key)
-{
-    Picture_Item* item = state_.pictures.Find(key);
-    const Ahead_Facts facts = item != nullptr ? Facts_Now(*item) : Ahead_Facts();
-    if (item != nullptr && ahead_ && facts == ahead_facts_) return;
-    ahead_adjusted_.Reset(); // before the next one: at no time two of them
-    ahead_.Reset();
-    ahead_facts_ = facts;
-    if (item == nullptr) return;
-    ahead_.Reset(Load(*item, 0, 1));
-    if (!ahead_) return;
-    const Bitmap_Handle adjusted =
-        Apply_Script_Items(ahead_.Get(), state_.Items_In_Force(*item), {.divisor = 1, .rotation = item->Rotate});
-    if (adjusted != ahead_.Get()) ahead_adjusted_.Reset(adjusted);
-}
-
-Owned_Bitmap Picture_Pictures::Take_Ahead(const Picture_Item& item)
-{
-    if (!ahead_ || ahead_facts_.key != item.Picture_Key || !(ahead_facts_ == Facts_Now(item))) return {};
-    current_adjusted_ = std::move(ahead_adjusted_);
-    return std::move(ahead_);
 }
 
 void Picture_Pictures::Drop_Current_Picture()

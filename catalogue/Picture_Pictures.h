@@ -2,6 +2,7 @@
 
 #include "catalogue/Catalogue_State.h"
 #include "catalogue/File_Entry.h"
+#include "catalogue/Next_Picture.h"
 
 /// The bitmaps of the records: loading, thumbnails, rotation, the current picture. Results as in Picture_Catalogue.h.
 class Picture_Pictures {
@@ -23,8 +24,9 @@ public:
     /// What to read of a file for its record: no pixels where no view shows thumbnails.
     Picture_Request Request_For(const File_Entry& entry) const;
 
-    /// Thumbnail, sizes, resolutions, description, script and camera line of a file that was read. The record counts as
-    /// unmodified then, and owns the bitmap. False when the file could not be read.
+    /// A file that was read becomes the record's: thumbnail, type, sizes, resolutions, description, script, camera line and
+    /// date. The record counts as unmodified then, and owns the bitmap. False, and nothing but the thumbnail has changed,
+    /// when the file could not be read.
     bool Take_Contents(Picture_Item& item, Picture_Contents contents) const;
 
     /// Date, size and identity of the file as it stands now.
@@ -45,31 +47,17 @@ public:
     void Set_Current_Picture(int index);
     void Drop_Current_Picture();
 
-    /// Loads a picture, and runs its script, before it becomes the current one. It serves as long as neither the file nor
-    /// what is pending for the picture changes. One picture at a time; an unknown key frees it.
-    void Load_Ahead(int key);
+    /// What is read before it becomes the current picture.
+    Next_Picture& Next() { return next_; }
 
-    /// The current picture with its script, if it was loaded ahead; 0 otherwise. Once for each change of the current
+    /// The current picture with its script, if that was run ahead; 0 otherwise. Once for each change of the current
     /// picture. The caller owns it.
     Bitmap_Handle Take_Current_Adjusted() { return current_adjusted_.Release(); }
 
 private:
     void Refresh_Current_Picture(int key);
     Owned_Bitmap Load_Thumbnail(const Picture_Item& item) const;
-    Owned_Bitmap Take_Ahead(const Picture_Item& item);
-
-    /// What the loaded picture depends on.
-    struct Ahead_Facts {
-        int key = 0, rotate = 0, flip = 0;
-        File_Identity identity{};
-        QString script{};
-        bool operator==(const Ahead_Facts&) const = default;
-    };
-    Ahead_Facts Facts_Now(const Picture_Item& item) const;
-
     Catalogue_State& state_;
-    Ahead_Facts ahead_facts_;
-    Owned_Bitmap ahead_;          // at full size, turned and flipped
-    Owned_Bitmap ahead_adjusted_; // empty when the script changes nothing
+    Next_Picture next_{state_};
     Owned_Bitmap current_adjusted_;
 };

@@ -9,6 +9,8 @@
 #include "frame/files/Replacement_File.h"
 #include "frame/text/Text_Utilities.h"
 
+#include <unistd.h>
+
 namespace {
 
 constexpr int Warning_Damaged = 1;
@@ -39,8 +41,9 @@ bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const Q
     const QString target = as_file_name.isEmpty() ? item->Full_Name() : as_file_name;
     if (!Confirm_Writable(state_.platform.dialogs, target, QStringLiteral("overwrite"), true) || bitmap == 0)
         return false;
-    const auto answer =
-        Is_Same_File(target, item->Full_Name()) ? Ask_In_Place(*item, true) : In_Place_Answer::Overwrite;
+    const auto answer = Is_Same_File(target, item->Full_Name())
+                            ? Ask_In_Place(*item, true, as_file_name.isEmpty() ? bitmap : 0)
+                            : In_Place_Answer::Overwrite;
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr || answer == In_Place_Answer::Nothing) return false;
     if (answer == In_Place_Answer::Save_Copy) return Save_By_Dialog(*item, bitmap, clear_types);
@@ -208,8 +211,7 @@ bool Picture_Saver::Save_Picture(int method, int key, Bitmap_Handle bitmap, cons
     if (item == nullptr) return false;
     const QString name = item->Full_Name();
     switch (Save_Method(method)) {
-    case Save_Method::Snapshot_Then_Overwrite:
-        return Save_Snapshot_Of(*item) && Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
+    case Save_Method::Snapshot_Then_Overwrite: return Save_After_Snapshot(*item, bitmap, clear_types);
     case Save_Method::Overwrite_After_Question:
         return Confirm_Overwrite_Originals(state_.platform.dialogs) &&
                Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
@@ -224,12 +226,23 @@ bool Picture_Saver::Save_Picture(int method, int key, Bitmap_Handle bitmap, cons
     return Save_Adjusted_Picture(key, bitmap, name, {}, clear_types, true);
 }
 
-bool Picture_Saver::Save_Snapshot_Of(const Picture_Item& item)
+/// A snapshot of a picture that was not overwritten after all is nobody's wish: it goes away again.
+bool Picture_Saver::Save_After_Snapshot(const Picture_Item& item, Bitmap_Handle bitmap,
+                                        std::span<const int> clear_types)
 {
-    const QString snapshot = Snapshot_Name(item.Full_Name(), state_.platform.clock.Now());
-    const auto copied = Copy_Whole_File(File_System_Bytes(item.Full_Name()), File_System_Bytes(snapshot));
-    if (!copied) state_.platform.dialogs.Refuse(QString::fromStdString(copied.error().text));
-    return bool(copied);
+    const int key = item.Picture_Key;
+    const QString name = item.Full_Name();
+    const std::string snapshot = File_System_Bytes(Free_Snapshot_Name(name, state_.platform.clock.Now()));
+    const auto copied = Copy_Whole_File(File_System_Bytes(name), snapshot, {.when_taken = When_Taken::Refuse});
+    if (!copied) {
+        state_.platform.dialogs.Refuse(QString::fromStdString(copied.error().text));
+        return false;
+    }
+    const auto before = Identity_Of(File_System_Bytes(name));
+    const bool saved = Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
+    const auto after = Identity_Of(File_System_Bytes(name));
+    if (before && after && *before == *after) unlink(snapshot.c_str());
+    return saved;
 }
 
 bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types)
@@ -245,7 +258,7 @@ bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitma
            Save_Adjusted_Picture(key, bitmap, target.name, target.qualifier, clear_types, true);
 }
 
-In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_change)
+In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_change, Bitmap_Handle bitmap)
 {
     User_Dialogs& dialogs = state_.platform.dialogs;
     const QString name = item.Full_Name();
@@ -263,6 +276,8 @@ In_Place_Answer Picture_Saver::Ask_In_Place(Picture_Item& item, bool pixels_chan
     }
     if (!Confirm_Identity(item)) return In_Place_Answer::Nothing;
     if ((warnings & Warning_Reduced) == 0) return In_Place_Answer::Overwrite;
+    if (bitmap != 0 && Test_Save_Keeps_All_CPP(bitmap, item.File_Type, File_System_Bytes(name)) != 0)
+        return In_Place_Answer::Overwrite;
     const Message question{.text =
                                name + QStringLiteral(" holds more than is kept by a save (more than 8 bits, several "
                                                      "pages or transparency), do you wish to overwrite?\r\nTo save "

@@ -41,8 +41,9 @@ public:
 
     /// Questions before a picture is saved over its own file: changed meanwhile, several names, more in the file than is
     /// kept, read with errors. `pixels_change` is false for a save of texts alone. Where the file holds more than is kept,
-    /// the answer No asks for a copy: the caller then lets the user name one.
-    In_Place_Answer Ask_In_Place(Picture_Item& item, bool pixels_change);
+    /// the answer No asks for a copy: the caller then lets the user name one. `bitmap` is what will be saved in the
+    /// picture's own type: nothing is asked while it is known to lose nothing, as by a turn; 0 when that cannot be said.
+    In_Place_Answer Ask_In_Place(Picture_Item& item, bool pixels_change, Bitmap_Handle bitmap = 0);
 
     /// The same for callers that make no copy.
     bool Confirm_In_Place(Picture_Item& item, bool pixels_change)
@@ -63,7 +64,7 @@ private:
     void After_Success(const Job& job);
     void Take_New_Texts(const Job& job);
     Job In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const;
-    bool Save_Snapshot_Of(const Picture_Item& item);
+    bool Save_After_Snapshot(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
     bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
 
     Catalogue_State& state_;

@@ -131,7 +131,8 @@ Outcome Series::Confirm(Picture_Item& item, One& one)
         return asked || Confirm_Overwrite(dialogs, one.target) ? Outcome::Saved : Outcome::Skipped;
     }
     if (!Confirm_Writable(dialogs, one.target, QStringLiteral("overwrite"), true)) return Outcome::Skipped;
-    switch (saver_.Ask_In_Place(item, !one.texts_alone)) {
+    const bool may_keep_all = one.type == item.File_Type && one.quality < 0;
+    switch (saver_.Ask_In_Place(item, !one.texts_alone, may_keep_all ? one.bitmap.Get() : 0)) {
     case In_Place_Answer::Overwrite: return Outcome::Saved;
     case In_Place_Answer::Save_Copy: return Ask_For_Copy(item, one);
     case In_Place_Answer::Nothing: break;

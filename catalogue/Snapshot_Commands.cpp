@@ -61,10 +61,7 @@ bool Restore_Snapshot_File(const QString& snapshot, const QDateTime& now, QStrin
     }
     const QString original = Snapshot_Base_Name(snapshot);
     if (QFileInfo::exists(original)) {
-        // Two restores within a second would ask for one name.
-        QDateTime stamp = now;
-        while (QFileInfo::exists(Snapshot_Name(original, stamp))) stamp = stamp.addSecs(1);
-        const QString name = Snapshot_Name(original, stamp);
+        const QString name = Free_Snapshot_Name(original, now);
         if (!Rename_To_Free_Name(original, name, reason)) return false;
         kept_as = name;
     }

@@ -2,6 +2,8 @@
 
 #include "frame/text/Text_Utilities.h"
 
+#include <QtCore/QFileInfo>
+
 namespace {
 
 constexpr int Stamp_Length = 16; // -yyyymmdd-hhnnss
@@ -25,6 +27,13 @@ QString Snapshot_Name(const QString& File_Name, const QDateTime& now)
 {
     return Folder_Part(File_Name) + QLatin1Char('~') + Original_Base(File_Name) +
            now.toString(QStringLiteral("-yyyyMMdd-HHmmss")) + Dot_Extension(File_Name);
+}
+
+QString Free_Snapshot_Name(const QString& File_Name, const QDateTime& now)
+{
+    QDateTime stamp = now;
+    while (QFileInfo::exists(Snapshot_Name(File_Name, stamp))) stamp = stamp.addSecs(1);
+    return Snapshot_Name(File_Name, stamp);
 }
 
 QString Snapshot_Base_Name(const QString& File_Name)

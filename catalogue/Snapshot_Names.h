@@ -8,6 +8,9 @@
 /// A snapshot of a snapshot is named after the original.
 QString Snapshot_Name(const QString& File_Name, const QDateTime& now);
 
+/// The same with the first second from now on whose name is not taken.
+QString Free_Snapshot_Name(const QString& File_Name, const QDateTime& now);
+
 /// Folder and name of the original; a file that is no snapshot keeps its name.
 QString Snapshot_Base_Name(const QString& File_Name);
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes pictures of the program in its main states, into build/screenshots: empty, picking, filled, full-window view, list
-# view, a dark palette, and 200%. It needs Xvfb, xdotool and ImageMagick's import; the program must be built.
+# view, menus, the smallest window, a slide show with its control window and over the whole screen, each in a light and some
+# in a dark palette, and at 150% and 200%. It needs Xvfb, xdotool and ImageMagick's import; the program must be built.
 #
 #   dev/screenshots.sh [PRESET]     release by default
 set -euo pipefail
@@ -77,16 +78,16 @@ pick_all() { # the file grid holds the keyboard; all files, then Pick Selected o
 }
 
 focus_files() { # the file grid is the lower half of the left pane
-    xdotool mousemove --window "$window" $((150 * scale)) $((430 * scale)) click 1
+    xdotool mousemove --window "$window" $((150 * percent / 100)) $((430 * percent / 100)) click 1
     sleep 0.3
 }
 
 focus_strip() { # a click on its third cell
-    xdotool mousemove --window "$window" $((670 * scale)) $((130 * scale)) click 1
+    xdotool mousemove --window "$window" $((670 * percent / 100)) $((130 * percent / 100)) click 1
     sleep 0.3
 }
 
-scale=1
+percent=100
 start_server 1280x800
 start "$work/empty"
 shoot empty
@@ -100,29 +101,48 @@ pick_all
 shoot picking
 stop
 
+tour() { # tour NAME: the states that say most, with the present palette and scale
+    start "$pictures"
+    pick_all
+    sleep 3
+    shoot "filled$1"
+    keys alt+f
+    shoot "menu$1"
+    keys Escape Escape
+    focus_strip
+    keys Return
+    sleep 1
+    shoot "full-window$1"
+    keys Escape alt+o t
+    sleep 1
+    shoot "list$1"
+    keys alt+o t
+    xdotool windowsize --sync "$window" $((800 * percent / 100)) $((600 * percent / 100)) || true
+    sleep 1
+    shoot "smallest$1"
+    keys alt+l
+    shoot "smallest-menu$1"
+    stop
+}
+
 start "$pictures"
 pick_all
 sleep 3
-shoot filled
-focus_strip
-keys Return
+keys F11
 sleep 1
-shoot full-window
-keys Escape alt+o t
-sleep 1
-shoot list
+shoot slide-show
+keys Escape alt+l
+shoot slides-menu
+keys f F11 # Display Full Window
+sleep 0.5
+shoot slide-show-screen
 stop
 
-HALVINE_PALETTE=dark start "$pictures"
-pick_all
-sleep 3
-shoot dark
-stop
-
-scale=2
-start_server 2560x1600
-QT_SCALE_FACTOR=2 start "$pictures"
-pick_all
-sleep 3
-shoot scale-200
-stop
+tour ""
+HALVINE_PALETTE=dark tour -dark
+for percent in 150 200; do
+    start_server $((1280 * percent / 100))x$((800 * percent / 100))
+    export QT_SCALE_FACTOR=$((percent / 100)).$((percent % 100))
+    tour "-$percent"
+    HALVINE_PALETTE=dark tour "-$percent-dark"
+done

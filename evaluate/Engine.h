@@ -16,10 +16,12 @@ enum class Opcode : std::uint8_t;
 /// word, and what its name meant at the first use.
 struct Instruction {
     Opcode opcode;
-    std::uint8_t count = 0;  ///< of elements, indices or arguments
-    bool global = false;     ///< the variable stands in the main program
-    std::int32_t number = 0; ///< jump target, procedure, function row; for a variable its row
-    std::int32_t owner = -1; ///< the procedure for which the variable was found; -1 not yet
+    std::uint8_t count = 0;           ///< of elements, indices or arguments; of a test 1 when a jump follows it
+    bool global = false;              ///< the variable stands in the main program
+    bool is_literal = false;          ///< of an operand: its value is the record's
+    std::int32_t number = 0;          ///< row of a variable or function; procedure; jump target, entry of a called one
+    std::int32_t owner = -1;          ///< the procedure for which the variable was found; -1 not yet
+    const Variant* operand = nullptr; ///< the record's
 };
 
 struct Block_Record {
@@ -76,10 +78,26 @@ public:
     Library_Context& Context() { return context_; }
 
 private:
+    /// Where the variables stand that the running call sees.
+    struct Reach {
+        int procedure;
+        Variable_Record* globals;
+        Variable_Cell* locals;
+
+        /// Null until the instruction was resolved for this procedure.
+        Variable_Cell* Cell_Of(const Instruction& instruction) const
+        {
+            if (instruction.owner != procedure) return nullptr;
+            if (instruction.global) return globals + instruction.number;
+            return locals + instruction.number;
+        }
+    };
+
     Evaluated<Variable_View> Find_Variable(const Variant& reference) override;
 
+    static const Variant* At_Hand(const Reach& reach, const Instruction& operand);
     Error_Number Dispatch();
-    Error_Number Run_Slow(const Instruction& instruction);
+    Error_Number Run_Slow(Instruction& instruction);
     Error_Number Count_Slowly();
     void Finish() { counter_ = code_.Code_Count() + 1; }
     void Decode();
@@ -95,11 +113,11 @@ private:
 
     // Variables
     Variable_Cell* Resolve(Instruction& instruction, const QString& name);
-    Variable_Cell* Cell_Of(const Instruction& instruction)
+    Reach Current_Reach()
     {
-        if (instruction.global)
-            return &code_.procedures[Program_Code::Main].Variables.rows[std::size_t(instruction.number)];
-        return &locals_[frames_.back().first_local + std::size_t(instruction.number)];
+        const Call_Record& call = frames_.back();
+        return {call.procedure, code_.procedures[Program_Code::Main].Variables.rows.data(),
+                locals_.data() + call.first_local};
     }
     Error_Number Read(Instruction& instruction, const QString& name, Variant& value);
     Error_Number Read_Cell(Variable_Cell* cell, const QString& name, Variant& value);
@@ -121,7 +139,7 @@ private:
     // Loops and blocks
     Error_Number Set_Up_For();
     Error_Number Test_For();
-    bool Quick_Test(For_Record& loop);
+    bool Quick_Test(const Reach& reach, bool& goes_on);
     Error_Number For_Goes_On(const For_Record& loop, Variant& result) const;
     bool Loop_Left() const { return loops_.size() > frames_.back().first_loop; }
     Error_Number Push_Block(Token_Word word, int target);
@@ -130,7 +148,6 @@ private:
     Error_Number Jump_To(int target);
 
     // Procedures
-    Error_Number Call(const Instruction& instruction);
     Error_Number Enter_Procedure(const Instruction& instruction);
     Error_Number Ask_For_Arguments(const Procedure_Record& procedure);
     Error_Number Make_Frame(int procedure, int return_address);

@@ -1,7 +1,7 @@
 // Code records are made ready for running once: an opcode for the switch, numbers instead of names.
 
 #include "evaluate/Engine.h"
-#include "evaluate/Opcode.h"
+#include "evaluate/Quick_Operators.h"
 
 namespace Formula {
 
@@ -86,17 +86,50 @@ Opcode Opcode_Of(Token_Word word)
     return Opcode::Unknown;
 }
 
+/// What the dispatch loop follows by a jump without a look at the stack.
+bool Is_Test(Opcode opcode)
+{
+    return opcode == Opcode::For_Test || (opcode >= Opcode::Equal && opcode <= Opcode::Greater_Or_Equal);
+}
+
+/// One that leads nowhere stays by itself: the error is its own.
+bool Is_Conditional_Jump(const Instruction& instruction)
+{
+    return (instruction.opcode == Opcode::Jump_If_False || instruction.opcode == Opcode::Jump_If_True) &&
+           instruction.number >= 1;
+}
+
+/// A pair replaces the opcode of its first operand; the second one and the operator stay for who comes there another way.
+void Mark_Sequences(std::vector<Instruction>& instructions)
+{
+    const auto is_operand = [](const Instruction& row) {
+        return row.opcode == Opcode::Read || row.opcode == Opcode::Literal;
+    };
+    for (std::size_t i = 1; i + 1 < instructions.size(); ++i) {
+        Instruction& row = instructions[i];
+        row.is_literal = row.opcode == Opcode::Literal;
+        if (Is_Test(row.opcode)) row.count = Is_Conditional_Jump(instructions[i + 1]);
+        if (i + 2 < instructions.size() && is_operand(row) && is_operand(instructions[i + 1]) &&
+            Has_Quick_Way(instructions[i + 2].opcode))
+            row.opcode = Opcode::Pair;
+    }
+}
+
 } // namespace
 
 Instruction Engine::Decoded(const Code_Record& record) const
 {
-    Instruction instruction{.opcode = Opcode_Of(record.Token)};
+    Instruction instruction{.opcode = Opcode_Of(record.Token), .operand = &record.Operand};
     switch (instruction.opcode) {
     case Opcode::Built_In:
         instruction.number = Function_Row_Of(record.Token);
         instruction.count = std::uint8_t(record.Operand.Long());
         break;
-    case Opcode::Call:
+    case Opcode::Call: {
+        const int procedure = code_.Find_Procedure(record.Operand.Text());
+        instruction.number = procedure < 0 ? -1 : code_.procedures[std::size_t(procedure)].Entry;
+        break;
+    }
     case Opcode::Procedure_Entry: instruction.number = code_.Find_Procedure(record.Operand.Text()); break;
     case Opcode::Array_Assign:
     case Opcode::Element_Read:
@@ -119,6 +152,7 @@ void Engine::Decode()
     instructions_.reserve(code_.code.size());
     instructions_.push_back({.opcode = Opcode::Unknown});
     for (std::size_t i = 1; i < code_.code.size(); ++i) instructions_.push_back(Decoded(code_.code[i]));
+    Mark_Sequences(instructions_);
 }
 
 } // namespace Formula

@@ -33,14 +33,6 @@ Error_Number Engine::Jump_To(int target)
     return Error_Number::None;
 }
 
-Error_Number Engine::Call(const Instruction& instruction)
-{
-    const int entry = instruction.number < 0 ? -1 : code_.procedures[std::size_t(instruction.number)].Entry;
-    if (entry < 1) return Error_Number::Execution_Engine;
-    if (const Error_Number error = Push(Variant(std::int32_t(counter_ + 1))); error != Error_Number::None) return error;
-    return Jump_To(entry);
-}
-
 /// On the stack: the arguments, their count, the return address. When the main program has run on into the procedure
 /// there are none of these, and the user supplies the arguments.
 Error_Number Engine::Enter_Procedure(const Instruction& instruction)
@@ -49,16 +41,17 @@ Error_Number Engine::Enter_Procedure(const Instruction& instruction)
     if (Depth() < 2)
         if (const Error_Number error = Ask_For_Arguments(procedure); error != Error_Number::None) return error;
     if (counter_ > code_.Code_Count()) return Error_Number::None; // ended by the host while it was asked
-    const Variant return_address = Pop_Unchecked();
-    const Variant count = Pop_Unchecked();
-    if (return_address.Type() != Variant_Type::Long || count.Type() != Variant_Type::Long)
+    if (top_[0].Type() != Variant_Type::Long || top_[-1].Type() != Variant_Type::Long) {
+        Drop_Items(2);
         return Error_Number::Execution_Engine;
-    if (const Error_Number error = Make_Frame(instruction.number, return_address.Long()); error != Error_Number::None)
+    }
+    const std::int32_t return_address = top_[0].Long(), count = top_[-1].Long();
+    top_ -= 2;
+    if (const Error_Number error = Make_Frame(instruction.number, return_address); error != Error_Number::None)
         return error;
-    if (count.Long() < 0 || std::size_t(count.Long()) > Depth()) return Error_Number::Stack_Underflow;
-    const auto items = std::size_t(count.Long());
-    const Error_Number error = Take_Arguments(procedure, items);
-    Drop_Items(items);
+    if (count < 0 || std::size_t(count) > Depth()) return Error_Number::Stack_Underflow;
+    const Error_Number error = Take_Arguments(procedure, std::size_t(count));
+    Drop_Items(std::size_t(count));
     return error;
 }
 
@@ -83,13 +76,13 @@ Error_Number Engine::Make_Frame(int procedure, int return_address)
     if (int(frames_.size()) > Current_Limits().formula_calls) return Error_Number::Out_Of_Stack_Space;
     const Procedure_Record& record = code_.procedures[std::size_t(procedure)];
     if (locals_.size() + record.Variables.rows.size() > Most_Locals) return Error_Number::Out_Of_Stack_Space;
-    frames_.push_back({.procedure = procedure,
-                       .return_address = return_address,
-                       .first_local = locals_.size(),
-                       .first_block = blocks_.size(),
-                       .first_loop = loops_.size(),
-                       .first_reference = references_.size(),
-                       .return_value = {}});
+    Call_Record& call = frames_.emplace_back();
+    call.procedure = procedure;
+    call.return_address = return_address;
+    call.first_local = locals_.size();
+    call.first_block = blocks_.size();
+    call.first_loop = loops_.size();
+    call.first_reference = references_.size();
     blocks_.push_back({Token::Function, record.Exit});
     // The variables of the main program stay where they are: its frame and its table are one.
     if (procedure != Program_Code::Main)
@@ -128,21 +121,22 @@ Error_Number Engine::Take_Reference(const Variant& reference, Variant& value)
 Error_Number Engine::Leave_Procedure()
 {
     if (frames_.size() < 2) return Error_Number::Execution_Engine;
-    Call_Record frame = std::move(frames_.back());
-    Procedure_Record& procedure = code_.procedures[std::size_t(frame.procedure)];
+    Call_Record& call = frames_.back();
+    Procedure_Record& procedure = code_.procedures[std::size_t(call.procedure)];
     for (std::size_t i = 0; i < procedure.Variables.rows.size(); ++i)
         if (procedure.Variables.rows[i].Flags & Variable_Flag::Static)
-            procedure.Variables.rows[i].Value = locals_[frame.first_local + i].Value;
-    if (references_.size() > frame.first_reference)
-        if (const Error_Number error = Copy_Back_References(procedure, frame); error != Error_Number::None)
-            return error;
+            procedure.Variables.rows[i].Value = locals_[call.first_local + i].Value;
+    if (references_.size() > call.first_reference)
+        if (const Error_Number error = Copy_Back_References(procedure, call); error != Error_Number::None) return error;
+    locals_.resize(call.first_local);
+    blocks_.resize(call.first_block);
+    loops_.resize(call.first_loop);
+    references_.resize(call.first_reference);
+    const int return_address = call.return_address;
+    Variant value = std::move(call.return_value);
     frames_.pop_back();
-    locals_.resize(frame.first_local);
-    blocks_.resize(frame.first_block);
-    loops_.resize(frame.first_loop);
-    references_.resize(frame.first_reference);
-    if (const Error_Number error = Push(std::move(frame.return_value)); error != Error_Number::None) return error;
-    return Jump_To(frame.return_address);
+    if (const Error_Number error = Push(std::move(value)); error != Error_Number::None) return error;
+    return Jump_To(return_address);
 }
 
 Error_Number Engine::Copy_Back_References(const Procedure_Record& procedure, const Call_Record& frame)
@@ -176,27 +170,10 @@ Error_Number Engine::Set_Up_For()
     return Error_Number::None;
 }
 
-/// The same as the general way for what nearly all loops are made of: Longs, and room for one more item.
-bool Engine::Quick_Test(For_Record& loop)
-{
-    const auto is_long = [](const Variant& value) { return value.Type() == Variant_Type::Long; };
-    if (!is_long(loop.value) || !is_long(loop.step) || !is_long(loop.limit) || top_ == last_) return false;
-    Variable_Cell* counter = Resolve(loop.place, loop.counter);
-    std::int32_t next = 0;
-    if (!counter || counter->Dimensions != 0 || __builtin_add_overflow(loop.value.Long(), loop.step.Long(), &next))
-        return false;
-    loop.value.Set_Long(next);
-    counter->Value.Set_Long(next);
-    const bool goes_on = loop.step.Long() > 0 ? next <= loop.limit.Long() : next < 0 && next >= loop.limit.Long();
-    std::construct_at(++top_, goes_on);
-    return true;
-}
-
 Error_Number Engine::Test_For()
 {
     if (!Loop_Left()) return Error_Number::None; // and nothing on the stack: the jump behind will notice
     For_Record& loop = loops_.back();
-    if (Quick_Test(loop)) return Error_Number::None;
     if (const Error_Number error = Add(loop.value, loop.step); error != Error_Number::None) return error;
     Variable_Cell* counter = Resolve(loop.place, loop.counter);
     if (!counter || (counter->Dimensions != 0 && raise_errors)) return Error_Number::Execution_Engine;

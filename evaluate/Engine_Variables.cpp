@@ -9,15 +9,16 @@ namespace Formula {
 /// from a procedure into the main program brings another procedure to the same instruction.
 Variable_Cell* Engine::Resolve(Instruction& instruction, const QString& name)
 {
-    const int procedure = frames_.back().procedure;
-    if (instruction.owner == procedure) return Cell_Of(instruction);
+    const Reach reach = Current_Reach();
+    if (Variable_Cell* cell = reach.Cell_Of(instruction)) return cell;
+    const int procedure = reach.procedure;
     int row = procedure == Program_Code::Main ? -1 : code_.procedures[std::size_t(procedure)].Variables.Find(name);
     instruction.global = row < 0;
     if (row < 0) row = code_.procedures[Program_Code::Main].Variables.Find(name);
     if (row < 0) return nullptr;
     instruction.number = row;
     instruction.owner = procedure;
-    return Cell_Of(instruction);
+    return reach.Cell_Of(instruction);
 }
 
 Variable_Cell* Engine::Find_Cell(int frame, QStringView name)

@@ -63,14 +63,18 @@ QString Digest_Of(const QString& name, const QString& text)
     return QString::fromLatin1(hash.result().toHex());
 }
 
-/// On one line, without characters that are not seen or that turn the others round: a text from a file must not be able
-/// to write lines of the question itself.
+/// Without line ends and without characters that are not seen or that turn the others round: a text from a file must not
+/// be able to write lines of the question itself. A window may break it anywhere, so that it grows no wider than usual.
 QString Shown(const QString& text)
 {
+    constexpr int Longest_Run = 40;
     QString shown;
+    int run = 0;
     for (char32_t character : text.left(Most_Characters_Shown).toUcs4()) {
         if (QChar::isSpace(character)) character = U' ';
         shown += QString::fromUcs4(QChar::isPrint(character) ? &character : U"\uFFFD", 1);
+        run = character == U' ' ? 0 : run + 1;
+        if (run % Longest_Run == Longest_Run - 1) shown += QChar(0x200B); // of no width, a place for a line end
     }
     const qsizetype hidden = text.size() - Most_Characters_Shown;
     if (hidden > 0) shown += QStringLiteral(" … and %1 characters more").arg(hidden);

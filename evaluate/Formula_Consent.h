@@ -16,7 +16,8 @@ namespace Formula {
 ///     typed         What the user types while the program runs. It may use all but dialogs, since it is evaluated at
 ///                   every key and for every row: Typed_Access. Once it is put into a list under a name it is kept with
 ///                   Formula_Consent::Remember_Typed, for from then on a list cannot tell it from the first kind.
-///     hv            Nobody is asked: what --allow-formula lists, and for a formula from the command line Typed_Access.
+///     hv            Nobody is asked. A formula from a file or a list may use what --allow-formula lists, one from the
+///                   command line at least Typed_Access; hv eval lets it use dialogs too, which open no window there.
 ///
 /// A host sets AllowedAccess of bkcEvaluate to one of these; what is refused raises 70, "Permission denied", at its place.
 inline constexpr unsigned File_Access = unsigned(Access_Class::Pure) | unsigned(Access_Class::Clock);

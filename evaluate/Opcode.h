@@ -7,6 +7,7 @@ namespace Formula {
 /// The instructions as the engine's switch sees them: dense, beside the token words that hosts see. The first group runs
 /// inside the dispatch loop, the second in routines of its own.
 enum class Opcode : std::uint8_t {
+    Pair, ///< a literal or a read in front of another one and an operator that has a quick way
     Literal,
     Read,
     Store,

@@ -9,6 +9,7 @@ list(APPEND hv_evaluate_sources
     Engine.h
     Engine_Arrays.cpp
     Engine_Decode.cpp
+    Engine_Dispatch.cpp
     Engine_Library.cpp
     Engine_Procedures.cpp
     Engine_Variables.cpp
@@ -25,6 +26,7 @@ list(APPEND hv_evaluate_sources
     Platform_Host.h
     Program_Code.cpp
     Program_Code.h
+    Quick_Operators.h
     Scanner.cpp
     Scanner.h
     System_Host.cpp

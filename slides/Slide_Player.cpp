@@ -30,7 +30,7 @@ Slide_Player::Slide_Player(Catalogue_State& catalogue, Picture_Pictures& picture
       shows_(shows),
       program_(program),
       timer_(catalogue.platform.make_timer([this] { Tick(); })),
-      ahead_timer_(catalogue.platform.make_timer([this] { Load_Ahead(); }))
+      ahead_timer_(catalogue.platform.make_timer([this] { Read_Ahead(); }))
 {}
 
 void Slide_Player::Set_Windows(Slide_Main_Window* window, Slide_Control_Window* control)
@@ -90,22 +90,23 @@ void Slide_Player::Start_Slide_Show(bool Start_In_Play_Mode)
 void Slide_Player::Stop_Slide_Show()
 {
     if (!Is_Running()) return;
+    const int last_shown = Picture_Key_Of_Slide(slide_index_);
+    slide_keys_.clear();
     timer_->Stop();
     ahead_timer_->Stop();
-    pictures_.Load_Ahead(0);
-    if (!slide_selection_made_) Select_Last_Shown();
-    slide_keys_.clear();
+    pictures_.Next().Begin(0);
     window_->Set_Show_Look(false);
     if (window_->Is_Full_Window()) window_->Set_Full_Window(false);
+    if (!slide_selection_made_) Select_Alone(last_shown);
     catalogue_.view->Draw_All_Thumbnails();
     catalogue_.view->Update_Status();
     control_->Form_Erase();
 }
 
-/// The picture that stays on view is the selection; without it (it was discarded) the selection stays as it is.
-void Slide_Player::Select_Last_Shown()
+/// A picture that was discarded leaves the selection as it is.
+void Slide_Player::Select_Alone(int key)
 {
-    const int index = catalogue_.pictures.Index_From_Key(Picture_Key_Of_Slide(slide_index_));
+    const int index = catalogue_.pictures.Index_From_Key(key);
     if (!catalogue_.pictures.Is_Index(index)) return;
     catalogue_.selection.Clear();
     catalogue_.selection.Set_Index(index, true);
@@ -122,11 +123,11 @@ void Slide_Player::Show_Slide(Arm arm)
     ahead_timer_->Start(Quiet_Milliseconds);
 }
 
-void Slide_Player::Load_Ahead()
+void Slide_Player::Read_Ahead()
 {
-    ahead_timer_->Stop();
     const int next = (slide_index_ - 1 + direction_ + Count()) % Count() + 1;
-    if (next != slide_index_) pictures_.Load_Ahead(Picture_Key_Of_Slide(next));
+    if (next != slide_index_) pictures_.Next().Begin(Picture_Key_Of_Slide(next));
+    if (pictures_.Next().Go_On()) ahead_timer_->Stop();
 }
 
 void Slide_Player::Step(int slides, Arm arm)

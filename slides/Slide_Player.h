@@ -90,8 +90,8 @@ private:
     void Toggle_Pause();
     void Select_Slide();
     void Remove_Slide();
-    void Select_Last_Shown();
-    void Load_Ahead();
+    void Select_Alone(int key);
+    void Read_Ahead();
     int Count() const { return Slide_Show_Count(); }
 
     Catalogue_State& catalogue_;
@@ -103,7 +103,7 @@ private:
     Slide_Main_Window* window_ = &no_window_;
     Slide_Control_Window* control_ = &no_control_;
     std::unique_ptr<Repeating_Timer> timer_;       // Slide_Show_Timer
-    std::unique_ptr<Repeating_Timer> ahead_timer_; // fires once, in the quiet after a slide came up
+    std::unique_ptr<Repeating_Timer> ahead_timer_; // in the quiet after a slide came up, until the next one is read
     std::vector<int> slide_keys_;                  // keys, since indices shift when a picture is discarded
     bool from_selection_ = false;
     int slide_index_ = 0;

@@ -44,11 +44,17 @@ QString Without_Value(QString attributes, const QString& name)
 
 // ---- mark-up form ----
 
+/// The prolog is looked for in the whole text; one behind other tags must not hide them.
+bool Begins_With_Prolog(const QString& text)
+{
+    return text.mid(text.indexOf(u'<')).startsWith(QLatin1String("<?xml"), Qt::CaseInsensitive);
+}
+
 Show_End Read_Markup(const QString& text, Slide_Show_Sink& sink)
 {
     const int last = Behind_Text(text);
     int position = 1;
-    XML_Read_Prolog(text, position, last);
+    if (Begins_With_Prolog(text)) XML_Read_Prolog(text, position, last);
     const XML_Tag root = XML_Next_Tag(text, position, last);
     if (!Equal_Without_Case(root.Name, Root)) return Show_End::Fault;
     if (const QString folder = XML_Attribute(root.Attributes, Folder_Name); !folder.isEmpty()) sink.Take_Folder(folder);

@@ -20,6 +20,13 @@ void Tell_Failure(User_Dialogs& dialogs, const Error& error)
                  .title = QStringLiteral("Halvine Error Saving Slide Show")});
 }
 
+/// A name as it can stand in a caption.
+QString Shown_Name(const QString& name)
+{
+    constexpr qsizetype Most_Shown = 255;
+    return name.size() <= Most_Shown ? name : name.left(Most_Shown) + QStringLiteral("...");
+}
+
 /// Collects the files that are there, and asks for the others.
 class Asking_Sink final : public Slide_Show_Sink {
 public:
@@ -67,9 +74,9 @@ QString Asking_Sink::Find_Moved_File(const QString& name)
     const bool by_folder = Slide_Show_Finder::Is_Below_Folder(name);
     const Picker_Question question{.caption = (by_folder ? QStringLiteral("Halvine - Find Folder Containing: ")
                                                          : QStringLiteral("Halvine - Find File: ")) +
-                                              bare,
+                                              Shown_Name(bare),
                                    .folder = folder_,
-                                   .name = by_folder ? QString() : Name_Part(bare),
+                                   .name = by_folder ? QString() : Shown_Name(Name_Part(bare)),
                                    .pattern = QStringLiteral("*.*"),
                                    .kind =
                                        by_folder ? Picker_Question::Kind::Folder : Picker_Question::Kind::Open_File};
@@ -101,7 +108,7 @@ bool Slide_Shows::Confirm_Abandon_Slide_Show() const
 bool Slide_Shows::Open_Slide_Show(const QString& File_Name, bool Append, bool Pick_Pictures)
 {
     if (!Append) {
-        if (!Confirm_Abandon_Slide_Show() || !Confirm_Abandon_Scripts(catalogue_, true) ||
+        if (!pick_.May_Replace_All() || !Confirm_Abandon_Slide_Show() || !Confirm_Abandon_Scripts(catalogue_, true) ||
             !Confirm_Abandon_Descriptions(catalogue_, true))
             return false;
         sounds_.clear();

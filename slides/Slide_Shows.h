@@ -15,9 +15,9 @@ public:
         : catalogue_(catalogue), pick_(pick), program_(program)
     {}
 
-    /// Reads a show and picks its pictures; with an empty name a dialog asks. A fault in the file keeps what stands before
-    /// it, without a message. Sets Slide_Display_Interval to any number that the file holds, 0 and below included. True
-    /// when the file was read.
+    /// Reads a show and picks its pictures; with an empty name a dialog asks. Without Append it is refused while a window
+    /// works on a picture. A fault in the file keeps what stands before it, without a message. Sets Slide_Display_Interval
+    /// to any number that the file holds, 0 and below included. True when the file was read.
     bool Open_Slide_Show(const QString& File_Name, bool Append, bool Pick_Pictures);
 
     /// True when saved.

@@ -43,9 +43,17 @@ public:
     virtual Result<std::vector<std::byte>> Read_EXIF(const Regular_File& file) const = 0; ///< with "Exif",0,0
     /// The ICC profile; empty when there is none. A profile travels along when a save changes the type of the file.
     virtual Result<std::vector<std::byte>> Read_Profile(const Regular_File&) const { return std::vector<std::byte>(); }
+    /// The XMP packet, whole; empty when there is none. It travels along likewise.
+    virtual Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const = 0;
     virtual Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const = 0; ///< upright, with its origin
     /// Whether all coded data seems to be there, as far as a look without decoding tells.
     virtual bool Is_Complete(const Regular_File& file) const = 0;
+    /// Whether a save of the bitmap with that parent keeps all that the parent's picture holds.
+    virtual bool Keeps_All(const Bitmap& bitmap, const Regular_File& parent) const
+    {
+        const auto& origin = bitmap.Origin();
+        return origin != nullptr && origin->identity == parent.Identity() && !origin->reduced;
+    }
     virtual Result<void> Save(const Save_Request& request) const = 0; ///< through Replacement_File
 };
 
@@ -64,3 +72,5 @@ void Mend_EXIF_Block(std::vector<std::byte>& block, int orientation, bool blank_
 
 /// Orientation 1..8 of an EXIF block, 1 when it has none or cannot be read.
 int Orientation_Of_EXIF_Block(const std::vector<std::byte>& block);
+/// Whether it has an orientation that can be set in place.
+bool Has_Orientation_In_EXIF_Block(const std::vector<std::byte>& block);

@@ -232,11 +232,25 @@ void Mend_EXIF_Block(std::vector<std::byte>& block, int orientation, bool blank_
     if (blank_thumbnail) Blank_Thumbnail(block, *view);
 }
 
-int Orientation_Of_EXIF_Block(const std::vector<std::byte>& block)
+namespace {
+
+std::optional<std::uint32_t> Stored_Orientation(const std::vector<std::byte>& block)
 {
     const auto view = EXIF_View::Of(block);
-    if (!view) return 1;
+    if (!view) return std::nullopt;
     const auto entry = view->Find(view->First_Directory(), Tag_Orientation);
-    const auto number = entry ? view->Number(*entry) : std::nullopt;
+    return entry ? view->Number(*entry) : std::nullopt;
+}
+
+} // namespace
+
+int Orientation_Of_EXIF_Block(const std::vector<std::byte>& block)
+{
+    const auto number = Stored_Orientation(block);
     return number && *number >= 1 && *number <= 8 ? int(*number) : 1;
+}
+
+bool Has_Orientation_In_EXIF_Block(const std::vector<std::byte>& block)
+{
+    return Stored_Orientation(block).has_value();
 }

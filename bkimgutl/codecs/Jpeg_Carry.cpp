@@ -2,6 +2,7 @@
 
 #include "bkimgutl/codecs/EXIF_Block.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
+#include "bkimgutl/codecs/Jpeg_XMP.h"
 
 #include <algorithm>
 #include <cstring>
@@ -98,16 +99,32 @@ public:
                 if (auto good = Write_Texts(target_, plan_); !good) return good;
                 texts_written = true;
             }
-            if (!Goes_Along(segment)) continue;
+            if (!Goes_Along(segment)) {
+                gap_at_ = segment.End();
+                continue;
+            }
+            if (auto good = Write_Gap(segment.at); !good) return good;
             if (auto good = Write_One(segment); !good) return good;
+            gap_at_ = segment.End();
         }
-        if (!texts_written) return Write_Texts(target_, plan_);
-        return {};
+        if (!texts_written)
+            if (auto good = Write_Texts(target_, plan_); !good) return good;
+        return Write_Gap(parent_.head.scan_at);
     }
 
 private:
     bool Copies_Data() const { return plan_.pixels == Pixels::As_Stored || plan_.pixels == Pixels::Reoriented; }
     bool Is_Other_Picture() const { return plan_.pixels == Pixels::Turned || plan_.pixels == Pixels::Encoded; }
+
+    /// Fill bytes in front of a marker stay with copied data: an index of further pictures counts them.
+    Result<void> Write_Gap(std::int64_t end)
+    {
+        if (!Copies_Data() || end <= gap_at_) return {};
+        Bytes gap(std::size_t(end - gap_at_));
+        const auto got = parent_.file.Read_At(gap_at_, gap);
+        if (!got) return tl::make_unexpected(got.error());
+        return target_.Write(gap);
+    }
 
     static bool Leads(const Jpeg_Segment& segment)
     {
@@ -117,7 +134,7 @@ private:
 
     Result<void> Look_Ahead()
     {
-        const int orientation = plan_.pixels == Pixels::As_Stored ? parent_.facts.orientation : 1;
+        const int orientation = plan_.pixels == Pixels::As_Stored ? parent_.facts.orientation : plan_.orientation;
         wanted_ = Stored_Resolution(plan_, orientation);
         Resolution present{parent_.facts.horizontal_dpi, parent_.facts.vertical_dpi};
         const bool swapped_in_facts = parent_.facts.orientation >= 5;
@@ -167,7 +184,8 @@ private:
         auto data = Read_Segment(parent_.file, segment);
         if (!data) return tl::make_unexpected(data.error());
         if (&segment == first_JFIF_) Mend_JFIF(*data);
-        if (&segment == first_EXIF_ && plan_.pixels != Pixels::As_Stored) Mend_EXIF_Block(*data, 1, Is_Other_Picture());
+        if (&segment == first_EXIF_ && plan_.pixels != Pixels::As_Stored)
+            Mend_EXIF_Block(*data, plan_.orientation, Is_Other_Picture());
         return Write_Segment(target_, segment.marker, *data);
     }
 
@@ -187,7 +205,8 @@ private:
     Replacement_File& target_;
     const Jpeg_Parent& parent_;
     const Carry_Plan& plan_;
-    Resolution wanted_; ///< along the stored sides
+    Resolution wanted_;       ///< along the stored sides
+    std::int64_t gap_at_ = 2; ///< in the parent, behind the last segment
     bool patch_resolution_ = false;
     bool keep_profile_ = true;
     const Jpeg_Segment* first_JFIF_ = nullptr;
@@ -229,8 +248,9 @@ Result<void> Write_Carried(Replacement_File& target, const Jpeg_Parent& parent, 
     return Copy_Rest(target, parent.file, parent.head.scan_at);
 }
 
-Result<void> Write_New_Head(Replacement_File& target, Bytes exif, const Bytes& profile, const Carry_Plan& plan)
+Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, const Carry_Plan& plan)
 {
+    Bytes& exif = foreign.exif;
     if (exif.size() > Longest_Segment_Data)
         return Failure("the camera data of " + std::to_string(exif.size()) + " bytes does not fit into a JPEG file, " +
                        std::to_string(Longest_Segment_Data) + " are the limit");
@@ -244,6 +264,13 @@ Result<void> Write_New_Head(Replacement_File& target, Bytes exif, const Bytes& p
         if (auto good = Write_Segment(target, Marker_APP1, exif); !good) return good;
     }
     if (auto good = Write_Texts(target, plan); !good) return good;
-    if (!Fits(profile, plan.colors)) return {};
-    return target.Write(Profile_Segments(profile));
+    if (const Bytes xmp = XMP_Segment_Data(std::move(foreign.xmp)); !xmp.empty())
+        if (auto good = Write_Segment(target, Marker_APP1, xmp); !good) return good;
+    if (!Fits(foreign.profile, plan.colors)) return {};
+    return target.Write(Profile_Segments(foreign.profile));
+}
+
+Result<void> Write_What_Stands_Behind(Replacement_File& target, const Jpeg_Parent& parent)
+{
+    return Copy_Rest(target, parent.file, End_Of_Picture(parent.file, parent.head));
 }

@@ -21,13 +21,14 @@
 
 enum class Pixels {
     As_Stored,  ///< the parent's coded data, copied
-    Reoriented, ///< the same, but the orientation tag becomes 1
+    Reoriented, ///< the same, but with another orientation
     Turned,     ///< the parent's, transformed without loss
     Encoded,    ///< new
 };
 
 struct Carry_Plan {
     Pixels pixels = Pixels::Encoded;
+    int orientation = 1;                                     ///< of the new file; counts for all but As_Stored
     Jpeg_Coding::Colors colors = Jpeg_Coding::Colors::YCbCr; ///< of the new file
     std::string comment;
     std::string script;
@@ -48,6 +49,15 @@ struct Jpeg_Parent {
 /// copied.
 Result<void> Write_Carried(Replacement_File& target, const Jpeg_Parent& parent, const Carry_Plan& plan);
 
-/// The same without a JPEG parent; `exif` and `profile` come from a TIFF parent and may be empty.
-Result<void> Write_New_Head(Replacement_File& target, std::vector<std::byte> exif,
-                            const std::vector<std::byte>& profile, const Carry_Plan& plan);
+/// What a TIFF parent gives along; each may be empty.
+struct Foreign_Data {
+    std::vector<std::byte> exif{};
+    std::vector<std::byte> profile{};
+    std::vector<std::byte> xmp{}; ///< left out when it is longer than a segment
+};
+
+/// The same without a JPEG parent.
+Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, const Carry_Plan& plan);
+
+/// Copies what stands in the parent's file behind its picture.
+Result<void> Write_What_Stands_Behind(Replacement_File& target, const Jpeg_Parent& parent);

@@ -3,6 +3,7 @@
 #include "bkimgutl/codecs/Jpeg_Encode.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Jpeg_Transform.h"
+#include "bkimgutl/codecs/Jpeg_XMP.h"
 #include "bkimgutl/codecs/Save_Checks.h"
 #include "bkimgutl/codecs/Stored_Text.h"
 #include "frame/files/Limits.h"
@@ -40,6 +41,9 @@ struct Parent_Save {
     Pixel_Symmetry symmetry; ///< of the bitmap's pixels, from the parent's as stored
 
     Pixels Choose() const;
+    /// Another orientation turns the picture where its coded data must stay: an incomplete unit would come to lie at the
+    /// wrong end, or an index of further pictures behind this one points into the file.
+    bool Is_Better_Turned_By_Tag(bool can_turn) const;
     Encode_Settings Settings() const;
 };
 
@@ -52,7 +56,17 @@ Pixels Parent_Save::Choose() const
     if (symmetry == Symmetry_Of_Orientation(parent.facts.orientation)) return Pixels::As_Stored;
     if (symmetry.Is_Identity()) return Pixels::Reoriented;
     const bool possible = Can_Turn_Without_Loss(coding, parent.head.width, parent.head.height, symmetry);
+    if (Is_Better_Turned_By_Tag(possible)) return Pixels::Reoriented;
     return possible ? Pixels::Turned : Pixels::Encoded;
+}
+
+bool Parent_Save::Is_Better_Turned_By_Tag(bool can_turn) const
+{
+    const Jpeg_Segment* camera = parent.head.Find(Segment_Kind::EXIF);
+    if (camera == nullptr) return false;
+    const auto block = Read_Segment(parent.file, *camera);
+    if (!block || !Has_Orientation_In_EXIF_Block(*block)) return false;
+    return !can_turn || End_Of_Picture(parent.file, parent.head) < parent.file.Size();
 }
 
 Encode_Settings Parent_Save::Settings() const
@@ -82,29 +96,34 @@ Result<void> Write_From_Jpeg(Replacement_File& target, const Save_Request& reque
     const Bitmap_View pixels = request.bitmap ? request.bitmap->View() : Bitmap_View{};
     const Pixels source = save.Choose();
     const auto colors = source == Pixels::Encoded ? Colors_To_Store(pixels, save.Settings()) : save.coding.colors;
-    if (auto head = Write_Carried(target, *parent, Plan_For(request, source, colors)); !head) return head;
-    if (source == Pixels::Turned) return Write_Turned(target, parent->file, save.symmetry);
+    Carry_Plan plan = Plan_For(request, source, colors);
+    if (source == Pixels::Reoriented) plan.orientation = Orientation_Of_Symmetry(save.symmetry);
+    if (auto head = Write_Carried(target, *parent, plan); !head) return head;
+    if (source == Pixels::Turned) {
+        if (auto turned = Write_Turned(target, parent->file, save.symmetry); !turned) return turned;
+        return Write_What_Stands_Behind(target, *parent);
+    }
     if (source == Pixels::Encoded) return Encode_Jpeg(target, pixels, save.Settings());
     return {};
 }
 
-/// The camera block and the profile of a TIFF parent, both empty without a parent.
+/// The camera block, the profile and the XMP packet of a TIFF parent, all empty without a parent.
 Result<void> Write_From_Others(Replacement_File& target, const Save_Request& request, Image_File_Type parent_type)
 {
-    std::vector<std::byte> exif;
-    std::vector<std::byte> profile;
+    Foreign_Data foreign;
     if (parent_type == Image_File_Type::TIFF) {
         const auto file = Regular_File::Open(request.parent);
         if (!file) return tl::make_unexpected(file.error());
         auto block = TIFF_Codec().Read_EXIF(*file);
         if (!block) return Failure(request.parent + ": " + block.error().text);
-        exif = std::move(*block);
-        if (auto found = TIFF_Codec().Read_Profile(*file)) profile = std::move(*found);
+        foreign.exif = std::move(*block);
+        if (auto found = TIFF_Codec().Read_Profile(*file)) foreign.profile = std::move(*found);
+        if (auto found = TIFF_Codec().Read_XMP(*file)) foreign.xmp = std::move(*found);
     }
     const Bitmap_View pixels = request.bitmap->View();
     const Encode_Settings settings{.quality = request.quality < 0 ? Usual_Quality : request.quality, .like = nullptr};
     const Carry_Plan plan = Plan_For(request, Pixels::Encoded, Colors_To_Store(pixels, settings));
-    if (auto head = Write_New_Head(target, std::move(exif), profile, plan); !head) return head;
+    if (auto head = Write_New_Head(target, std::move(foreign), plan); !head) return head;
     return Encode_Jpeg(target, pixels, settings);
 }
 
@@ -205,6 +224,10 @@ public:
     Result<std::vector<std::byte>> Read_Profile(const Regular_File& file) const override
     {
         return With_Head(file, Profile_Of_Jpeg);
+    }
+    Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const override
+    {
+        return With_Head(file, XMP_Of_Jpeg);
     }
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {

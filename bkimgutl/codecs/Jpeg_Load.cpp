@@ -23,6 +23,16 @@ Result<void> Check_Claim(const Regular_File& file, const Jpeg_Head& head)
     return {};
 }
 
+Result<void> Check_Kind(const Jpeg_Head& head)
+{
+    const int kind = head.process & 7; // the arithmetic ways stand 8 higher
+    if (kind == 3) return Failure("is of the lossless kind of JPEG, which is not supported");
+    if (kind > 3) return Failure("is of the hierarchical kind of JPEG, which is not supported");
+    if (head.precision != 8)
+        return Failure("has " + std::to_string(head.precision) + " bits per sample; JPEG files with 8 are supported");
+    return {};
+}
+
 int Codec_Divisor(int divisor)
 {
     for (const int fast : {8, 4, 2}) {
@@ -124,6 +134,7 @@ Result<Bitmap> Load_Jpeg(const Regular_File& file, int scale_divisor)
     if (scale_divisor < 1) return Failure("the scale divisor is below 1");
     const auto head = Read_Jpeg_Head(file);
     if (!head) return tl::make_unexpected(head.error());
+    if (auto good = Check_Kind(*head); !good) return tl::make_unexpected(good.error());
     if (auto good = Check_Claim(file, *head); !good) return tl::make_unexpected(good.error());
     const auto facts = Facts_Of_Jpeg(file, *head);
     if (!facts) return tl::make_unexpected(facts.error());

@@ -101,6 +101,7 @@ void Take_Frame(Jpeg_Head& head, const Jpeg_Segment& segment)
     head.height = int(segment.Short(1));
     head.width = int(segment.Short(3));
     head.components = int(segment.Byte(5));
+    head.process = segment.marker & 0x0F;
     head.arithmetic = segment.marker >= 0xC9;
 }
 
@@ -174,6 +175,32 @@ Result<std::vector<std::byte>> Read_Segment(const Regular_File& file, const Jpeg
     if (!got) return tl::make_unexpected(got.error());
     if (*got != data.size()) return Failure("has become shorter while it was read");
     return data;
+}
+
+std::int64_t End_Of_Picture(const Regular_File& file, const Jpeg_Head& head)
+{
+    Byte_Window window(file);
+    constexpr int stuffed = 0x00, first_restart = 0xD0, last_restart = 0xD7;
+    for (std::int64_t at = head.scan_at;;) {
+        const int byte = window.Byte(at);
+        if (byte < 0) return file.Size();
+        if (byte != 0xFF) {
+            ++at;
+            continue;
+        }
+        const int marker = window.Byte(at + 1);
+        if (marker == Marker_EOI) return at + 2;
+        if (marker == 0xFF) {
+            ++at; // a fill byte
+        } else if (marker == stuffed || (marker >= first_restart && marker <= last_restart)) {
+            at += 2;
+        } else {
+            const int high = window.Byte(at + 2);
+            const int low = window.Byte(at + 3);
+            if (high < 0 || low < 0) return file.Size();
+            at += 2 + std::max(2, high << 8 | low); // tables, and the heads of further scans
+        }
+    }
 }
 
 std::vector<std::byte> Segment_Bytes(std::uint8_t marker, const std::vector<std::byte>& data)

@@ -43,6 +43,7 @@ struct Jpeg_Head {
     int height = 0;
     int precision = 0; ///< bits per sample
     int components = 0;
+    int process = 0;         ///< the low half of the frame's marker: which of the ways of coding
     bool arithmetic = false; ///< coded in the arithmetic way instead of Huffman's
 
     /// The first segment of a kind, or null.
@@ -57,6 +58,10 @@ Result<std::vector<std::byte>> Read_Segment(const Regular_File& file, const Jpeg
 
 /// True when an end mark stands behind the beginning of the first scan. A file without one may have been cut off.
 bool Has_End_Mark(const Regular_File& file);
+
+/// Where the end mark of the picture ends; the size of the file when there is none. What stands behind belongs to others:
+/// further pictures, films, padding.
+std::int64_t End_Of_Picture(const Regular_File& file, const Jpeg_Head& head);
 
 /// Marker, length and data as they stand in a file. At most 65533 bytes of data.
 std::vector<std::byte> Segment_Bytes(std::uint8_t marker, const std::vector<std::byte>& data);

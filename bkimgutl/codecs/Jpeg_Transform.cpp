@@ -150,6 +150,7 @@ Result<void> Write_Turned(Replacement_File& target, const Regular_File& parent, 
     const Block_Moves moves = Moves_Of(symmetry);
     const bool good = Guarded(encoder.Errors(), [&] { Turning(decoder.Object(), encoder.Object(), moves).Run(); });
     if (!good) return tl::make_unexpected(encoder.Reason());
-    if (encoder.Errors().damages > 0) return Failure("the parent's picture data is damaged");
+    // The bitmap was read without damage, so an end mark may be missing, but no more.
+    if (encoder.Errors().damages > encoder.Errors().cut_offs) return Failure("the parent's picture data is damaged");
     return {};
 }

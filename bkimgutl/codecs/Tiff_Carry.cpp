@@ -9,78 +9,89 @@
 
 namespace {
 
+/// Tells how and where the pixels are stored, or about other pictures of the file.
+constexpr std::uint16_t Storage_Tags[] = {
+    TIFFTAG_SUBFILETYPE,
+    TIFFTAG_OSUBFILETYPE,
+    TIFFTAG_IMAGEWIDTH,
+    TIFFTAG_IMAGELENGTH,
+    TIFFTAG_COMPRESSION,
+    TIFFTAG_FILLORDER,
+    TIFFTAG_STRIPOFFSETS,
+    TIFFTAG_ORIENTATION,
+    TIFFTAG_ROWSPERSTRIP,
+    TIFFTAG_STRIPBYTECOUNTS,
+    TIFFTAG_PLANARCONFIG,
+    TIFFTAG_FREEOFFSETS,
+    TIFFTAG_FREEBYTECOUNTS,
+    TIFFTAG_GROUP3OPTIONS,
+    TIFFTAG_GROUP4OPTIONS,
+    TIFFTAG_PREDICTOR,
+    TIFFTAG_TILEWIDTH,
+    TIFFTAG_TILELENGTH,
+    TIFFTAG_TILEOFFSETS,
+    TIFFTAG_TILEBYTECOUNTS,
+    TIFFTAG_BADFAXLINES,
+    TIFFTAG_CLEANFAXDATA,
+    TIFFTAG_CONSECUTIVEBADFAXLINES,
+    TIFFTAG_SUBIFD,
+    TIFFTAG_JPEGTABLES,
+    TIFFTAG_JPEGPROC,
+    TIFFTAG_JPEGIFOFFSET,
+    TIFFTAG_JPEGIFBYTECOUNT,
+    TIFFTAG_JPEGRESTARTINTERVAL,
+    TIFFTAG_JPEGLOSSLESSPREDICTORS,
+    TIFFTAG_JPEGPOINTTRANSFORM,
+    TIFFTAG_JPEGQTABLES,
+    TIFFTAG_JPEGDCTABLES,
+    TIFFTAG_JPEGACTABLES,
+    TIFFTAG_YCBCRCOEFFICIENTS,
+    TIFFTAG_YCBCRSUBSAMPLING,
+    TIFFTAG_YCBCRPOSITIONING,
+    TIFFTAG_IMAGEDEPTH,
+    TIFFTAG_TILEDEPTH,
+};
+
+/// Tells what the samples of a pixel are.
+constexpr std::uint16_t Color_Tags[] = {
+    TIFFTAG_BITSPERSAMPLE,
+    TIFFTAG_PHOTOMETRIC,
+    TIFFTAG_THRESHHOLDING,
+    TIFFTAG_CELLWIDTH,
+    TIFFTAG_CELLLENGTH,
+    TIFFTAG_SAMPLESPERPIXEL,
+    TIFFTAG_MINSAMPLEVALUE,
+    TIFFTAG_MAXSAMPLEVALUE,
+    TIFFTAG_GRAYRESPONSEUNIT,
+    TIFFTAG_GRAYRESPONSECURVE,
+    TIFFTAG_PAGENUMBER,
+    TIFFTAG_COLORRESPONSEUNIT,
+    TIFFTAG_TRANSFERFUNCTION,
+    TIFFTAG_COLORMAP,
+    TIFFTAG_HALFTONEHINTS,
+    TIFFTAG_INKSET,
+    TIFFTAG_INKNAMES,
+    TIFFTAG_NUMBEROFINKS,
+    TIFFTAG_DOTRANGE,
+    TIFFTAG_EXTRASAMPLES,
+    TIFFTAG_SAMPLEFORMAT,
+    TIFFTAG_SMINSAMPLEVALUE,
+    TIFFTAG_SMAXSAMPLEVALUE,
+    TIFFTAG_INDEXED,
+    TIFFTAG_REFERENCEBLACKWHITE,
+    TIFFTAG_MATTEING,
+    TIFFTAG_DATATYPE,
+};
+
+bool Is_One_Of(std::span<const std::uint16_t> tags, std::uint16_t tag)
+{
+    return std::find(tags.begin(), tags.end(), tag) != tags.end();
+}
+
 /// Describes the stored pixels, other pictures of the file, or is set anew.
 bool Belongs_To_Old_Pixels(const Tiff_Entry& entry)
 {
-    constexpr std::uint16_t tags[] = {
-        TIFFTAG_SUBFILETYPE,
-        TIFFTAG_OSUBFILETYPE,
-        TIFFTAG_IMAGEWIDTH,
-        TIFFTAG_IMAGELENGTH,
-        TIFFTAG_BITSPERSAMPLE,
-        TIFFTAG_COMPRESSION,
-        TIFFTAG_PHOTOMETRIC,
-        TIFFTAG_THRESHHOLDING,
-        TIFFTAG_CELLWIDTH,
-        TIFFTAG_CELLLENGTH,
-        TIFFTAG_FILLORDER,
-        TIFFTAG_STRIPOFFSETS,
-        TIFFTAG_ORIENTATION,
-        TIFFTAG_SAMPLESPERPIXEL,
-        TIFFTAG_ROWSPERSTRIP,
-        TIFFTAG_STRIPBYTECOUNTS,
-        TIFFTAG_MINSAMPLEVALUE,
-        TIFFTAG_MAXSAMPLEVALUE,
-        TIFFTAG_PLANARCONFIG,
-        TIFFTAG_FREEOFFSETS,
-        TIFFTAG_FREEBYTECOUNTS,
-        TIFFTAG_GRAYRESPONSEUNIT,
-        TIFFTAG_GRAYRESPONSECURVE,
-        TIFFTAG_GROUP3OPTIONS,
-        TIFFTAG_GROUP4OPTIONS,
-        TIFFTAG_PAGENUMBER,
-        TIFFTAG_COLORRESPONSEUNIT,
-        TIFFTAG_TRANSFERFUNCTION,
-        TIFFTAG_PREDICTOR,
-        TIFFTAG_COLORMAP,
-        TIFFTAG_HALFTONEHINTS,
-        TIFFTAG_TILEWIDTH,
-        TIFFTAG_TILELENGTH,
-        TIFFTAG_TILEOFFSETS,
-        TIFFTAG_TILEBYTECOUNTS,
-        TIFFTAG_BADFAXLINES,
-        TIFFTAG_CLEANFAXDATA,
-        TIFFTAG_CONSECUTIVEBADFAXLINES,
-        TIFFTAG_SUBIFD,
-        TIFFTAG_INKSET,
-        TIFFTAG_INKNAMES,
-        TIFFTAG_NUMBEROFINKS,
-        TIFFTAG_DOTRANGE,
-        TIFFTAG_EXTRASAMPLES,
-        TIFFTAG_SAMPLEFORMAT,
-        TIFFTAG_SMINSAMPLEVALUE,
-        TIFFTAG_SMAXSAMPLEVALUE,
-        TIFFTAG_INDEXED,
-        TIFFTAG_JPEGTABLES,
-        TIFFTAG_JPEGPROC,
-        TIFFTAG_JPEGIFOFFSET,
-        TIFFTAG_JPEGIFBYTECOUNT,
-        TIFFTAG_JPEGRESTARTINTERVAL,
-        TIFFTAG_JPEGLOSSLESSPREDICTORS,
-        TIFFTAG_JPEGPOINTTRANSFORM,
-        TIFFTAG_JPEGQTABLES,
-        TIFFTAG_JPEGDCTABLES,
-        TIFFTAG_JPEGACTABLES,
-        TIFFTAG_YCBCRCOEFFICIENTS,
-        TIFFTAG_YCBCRSUBSAMPLING,
-        TIFFTAG_YCBCRPOSITIONING,
-        TIFFTAG_REFERENCEBLACKWHITE,
-        TIFFTAG_MATTEING,
-        TIFFTAG_DATATYPE,
-        TIFFTAG_IMAGEDEPTH,
-        TIFFTAG_TILEDEPTH,
-    };
-    return std::find(std::begin(tags), std::end(tags), entry.tag) != std::end(tags);
+    return Is_One_Of(Storage_Tags, entry.tag) || Is_One_Of(Color_Tags, entry.tag);
 }
 
 bool Points_To_Camera_Data(std::uint16_t tag)
@@ -113,7 +124,8 @@ Result<Tiff_Fields> Carried_Fields(const Tiff_Structure& parent, const Tiff_Dire
     for (const Tiff_Entry& entry : directory.entries) {
         // Directories of types of their own describe other pictures, whose data stays behind.
         const bool points = entry.type == Tiff_Type::IFD || entry.type == Tiff_Type::IFD8;
-        if (Belongs_To_Old_Pixels(entry) || Points_To_Camera_Data(entry.tag) || points) continue;
+        const bool old = channels == 0 ? Is_One_Of(Storage_Tags, entry.tag) : Belongs_To_Old_Pixels(entry);
+        if (old || Points_To_Camera_Data(entry.tag) || points) continue;
         if (Find_Field(fields, entry.tag) != nullptr) continue;
         if (entry.inside) {
             fields.push_back(Kept_Field(entry));
@@ -124,7 +136,7 @@ Result<Tiff_Fields> Carried_Fields(const Tiff_Structure& parent, const Tiff_Dire
             return Failure("the file holds more data beside its picture than can be carried along");
         if (!value) continue; // points outside of the file: there is nothing to carry
         left -= value->size();
-        if (entry.tag == Tiff_Tag::ICC_Profile && !Profile_Fits(*value, channels)) continue;
+        if (entry.tag == Tiff_Tag::ICC_Profile && channels != 0 && !Profile_Fits(*value, channels)) continue;
         fields.push_back({.tag = entry.tag, .type = entry.type, .count = entry.count, .value = std::move(*value)});
     }
     return fields;
@@ -160,29 +172,21 @@ Result<void> Take_Segments(const Regular_File& parent, int channels, Tiff_Fields
     const auto profile = JPEG_Codec().Read_Profile(parent);
     if (profile && Profile_Fits(*profile, channels))
         Set_Field(fields, Bytes_Field(Tiff_Tag::ICC_Profile, Tiff_Type::Undefined, *profile));
+    if (const auto xmp = JPEG_Codec().Read_XMP(parent); xmp && !xmp->empty())
+        Set_Field(fields, Bytes_Field(Tiff_Tag::XMP, Tiff_Type::Byte, *xmp));
     const auto head = Read_Jpeg_Head(parent);
     if (!head) return tl::make_unexpected(head.error());
-    struct Known {
-        std::string_view start;
-        std::uint16_t tag;
-        std::uint16_t type;
-    };
     using namespace std::string_view_literals;
-    constexpr Known table[] = {{"http://ns.adobe.com/xap/1.0/\0"sv, Tiff_Tag::XMP, Tiff_Type::Byte},
-                               {"Photoshop 3.0\0"sv, Tiff_Tag::Photoshop, Tiff_Type::Byte}};
-    for (const Known& known : table) {
-        std::vector<std::byte> all; // Photoshop data may go on in further segments
-        for (const Jpeg_Segment& segment : head->segments) {
-            if (segment.bytes < known.start.size() ||
-                std::memcmp(segment.first.data(), known.start.data(), known.start.size()) != 0)
-                continue;
-            const auto data = Read_Segment(parent, segment);
-            if (!data) return tl::make_unexpected(data.error());
-            if (known.tag == Tiff_Tag::XMP && !all.empty()) break; // there is one XMP packet
-            all.insert(all.end(), data->begin() + std::ptrdiff_t(known.start.size()), data->end());
-        }
-        if (!all.empty()) Set_Field(fields, Bytes_Field(known.tag, known.type, all));
+    constexpr auto start = "Photoshop 3.0\0"sv;
+    std::vector<std::byte> all; // goes on in further segments
+    for (const Jpeg_Segment& segment : head->segments) {
+        if (segment.bytes < start.size() || std::memcmp(segment.first.data(), start.data(), start.size()) != 0)
+            continue;
+        const auto data = Read_Segment(parent, segment);
+        if (!data) return tl::make_unexpected(data.error());
+        all.insert(all.end(), data->begin() + std::ptrdiff_t(start.size()), data->end());
     }
+    if (!all.empty()) Set_Field(fields, Bytes_Field(Tiff_Tag::Photoshop, Tiff_Type::Byte, all));
     return {};
 }
 

@@ -21,6 +21,7 @@ struct Tiff_Carried {
 
 constexpr std::uint64_t Most_Camera_Bytes = std::uint64_t(64) << 20;
 
-/// `channels` of the new picture, 1 or 3: a colour profile for other colours stays behind.
+/// `channels` of the new picture, 1 or 3: a colour profile for other colours stays behind. 0 when the new picture has the
+/// parent's own samples: then all that tells about colours goes along too.
 Result<Tiff_Carried> Carried_From_Tiff(const Tiff_Structure& parent, const Tiff_Directory& directory, int channels);
 Result<Tiff_Carried> Carried_From_Jpeg(const Regular_File& parent, int channels);

@@ -1,8 +1,9 @@
 #include "bkimgutl/codecs/Save_Checks.h"
 #include "bkimgutl/codecs/Tiff_Camera.h"
 #include "bkimgutl/codecs/Tiff_Carry.h"
-#include "bkimgutl/codecs/Tiff_Encode.h"
+#include "bkimgutl/codecs/Tiff_Handle.h"
 #include "bkimgutl/codecs/Tiff_Loader.h"
+#include "bkimgutl/codecs/Tiff_Samples.h"
 #include "bkimgutl/codecs/Tiff_Tail.h"
 #include "bkimgutl/codecs/Tiff_Texts.h"
 #include "frame/files/Limits.h"
@@ -13,7 +14,9 @@
 
 // A save first decides where the picture data comes from. While the bitmap still holds the pixels of a TIFF parent as its
 // orientation tag shows them, the parent is copied as it stands, whatever it holds, and only gets a new first directory
-// with the new texts. Otherwise the pixels are written anew and everything else of the parent is carried along.
+// with the new texts. Turned by right angles, its samples are written again with all their bits; where they cannot be moved,
+// or further pages must stay, the copy gets another orientation. Otherwise the pixels are written anew. Everything else of
+// the parent is carried along.
 
 namespace {
 
@@ -41,13 +44,54 @@ Result<void> Check_Zero_Bytes(const Save_Request& request)
     return {};
 }
 
-bool Pixels_Are_As_Stored(const Save_Request& request, const Opened& parent, const Picture_Facts& facts)
+/// Where the pixels of the new file come from.
+enum class Pixel_Way {
+    Parent,         ///< it is copied as it stands
+    Parent_By_Tag,  ///< likewise, and another orientation turns it
+    Parent_Samples, ///< its samples are turned and written again, with all their bits
+    Bitmap,         ///< 8 bits a channel
+};
+
+/// The bitmap holds all there is, so that nothing is gained by the samples as they are stored.
+bool Is_Like_A_Bitmap(const Tiff_Kind& kind)
 {
-    if (request.bitmap == nullptr) return true;
-    const auto& origin = request.bitmap->Origin();
-    return origin && !origin->damaged && origin->identity == parent.file.Identity() &&
-           origin->symmetry == Symmetry_Of_Orientation(facts.orientation) &&
-           Coded_Data_Lies_Before(parent.structure.Size(), parent.structure, parent.directory);
+    const bool plain = kind.colors == Tiff_Colors::RGB || (kind.colors == Tiff_Colors::Grey && !kind.white_is_zero);
+    return plain && kind.bits == 8 && !kind.Holds_More();
+}
+
+Pixel_Way Way_Of_Turned_Pixels(const Opened& parent)
+{
+    const auto handle = Tiff_Handle::Open_To_Read(parent.file);
+    if (!handle) return Pixel_Way::Bitmap;
+    const auto kind = Kind_Of(handle->Get());
+    if (!kind) return Pixel_Way::Bitmap;
+    if (Has_Further_Pages(parent.structure, parent.directory)) return Pixel_Way::Parent_By_Tag; // they must stay
+    if (Is_Like_A_Bitmap(*kind)) return Pixel_Way::Bitmap;
+    if (Can_Move_Samples(*kind)) return Pixel_Way::Parent_Samples;
+    return kind->Holds_More() ? Pixel_Way::Parent_By_Tag : Pixel_Way::Bitmap;
+}
+
+Pixel_Way Way_Of_Pixels(const Bitmap* bitmap, const Opened& parent, const Picture_Facts& facts)
+{
+    if (bitmap == nullptr) return Pixel_Way::Parent;
+    const auto& origin = bitmap->Origin();
+    const bool are_parents = origin && !origin->damaged && origin->identity == parent.file.Identity() &&
+                             Coded_Data_Lies_Before(parent.structure.Size(), parent.structure, parent.directory);
+    if (!are_parents) return Pixel_Way::Bitmap;
+    if (origin->symmetry == Symmetry_Of_Orientation(facts.orientation)) return Pixel_Way::Parent;
+    return Way_Of_Turned_Pixels(parent);
+}
+
+/// The facts of the parent when its orientation were another one.
+Picture_Facts With_Orientation(Picture_Facts facts, int orientation)
+{
+    const bool swapped = Symmetry_Of_Orientation(facts.orientation).Swaps_Sides();
+    if (swapped != Symmetry_Of_Orientation(orientation).Swaps_Sides()) {
+        std::swap(facts.width, facts.height);
+        std::swap(facts.horizontal_dpi, facts.vertical_dpi);
+    }
+    facts.orientation = orientation;
+    return facts;
 }
 
 /// What the new file must give back when it is read.
@@ -110,7 +154,7 @@ Expectation Expected_From(const Save_Request& request, const Opened* parent, con
     return expected;
 }
 
-/// Copies the parent and changes what its first directory says.
+/// Copies the parent and changes what its first directory says. `facts` are those that the new file shall have.
 Result<void> Write_Texts_Alone(Replacement_File& target, const Save_Request& request, const Opened& parent,
                                const Picture_Facts& facts)
 {
@@ -118,6 +162,9 @@ Result<void> Write_Texts_Alone(Replacement_File& target, const Save_Request& req
     if (!base) return tl::make_unexpected(base.error());
     if (auto set = Set_Texts(base->fields, &parent.structure, &parent.directory, request.comment, request.script); !set)
         return set;
+    if (parent.structure.Number(parent.directory, Tiff_Tag::Orientation, 1) != std::uint64_t(facts.orientation))
+        Set_Field(base->fields,
+                  Short_Field(parent.structure.Layout(), Tiff_Tag::Orientation, std::uint16_t(facts.orientation)));
     auto [horizontal, vertical] = Resolution_Of(request);
     // An unchanged resolution keeps its unit and its fractions.
     if (horizontal != facts.horizontal_dpi || vertical != facts.vertical_dpi) {
@@ -138,12 +185,12 @@ void Swap_Resolution(Tiff_Fields& fields)
 }
 
 /// Writes the pixels anew with everything that is carried along.
-Result<void> Write_Anew(Replacement_File& target, const Save_Request& request, Tiff_Carried carried)
+Result<void> Write_Anew(Replacement_File& target, const Tiff_Rows& rows, Tiff_Carried carried)
 {
     const int descriptor = target.Descriptor();
     if (carried.head.size() % 2 != 0) carried.head.push_back(std::byte(0));
     if (auto head = target.Write(carried.head); !head) return head;
-    auto pixels = Encode_Tiff_Strips(descriptor, carried.layout, request.bitmap->View(), carried.compression);
+    auto pixels = Encode_Tiff_Strips(descriptor, carried.layout, rows, carried.compression);
     if (!pixels) return tl::make_unexpected(pixels.error());
     const off_t end = lseek(descriptor, 0, SEEK_END);
     if (end < 0) return Failure(System_Error_Text(errno), errno);
@@ -183,14 +230,45 @@ Result<Replacement_File> Open_Target(const Save_Request& request, const Expectat
     return Replacement_File::Open(request.target, std::move(options));
 }
 
-Result<void> Write_And_Commit(const Save_Request& request, const Opened* parent, Tiff_Carried carried)
+Result<void> Write_And_Commit(const Save_Request& request, const Opened* parent, const Tiff_Rows& rows,
+                              Tiff_Carried carried)
 {
     Expectation expected = Expected_From(request, parent);
     expected.camera_payload = carried.camera_payload;
     if (auto taken = Take_Texts(carried, request, parent); !taken) return taken;
     auto target = Open_Target(request, expected);
     if (!target) return tl::make_unexpected(target.error());
-    if (auto written = Write_Anew(*target, request, std::move(carried)); !written) return written;
+    if (auto written = Write_Anew(*target, rows, std::move(carried)); !written) return written;
+    return target->Commit();
+}
+
+Result<void> Save_Bitmap_Pixels(const Save_Request& request, const Opened* parent, Tiff_Carried carried)
+{
+    const Bitmap_View pixels = request.bitmap->View();
+    for (Tiff_Field& field : Color_Fields_Of_Bitmap(carried.layout, pixels))
+        Set_Field(carried.fields, std::move(field));
+    return Write_And_Commit(request, parent, Rows_Of_Bitmap(pixels), std::move(carried));
+}
+
+Result<void> Save_Turned_Samples(const Save_Request& request, const Opened& parent)
+{
+    auto carried = Carried_From_Tiff(parent.structure, parent.directory, /*channels=*/0);
+    if (!carried) return Failure(request.parent + ": " + carried.error().text);
+    const auto samples = Tiff_Samples::Read(parent.file);
+    if (!samples) return Failure(request.parent + ": " + samples.error().text);
+    const Tiff_Rows rows = samples->Turned(request.bitmap->Origin()->symmetry);
+    return Write_And_Commit(request, &parent, rows, std::move(*carried));
+}
+
+Result<void> Save_Parent_As_It_Stands(const Save_Request& request, const Opened& parent, const Picture_Facts& facts)
+{
+    Expectation expected = Expected_From(request, &parent, facts);
+    const auto payload = Camera_Payload(parent);
+    if (!payload) return tl::make_unexpected(payload.error());
+    expected.camera_payload = *payload;
+    auto target = Open_Target(request, expected);
+    if (!target) return tl::make_unexpected(target.error());
+    if (auto written = Write_Texts_Alone(*target, request, parent, facts); !written) return written;
     return target->Commit();
 }
 
@@ -200,19 +278,18 @@ Result<void> Save_From_Tiff(const Save_Request& request, const Regular_File& fil
     if (!parent) return Failure(request.parent + ": " + parent.error().text);
     const auto facts = Facts_Of_Tiff(parent->structure, parent->directory);
     if (!facts) return Failure(request.parent + ": " + facts.error().text);
-    if (!Pixels_Are_As_Stored(request, *parent, *facts)) {
-        auto carried = Carried_From_Tiff(parent->structure, parent->directory, request.bitmap->Bytes_Per_Pixel());
-        if (!carried) return Failure(request.parent + ": " + carried.error().text);
-        return Write_And_Commit(request, &*parent, std::move(*carried));
+    switch (Way_Of_Pixels(request.bitmap, *parent, *facts)) {
+    case Pixel_Way::Parent: return Save_Parent_As_It_Stands(request, *parent, *facts);
+    case Pixel_Way::Parent_By_Tag: {
+        const int orientation = Orientation_Of_Symmetry(request.bitmap->Origin()->symmetry);
+        return Save_Parent_As_It_Stands(request, *parent, With_Orientation(*facts, orientation));
     }
-    Expectation expected = Expected_From(request, &*parent, *facts);
-    const auto payload = Camera_Payload(*parent);
-    if (!payload) return tl::make_unexpected(payload.error());
-    expected.camera_payload = *payload;
-    auto target = Open_Target(request, expected);
-    if (!target) return tl::make_unexpected(target.error());
-    if (auto written = Write_Texts_Alone(*target, request, *parent, *facts); !written) return written;
-    return target->Commit();
+    case Pixel_Way::Parent_Samples: return Save_Turned_Samples(request, *parent);
+    case Pixel_Way::Bitmap: break;
+    }
+    auto carried = Carried_From_Tiff(parent->structure, parent->directory, request.bitmap->Bytes_Per_Pixel());
+    if (!carried) return Failure(request.parent + ": " + carried.error().text);
+    return Save_Bitmap_Pixels(request, &*parent, std::move(*carried));
 }
 
 Result<void> Save_Tiff(const Save_Request& request)
@@ -220,7 +297,7 @@ Result<void> Save_Tiff(const Save_Request& request)
     if (auto good = Check_Texts(request); !good) return good;
     if (auto good = Check_Zero_Bytes(request); !good) return good;
     if (auto good = Check_Damage(request); !good) return good;
-    if (request.parent.empty() && request.bitmap != nullptr) return Write_And_Commit(request, nullptr, {});
+    if (request.parent.empty() && request.bitmap != nullptr) return Save_Bitmap_Pixels(request, nullptr, {});
     const auto file = Regular_File::Open(request.parent);
     if (!file) return tl::make_unexpected(file.error());
     const auto type =
@@ -230,7 +307,7 @@ Result<void> Save_Tiff(const Save_Request& request)
     if (type != Image_File_Type::JPEG) return Failure(request.parent + ": is neither a JPEG nor a TIFF file");
     auto carried = Carried_From_Jpeg(*file, request.bitmap->Bytes_Per_Pixel());
     if (!carried) return Failure(request.parent + ": " + carried.error().text);
-    return Write_And_Commit(request, nullptr, std::move(*carried));
+    return Save_Bitmap_Pixels(request, nullptr, std::move(*carried));
 }
 
 class Tiff_Codec final : public Codec {
@@ -255,11 +332,11 @@ public:
     }
     Result<std::vector<std::byte>> Read_Profile(const Regular_File& file) const override
     {
-        return With_First(file, [](const Tiff_Structure& structure, const Tiff_Directory& directory) {
-            const Tiff_Entry* entry = directory.Find(Tiff_Tag::ICC_Profile);
-            return entry ? structure.Value(*entry, Most_Camera_Bytes)
-                         : Result<std::vector<std::byte>>(std::vector<std::byte>());
-        });
+        return Value_Of(file, Tiff_Tag::ICC_Profile);
+    }
+    Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const override
+    {
+        return Value_Of(file, Tiff_Tag::XMP);
     }
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {
@@ -270,9 +347,24 @@ public:
         const auto opened = Opened_From(file);
         return opened && Coded_Data_Lies_Before(std::uint64_t(file.Size()), opened->structure, opened->directory);
     }
+    bool Keeps_All(const Bitmap& bitmap, const Regular_File& parent) const override
+    {
+        if (Codec::Keeps_All(bitmap, parent)) return true;
+        const auto opened = Opened_From(parent);
+        const auto facts = opened ? Facts_Of_Tiff(opened->structure, opened->directory) : Result<Picture_Facts>();
+        return opened && facts && Way_Of_Pixels(&bitmap, *opened, *facts) != Pixel_Way::Bitmap;
+    }
     Result<void> Save(const Save_Request& request) const override { return Save_Tiff(request); }
 
 private:
+    static Result<std::vector<std::byte>> Value_Of(const Regular_File& file, std::uint16_t tag)
+    {
+        return With_First(file, [tag](const Tiff_Structure& structure, const Tiff_Directory& directory) {
+            const Tiff_Entry* entry = directory.Find(tag);
+            return entry ? structure.Value(*entry, Most_Camera_Bytes)
+                         : Result<std::vector<std::byte>>(std::vector<std::byte>());
+        });
+    }
     template <class Reader>
     static auto With_First(const Regular_File& file, Reader reader)
         -> decltype(reader(std::declval<const Tiff_Structure&>(), std::declval<const Tiff_Directory&>()))

@@ -11,18 +11,19 @@
 
 namespace {
 
-bool Has_Predictor(std::uint16_t compression)
+bool Has_Predictor(std::uint16_t compression, int bits)
 {
-    return compression == COMPRESSION_LZW || compression == COMPRESSION_ADOBE_DEFLATE;
+    const bool whole_bytes = bits == 8 || bits == 16 || bits == 32; // the library takes differences of no others
+    return whole_bytes && (compression == COMPRESSION_LZW || compression == COMPRESSION_ADOBE_DEFLATE);
 }
 
-int Rows_Per_Strip(const Bitmap_View& pixels)
+int Rows_Per_Strip(const Tiff_Rows& picture)
 {
     constexpr std::size_t strip_bytes = 256 * 1024;
-    const std::size_t rows = std::max<std::size_t>(strip_bytes / pixels.Row_Bytes(), 1);
+    const std::size_t rows = std::max<std::size_t>(strip_bytes / picture.Row_Bytes(), 1);
     // Very high pictures of short rows would have more strips than a reader takes.
-    const int least = pixels.height / (Current_Limits().tiff_strips / 2 + 1) + 1;
-    return std::min(pixels.height, std::max(int(std::min<std::size_t>(rows, 1 << 20)), least));
+    const int least = picture.height / (Current_Limits().tiff_strips / 2 + 1) + 1;
+    return std::min(picture.height, std::max(int(std::min<std::size_t>(rows, 1 << 20)), least));
 }
 
 tl::unexpected<Error> Write_Failure(const Tiff_Handle& handle)
@@ -31,17 +32,18 @@ tl::unexpected<Error> Write_Failure(const Tiff_Handle& handle)
     return Failure("the picture cannot be written: " + handle.Error_Text());
 }
 
-void Set_Up(TIFF* out, const Bitmap_View& pixels, std::uint16_t compression, int rows)
+// The directory that the library makes of this is thrown away; here it only tells how to code.
+void Set_Up(TIFF* out, const Tiff_Rows& picture, std::uint16_t compression, int rows)
 {
-    TIFFSetField(out, TIFFTAG_IMAGEWIDTH, std::uint32_t(pixels.width));
-    TIFFSetField(out, TIFFTAG_IMAGELENGTH, std::uint32_t(pixels.height));
-    TIFFSetField(out, TIFFTAG_BITSPERSAMPLE, 8);
-    TIFFSetField(out, TIFFTAG_SAMPLESPERPIXEL, pixels.bytes_per_pixel);
-    TIFFSetField(out, TIFFTAG_PHOTOMETRIC, pixels.Is_Grey() ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB);
+    TIFFSetField(out, TIFFTAG_IMAGEWIDTH, std::uint32_t(picture.width));
+    TIFFSetField(out, TIFFTAG_IMAGELENGTH, std::uint32_t(picture.height));
+    TIFFSetField(out, TIFFTAG_BITSPERSAMPLE, picture.bits);
+    TIFFSetField(out, TIFFTAG_SAMPLESPERPIXEL, picture.samples);
+    TIFFSetField(out, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK);
     TIFFSetField(out, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
     TIFFSetField(out, TIFFTAG_ROWSPERSTRIP, std::uint32_t(rows));
     TIFFSetField(out, TIFFTAG_COMPRESSION, compression);
-    if (Has_Predictor(compression)) TIFFSetField(out, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
+    if (Has_Predictor(compression, picture.bits)) TIFFSetField(out, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL);
 }
 
 void Copy_Row(const Bitmap_View& pixels, int y, std::uint8_t* out)
@@ -58,15 +60,14 @@ void Copy_Row(const Bitmap_View& pixels, int y, std::uint8_t* out)
     }
 }
 
-Result<void> Write_Strips(const Tiff_Handle& handle, const Bitmap_View& pixels, int rows)
+Result<void> Write_Strips(const Tiff_Handle& handle, const Tiff_Rows& picture, int rows)
 {
-    std::vector<std::uint8_t> strip(pixels.Row_Bytes() * std::size_t(rows));
+    std::vector<std::uint8_t> strip(picture.Row_Bytes() * std::size_t(rows));
     std::uint32_t number = 0;
-    for (int top = 0; top < pixels.height; top += rows, ++number) {
-        const int count = std::min(rows, pixels.height - top);
-        for (int row = 0; row < count; ++row)
-            Copy_Row(pixels, top + row, strip.data() + std::size_t(row) * pixels.Row_Bytes());
-        const auto bytes = tmsize_t(pixels.Row_Bytes() * std::size_t(count));
+    for (int top = 0; top < picture.height; top += rows, ++number) {
+        const int count = std::min(rows, picture.height - top);
+        picture.fill(top, count, strip.data());
+        const auto bytes = tmsize_t(picture.Row_Bytes() * std::size_t(count));
         if (TIFFWriteEncodedStrip(handle.Get(), number, strip.data(), bytes) != bytes) return Write_Failure(handle);
     }
     if (TIFFFlushData(handle.Get()) != 1) return Write_Failure(handle);
@@ -89,14 +90,40 @@ Tiff_Field Long_Field(const Tiff_Layout& layout, std::uint16_t tag, int value)
     return field;
 }
 
-Result<Tiff_Fields> Pixel_Fields(const Tiff_Handle& handle, const Tiff_Layout& layout, const Bitmap_View& pixels,
+Result<Tiff_Fields> Strip_Fields(const Tiff_Handle& handle, const Tiff_Layout& layout, const Tiff_Rows& picture,
                                  std::uint16_t compression, int rows)
 {
     std::uint64_t *offsets = nullptr, *sizes = nullptr;
     if (TIFFGetField(handle.Get(), TIFFTAG_STRIPOFFSETS, &offsets) != 1 ||
         TIFFGetField(handle.Get(), TIFFTAG_STRIPBYTECOUNTS, &sizes) != 1 || !offsets || !sizes)
         return Write_Failure(handle);
-    const std::size_t strips = std::size_t((std::int64_t(pixels.height) + rows - 1) / rows);
+    const std::size_t strips = std::size_t((std::int64_t(picture.height) + rows - 1) / rows);
+    Tiff_Fields fields{Long_Field(layout, Tiff_Tag::Image_Width, picture.width),
+                       Long_Field(layout, Tiff_Tag::Image_Length, picture.height),
+                       Short_Field(layout, Tiff_Tag::Compression, compression),
+                       Numbers_Field(layout, Tiff_Tag::Strip_Offsets, offsets, strips),
+                       Short_Field(layout, Tiff_Tag::Orientation, 1),
+                       Long_Field(layout, Tiff_Tag::Rows_Per_Strip, rows),
+                       Numbers_Field(layout, Tiff_Tag::Strip_Byte_Counts, sizes, strips),
+                       Short_Field(layout, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG)};
+    if (Has_Predictor(compression, picture.bits))
+        fields.push_back(Short_Field(layout, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL));
+    return fields;
+}
+
+} // namespace
+
+Tiff_Rows Rows_Of_Bitmap(const Bitmap_View& pixels)
+{
+    Tiff_Rows rows{.width = pixels.width, .height = pixels.height, .samples = pixels.bytes_per_pixel};
+    rows.fill = [pixels](int top, int count, std::uint8_t* out) {
+        for (int row = 0; row < count; ++row) Copy_Row(pixels, top + row, out + std::size_t(row) * pixels.Row_Bytes());
+    };
+    return rows;
+}
+
+Tiff_Fields Color_Fields_Of_Bitmap(const Tiff_Layout& layout, const Bitmap_View& pixels)
+{
     Tiff_Field bits = Short_Field(layout, Tiff_Tag::Bits_Per_Sample, 8);
     if (!pixels.Is_Grey()) {
         bits.count = 3;
@@ -104,24 +131,11 @@ Result<Tiff_Fields> Pixel_Fields(const Tiff_Handle& handle, const Tiff_Layout& l
         for (std::size_t i = 0; i < 3; ++i) layout.Put(bits.value.data() + i * 2, 2, 8);
     }
     const std::uint16_t colors = pixels.Is_Grey() ? PHOTOMETRIC_MINISBLACK : PHOTOMETRIC_RGB;
-    Tiff_Fields fields{Long_Field(layout, Tiff_Tag::Image_Width, pixels.width),
-                       Long_Field(layout, Tiff_Tag::Image_Length, pixels.height),
-                       std::move(bits),
-                       Short_Field(layout, Tiff_Tag::Compression, compression),
-                       Short_Field(layout, TIFFTAG_PHOTOMETRIC, colors),
-                       Numbers_Field(layout, Tiff_Tag::Strip_Offsets, offsets, strips),
-                       Short_Field(layout, Tiff_Tag::Orientation, 1),
-                       Short_Field(layout, Tiff_Tag::Samples_Per_Pixel, std::uint16_t(pixels.bytes_per_pixel)),
-                       Long_Field(layout, Tiff_Tag::Rows_Per_Strip, rows),
-                       Numbers_Field(layout, Tiff_Tag::Strip_Byte_Counts, sizes, strips),
-                       Short_Field(layout, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG)};
-    if (Has_Predictor(compression)) fields.push_back(Short_Field(layout, TIFFTAG_PREDICTOR, PREDICTOR_HORIZONTAL));
-    return fields;
+    return {std::move(bits), Short_Field(layout, TIFFTAG_PHOTOMETRIC, colors),
+            Short_Field(layout, Tiff_Tag::Samples_Per_Pixel, std::uint16_t(pixels.bytes_per_pixel))};
 }
 
-} // namespace
-
-Result<Tiff_Fields> Encode_Tiff_Strips(int descriptor, const Tiff_Layout& layout, const Bitmap_View& pixels,
+Result<Tiff_Fields> Encode_Tiff_Strips(int descriptor, const Tiff_Layout& layout, const Tiff_Rows& picture,
                                        std::uint16_t compression)
 {
     const std::string mode = std::string("w") + (layout.little_endian ? "l" : "b") + (layout.big ? "8" : "4");
@@ -130,10 +144,10 @@ Result<Tiff_Fields> Encode_Tiff_Strips(int descriptor, const Tiff_Layout& layout
     {
         auto handle = Tiff_Handle::Open_To_Write(descriptor, mode.c_str());
         if (!handle) return tl::make_unexpected(handle.error());
-        const int rows = Rows_Per_Strip(pixels);
-        Set_Up(handle->Get(), pixels, compression, rows);
-        if (auto written = Write_Strips(*handle, pixels, rows); !written) return tl::make_unexpected(written.error());
-        fields = Pixel_Fields(*handle, layout, pixels, compression, rows);
+        const int rows = Rows_Per_Strip(picture);
+        Set_Up(handle->Get(), picture, compression, rows);
+        if (auto written = Write_Strips(*handle, picture, rows); !written) return tl::make_unexpected(written.error());
+        fields = Strip_Fields(*handle, layout, picture, compression, rows);
         if (fstat(descriptor, &facts) != 0) return Failure(System_Error_Text(errno), errno);
     }
     // The library has written a directory of its own at its close; the one that counts comes from the caller.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <string>
 #include <tiffio.h>
 
@@ -70,6 +71,21 @@ Result<void> Check_Tiff_Limits(const Tiff_Structure& structure, const Tiff_Direc
         return Failure("the picture has " + std::to_string(pieces) + " strips or tiles, the limit is " +
                        std::to_string(limits.tiff_strips));
     return {};
+}
+
+bool Has_Further_Pages(const Tiff_Structure& structure, const Tiff_Directory& first)
+{
+    std::set<std::uint64_t> visited{first.position};
+    std::uint64_t position = first.next;
+    while (position != 0 && int(visited.size()) < Current_Limits().tiff_directories &&
+           visited.insert(position).second) {
+        const auto directory = structure.Read_Directory(position);
+        if (!directory) return false;
+        const auto kind = structure.Number(*directory, Tiff_Tag::New_Subfile_Type, 0);
+        if ((kind & (FILETYPE_REDUCEDIMAGE | FILETYPE_MASK)) == 0) return true;
+        position = directory->next;
+    }
+    return false;
 }
 
 namespace {
@@ -154,6 +170,7 @@ Result<void> Take_Colors(TIFF* handle, Tiff_Kind& kind)
     case PHOTOMETRIC_YCBCR:
         if (compression != COMPRESSION_JPEG || kind.separate || kind.bits != 8) return Leave_To_Library(handle, kind);
         kind.colors = Tiff_Colors::RGB;
+        kind.samples_as_told = false;
         if (TIFFSetField(handle, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB) != 1)
             return Failure("the JPEG coded colours cannot be read");
         return {};

@@ -25,6 +25,7 @@ struct Tiff_Kind {
     bool extra_samples = false;
     bool separate = false; ///< each sample in a plane of its own
     bool tiled = false;
+    bool samples_as_told = true;       ///< decoded samples are of the colours that the tags tell
     bool by_library = false;           ///< of a kind that the library's own conversion to RGBA handles
     std::vector<std::uint8_t> palette; ///< blue, green, red for each index
 
@@ -40,6 +41,9 @@ Result<void> Check_Tiff_Limits(const Tiff_Structure& structure, const Tiff_Direc
 
 /// Strips or tiles, of all planes, that a picture of these sides has; 0 without sides.
 std::uint64_t Tiff_Piece_Count(const Tiff_Structure& structure, const Tiff_Directory& directory);
+
+/// True when full pages follow the first; reduced copies and masks of it do not count.
+bool Has_Further_Pages(const Tiff_Structure& structure, const Tiff_Directory& first);
 
 /// The kind of the current directory; a kind that cannot be shown fails with its reason. JPEG coded colours are set to
 /// come out as RGB.

@@ -8,7 +8,6 @@
 #include "frame/files/Limits.h"
 
 #include <algorithm>
-#include <set>
 #include <tiffio.h>
 
 // Three ways through the TIFF library, each keeping no more than it must:
@@ -218,22 +217,6 @@ Result<void> Page_Reader::Read_Bands()
     TIFFRGBAImageEnd(&image);
     if (Is_Cancelled()) return Failure(Cancelled_Reason);
     return {};
-}
-
-/// True when full pages follow; reduced copies and masks of the first one do not count.
-bool Has_Further_Pages(const Tiff_Structure& structure, const Tiff_Directory& first)
-{
-    std::set<std::uint64_t> visited{first.position};
-    std::uint64_t position = first.next;
-    while (position != 0 && int(visited.size()) < Current_Limits().tiff_directories &&
-           visited.insert(position).second) {
-        const auto directory = structure.Read_Directory(position);
-        if (!directory) return false;
-        const auto kind = structure.Number(*directory, Tiff_Tag::New_Subfile_Type, 0);
-        if ((kind & (FILETYPE_REDUCEDIMAGE | FILETYPE_MASK)) == 0) return true;
-        position = directory->next;
-    }
-    return false;
 }
 
 Result<std::vector<Tiff_Handle>> Open_Planes(const Regular_File& file, Tiff_Handle first, int planes)

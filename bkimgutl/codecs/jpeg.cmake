@@ -17,6 +17,8 @@ list(APPEND bkimgutl_sources
     codecs/Jpeg_Texts.h
     codecs/Jpeg_Transform.cpp
     codecs/Jpeg_Transform.h
+    codecs/Jpeg_XMP.cpp
+    codecs/Jpeg_XMP.h
     codecs/Save_Checks.cpp
     codecs/Save_Checks.h
     codecs/Stored_Text.cpp

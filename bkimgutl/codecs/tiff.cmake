@@ -16,6 +16,8 @@ list(APPEND bkimgutl_sources
     codecs/Tiff_Loader.h
     codecs/Tiff_Row.cpp
     codecs/Tiff_Row.h
+    codecs/Tiff_Samples.cpp
+    codecs/Tiff_Samples.h
     codecs/Tiff_Structure.cpp
     codecs/Tiff_Structure.h
     codecs/Tiff_Tail.cpp

@@ -167,3 +167,14 @@ Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view 
     const auto saved = opened->codec->Save(request);
     return saved ? Flag_True : Fail_Flag(Named(request.target, saved.error()));
 }
+
+Flag Test_Save_Keeps_All_CPP(Bitmap_Handle bitmap, std::int32_t type, std::string_view parent)
+{
+    const auto found = Find_Bitmap(bitmap);
+    if (!found) return Fail_Flag(found.error());
+    const auto opened = Open_Picture(parent, 0);
+    if (!opened) return Fail_Flag(opened.error());
+    const auto codec = Codec_Of(Image_File_Type(type));
+    if (!codec) return Fail_Flag(codec.error());
+    return (*codec)->Keeps_All(**found, opened->file) ? Flag_True : Flag_False;
+}

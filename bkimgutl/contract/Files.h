@@ -57,6 +57,11 @@ Flag Save_Bitmap_To_File(Bitmap_Handle bitmap, std::string_view path, std::int32
 Flag Save_File_Texts(std::string_view path, std::int32_t type, std::string_view comment, std::string_view script,
                      std::string_view parent, std::int32_t horizontal_dpi, std::int32_t vertical_dpi);
 
+/// Whether a save of the bitmap in `type`, with the file `parent` as its parent and quality -2, keeps all that the parent's
+/// picture holds: more than 8 bits a sample, transparency, further pages. 1 while the bitmap still holds the parent's pixels,
+/// turned by right angles or mirrored at most; 0 also when this cannot be told.
+Flag Test_Save_Keeps_All_CPP(Bitmap_Handle bitmap, std::int32_t type, std::string_view parent);
+
 /// How many times picture data was decoded since the start of the program: tells what a step costs.
 std::int64_t Count_Of_Decoded_Pictures_CPP();
 

@@ -33,11 +33,12 @@ struct Loaded {
     std::optional<Bitmap> bitmap{};
 };
 
-Result<Bitmap> Reduced(const Opened_Picture& opened, const Picture_Request& request, std::int32_t& divisor)
+Result<Bitmap> Reduced(const Opened_Picture& opened, const Picture_Request& request, std::int32_t longest_side,
+                       std::int32_t& divisor)
 {
-    divisor = First_Divisor;
+    divisor = request.least_side >= longest_side ? 1 : First_Divisor; // all pixels need no look at fewer
     auto bitmap = Load_Opened(opened, divisor, request.rotation);
-    if (!bitmap) return bitmap;
+    if (!bitmap || divisor == 1) return bitmap;
     divisor = Divisor_That_Keeps(std::max(bitmap->Width(), bitmap->Height()), request.least_side);
     if (divisor == First_Divisor) return bitmap;
     return Load_Opened(opened, divisor, request.rotation);
@@ -79,7 +80,7 @@ void Read_Into(Loaded& loaded, const Picture_Request& request, Wait_If_Large&& w
     Read_Texts(*opened, contents);
     if (request.least_side < 1) return;
     wait_if_large(std::int64_t(facts->width) * facts->height);
-    auto bitmap = Reduced(*opened, request, contents.scale_divisor);
+    auto bitmap = Reduced(*opened, request, std::max(facts->width, facts->height), contents.scale_divisor);
     if (bitmap)
         loaded.bitmap.emplace(std::move(*bitmap));
     else
@@ -141,6 +142,7 @@ struct Load_Ahead::Work {
     std::condition_variable changed_for_taker;
     std::size_t begun = 0;
     std::size_t taken = 0;
+    int await_turn = 0; // threads with a large picture
     std::vector<std::optional<Loaded>> ring{1};
     std::vector<std::thread> threads; // of the taker's thread alone
 };
@@ -185,16 +187,20 @@ std::optional<std::size_t> Load_Ahead::Work::Begin_Next()
 void Load_Ahead::Work::Await_Turn(std::size_t index)
 {
     std::unique_lock lock(mutex);
+    ++await_turn;
     changed_for_threads.wait(lock, [&] { return stop || taken == index; });
+    --await_turn;
 }
 
 void Load_Ahead::Work::Deliver(std::size_t index, Loaded loaded)
 {
+    bool is_next = false;
     {
         const std::lock_guard lock(mutex);
         Slot(index).emplace(std::move(loaded));
+        is_next = index == taken;
     }
-    changed_for_taker.notify_one();
+    if (is_next) changed_for_taker.notify_one();
 }
 
 void Load_Ahead::Work::Read_Here()
@@ -234,14 +240,19 @@ Picture_Contents Load_Ahead::Take()
     while (!Wait(std::chrono::seconds(1))) {
     }
     Loaded loaded;
+    bool to_all = false; // one place is free: one thread is enough, but for those that wait for their turn
     {
         const std::lock_guard lock(work_->mutex);
         std::optional<Loaded>& slot = work_->Slot(work_->taken);
         loaded = std::move(*slot);
         slot.reset();
         ++work_->taken;
+        to_all = work_->await_turn > 0;
     }
-    work_->changed_for_threads.notify_all();
+    if (to_all)
+        work_->changed_for_threads.notify_all();
+    else
+        work_->changed_for_threads.notify_one();
     if (loaded.bitmap) loaded.contents.bitmap = Adopt(std::move(*loaded.bitmap));
     if (loaded.bitmap && loaded.contents.bitmap == 0) loaded.contents.error = Last_Error_Text();
     if (!loaded.contents.error.empty()) Fail({loaded.contents.error});

@@ -16,3 +16,10 @@ Pixel_Symmetry Symmetry_Of_Orientation(int orientation)
     if (orientation < 1 || orientation > 8) return {};
     return upright_by[orientation - 1];
 }
+
+int Orientation_Of_Symmetry(Pixel_Symmetry symmetry)
+{
+    int orientation = 1;
+    while (orientation < 8 && Symmetry_Of_Orientation(orientation) != symmetry) ++orientation;
+    return orientation;
+}

@@ -20,6 +20,9 @@ Pixel_Symmetry Then(Pixel_Symmetry first, Pixel_Symmetry second);
 /// The symmetry that turns stored pixels upright, for an EXIF or TIFF orientation of 1 to 8; the identity for others.
 Pixel_Symmetry Symmetry_Of_Orientation(int orientation);
 
+/// The orientation, 1 to 8, that turns stored pixels upright by this symmetry.
+int Orientation_Of_Symmetry(Pixel_Symmetry symmetry);
+
 /// Says that a bitmap holds the pixels of a file, all of them at full size, after `symmetry` of the pixels as stored (the
 /// orientation tag's own turn included). With it a save can keep the coded data instead of encoding again.
 struct Pixel_Origin {

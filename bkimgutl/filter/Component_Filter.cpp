@@ -76,15 +76,15 @@ std::uint8_t Rounded_Level(float level)
     return std::uint8_t(std::min(std::max(level, 0.0F), 255.0F) + no_fraction - no_fraction);
 }
 
-void Apply_Changes(const std::uint8_t* in, const float* change, Targets targets, int width, std::uint8_t* out)
+void Apply_Changes(const std::uint8_t* in, const float* change, Targets targets, std::size_t width, std::uint8_t* out)
 {
-    for (int x = 0; x < width; ++x, in += 3, out += 3)
+    for (std::size_t x = 0; x < width; ++x, in += 3, out += 3)
         for (int c = 0; c < 3; ++c) out[c] = targets.channel[c] ? Rounded_Level(float(in[c]) + change[x]) : in[c];
 }
 
-void Add_Changes(const float* change, Targets targets, int width, float* sums)
+void Add_Changes(const float* change, Targets targets, std::size_t width, float* sums)
 {
-    for (int x = 0; x < width; ++x, sums += 3)
+    for (std::size_t x = 0; x < width; ++x, sums += 3)
         for (int c = 0; c < 3; ++c)
             if (targets.channel[c]) sums[c] += change[x];
 }
@@ -109,23 +109,25 @@ private:
     std::size_t row_ = 0;
 };
 
-void Restore_Channels(const std::uint8_t* in, Targets targets, int width, std::uint8_t* out)
+void Restore_Channels(const std::uint8_t* in, Targets targets, std::size_t count, std::uint8_t* out)
 {
-    for (int c = 0; c < 3; ++c)
+    for (std::size_t c = 0; c < 3; ++c)
         if (!targets.channel[c])
-            for (int x = c; x < 3 * width; x += 3) out[x] = in[x];
+            for (std::size_t x = c; x < count; x += 3) out[x] = in[x];
 }
 
 Result<void> Filter_Channels(const Bitmap_View& source, float radius, Targets targets, const Component_Filter& filter,
                              const Mutable_Bitmap_View& target)
 {
-    return Blur_Rows(source, radius, [&](int y, const std::int16_t* blurred) {
-        filter.samples(source.Row(y), blurred, source.Row_Bytes(), target.Row(y));
-        if (!source.Is_Grey()) Restore_Channels(source.Row(y), targets, source.width, target.Row(y));
+    return Blur_Parts(source, radius, [&](const Blurred_Part& part) {
+        const std::uint8_t* in = source.Row(part.y) + part.first;
+        std::uint8_t* out = target.Row(part.y) + part.first;
+        filter.samples(in, part.samples, part.count, out);
+        if (!source.Is_Grey()) Restore_Channels(in, targets, part.count, out);
     });
 }
 
-/// Calls take(y, changes of the row) for one component.
+/// Calls take(part, its changes) for one component.
 template <class Take>
 Result<void> For_Changes(const Bitmap_View& source, float radius, std::int32_t component,
                          const Component_Filter& filter, Take&& take)
@@ -133,18 +135,19 @@ Result<void> For_Changes(const Bitmap_View& source, float radius, std::int32_t c
     const auto plane = Plane_Of(source, component);
     if (!plane) return tl::make_unexpected(plane.error());
     const Bitmap_View view = plane->View();
-    return Blur_Rows(view, radius, [&](int y, const std::int16_t* blurred) {
+    return Blur_Parts(view, radius, [&](const Blurred_Part& part) {
         float* changes = Scratch<struct Plane_Changes, float>(std::size_t(source.width));
-        filter.changes(view.Row(y), blurred, std::size_t(source.width), changes);
-        take(y, changes);
+        filter.changes(view.Row(part.y) + part.first, part.samples, part.count, changes);
+        take(part, changes);
     });
 }
 
 Result<void> Filter_Plane(const Bitmap_View& source, float radius, std::int32_t component,
                           const Component_Filter& filter, const Mutable_Bitmap_View& target)
 {
-    return For_Changes(source, radius, component, filter, [&](int y, const float* changes) {
-        Apply_Changes(source.Row(y), changes, Targets_Of(component), source.width, target.Row(y));
+    return For_Changes(source, radius, component, filter, [&](const Blurred_Part& part, const float* changes) {
+        Apply_Changes(source.Row(part.y) + 3 * part.first, changes, Targets_Of(component), part.count,
+                      target.Row(part.y) + 3 * part.first);
     });
 }
 
@@ -155,8 +158,8 @@ Result<void> Filter_Several(const Bitmap_View& source, float radius, std::int32_
     if (!sums) return tl::make_unexpected(sums.error());
     for (std::int32_t component = 1; component <= Component_Black; component *= 2) {
         if (!(components & component)) continue;
-        const auto done = For_Changes(source, radius, component, filter, [&](int y, const float* changes) {
-            Add_Changes(changes, Targets_Of(component), source.width, sums->Row(y));
+        const auto done = For_Changes(source, radius, component, filter, [&](const Blurred_Part& part, const float* changes) {
+            Add_Changes(changes, Targets_Of(component), part.count, sums->Row(part.y) + 3 * part.first);
         });
         if (!done) return done;
     }

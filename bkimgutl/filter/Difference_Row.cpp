@@ -91,23 +91,33 @@ void Round_Blur(const std::uint8_t*, const std::int16_t* blurred, std::size_t co
     std::memcpy(out + x, result, count - x);
 }
 
-void Sharpen(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& s,
-             std::uint8_t* out)
+/// The change of a sample and all sums stay far below what single precision holds. Where both amounts are the same and
+/// there is no threshold, nothing need be chosen.
+template <bool plain>
+HWY_INLINE void Sharpen_Lanes(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count,
+                              const Sharpening& s, std::uint8_t* out)
 {
     const Floats_Tag d;
-    const Floats lighten = hn::Set(d, s.lighten_amount), darken = hn::Set(d, s.darken_amount);
-    const Floats above = hn::Set(d, s.lighten_threshold), below = hn::Set(d, -s.darken_threshold);
-    const Floats most = hn::Set(d, 512), least = hn::Set(d, -512); // keep the conversion to integers in range
+    const Floats lighten = hn::Set(d, s.lighten_amount / 128), darken = hn::Set(d, s.darken_amount / 128);
+    const Floats above = hn::Set(d, s.lighten_threshold * 128), below = hn::Set(d, -s.darken_threshold * 128);
     For_Lanes(source, blurred, count, out,
               [&](const std::uint8_t* in, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
                   const Ints level = Levels(in);
-                  const Ints parts = hn::Sub(hn::ShiftLeft<7>(level), Samples(b));
-                  const Floats difference = hn::Mul(hn::ConvertTo(d, parts), hn::Set(d, 1.0F / 128));
-                  const Floats amount = hn::IfThenElse(hn::Gt(difference, above), lighten,
-                                                       hn::IfThenElseZero(hn::Lt(difference, below), darken));
-                  const Floats sum = hn::MulAdd(amount, difference, hn::ConvertTo(d, level));
-                  Store_Levels(hn::NearestInt(hn::Min(hn::Max(sum, least), most)), to);
+                  const Floats parts = hn::ConvertTo(d, hn::Sub(hn::ShiftLeft<7>(level), Samples(b)));
+                  const Floats amount = plain ? lighten
+                                              : hn::IfThenElse(hn::Gt(parts, above), lighten,
+                                                               hn::IfThenElseZero(hn::Lt(parts, below), darken));
+                  Store_Levels(hn::NearestInt(hn::MulAdd(amount, parts, hn::ConvertTo(d, level))), to);
               });
+}
+
+void Sharpen(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& s,
+             std::uint8_t* out)
+{
+    if (s.lighten_amount == s.darken_amount && s.lighten_threshold == 0 && s.darken_threshold == 0)
+        Sharpen_Lanes<true>(source, blurred, count, s, out);
+    else
+        Sharpen_Lanes<false>(source, blurred, count, s, out);
 }
 
 } // namespace bkimgutl::HWY_NAMESPACE

@@ -1,11 +1,16 @@
 #include "bkimgutl/filter/Scale.h"
 
 #include "bkimgutl/core/Row_Loop.h"
+#include "bkimgutl/filter/Box_Scale.h"
+#include "bkimgutl/filter/Scratch.h"
+#include "bkimgutl/filter/Spread_Rows.h"
 #include "bkimgutl/filter/Strip_Passes.h"
+#include "bkimgutl/filter/Window_Rows.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace {
 
@@ -44,21 +49,28 @@ double Mitchell(double x)
     return ((-b - 6 * c) * x * x * x + (6 * b + 30 * c) * x * x + (-12 * b - 48 * c) * x + (8 * b + 24 * c)) / 6;
 }
 
-Taps Taps_Of(int output, double ratio, int source_length, Interpolation_Method method)
+/// How far source sample i lies from the centre of an output, in units of the filter: a quotient of whole numbers, so that
+/// a sample on the border between two boxes belongs to the same one everywhere.
+double Distance(int sample, int output, int from, int to)
 {
-    const double widening = std::max(ratio, 1.0);
-    const double centre = (output + 0.5) * ratio - 0.5;
-    const double reach = Interpolation_Support(method) * widening;
+    const double numerator = (2.0 * sample + 1) * to - (2.0 * output + 1) * from;
+    return numerator / (2.0 * std::max(from, to));
+}
+
+Taps Taps_Of(int output, int from, int to, Interpolation_Method method)
+{
+    const double ratio = double(from) / to, centre = (output + 0.5) * ratio - 0.5;
+    const double reach = Interpolation_Support(method) * std::max(ratio, 1.0);
     Taps taps;
-    taps.first = std::max(0, int(std::ceil(centre - reach)));
-    const int last = std::min(source_length - 1, int(std::floor(centre + reach)));
+    taps.first = std::max(0, int(std::ceil(centre - reach)) - 1);
+    const int last = std::min(from - 1, int(std::floor(centre + reach)) + 1);
     double sum = 0;
     for (int i = taps.first; i <= last; ++i) {
-        taps.weights.push_back(Interpolation_Weight(method, (i - centre) / widening));
+        taps.weights.push_back(Interpolation_Weight(method, Distance(i, output, from, to)));
         sum += taps.weights.back();
     }
-    if (!(sum > 1e-6)) return {std::clamp(int(std::nearbyint(centre)), 0, source_length - 1), {1.0}};
-    Keep_Inside(taps, source_length);
+    if (!(sum > 1e-6)) return {std::clamp(int(std::nearbyint(centre)), 0, from - 1), {1.0}};
+    Keep_Inside(taps, from);
     return taps;
 }
 
@@ -71,46 +83,102 @@ void Trim(Taps& taps)
     taps.weights.erase(taps.weights.begin(), first);
 }
 
-Weight_Bank Scale_Bank(int from, int to, Interpolation_Method method)
+Line_Taps Scale_Line(int from, int to, Interpolation_Method method)
 {
-    std::vector<Taps> taps;
-    taps.reserve(std::size_t(to));
-    for (int i = 0; i < to; ++i) {
-        taps.push_back(Taps_Of(i, double(from) / to, from, method));
-        Trim(taps.back());
+    const double ratio = double(from) / to, reach = Interpolation_Support(method) * std::max(ratio, 1.0);
+    const int divisor = std::gcd(from, to), period = to / divisor, advance = from / divisor;
+    const auto is_whole = [&](int output) {
+        const double centre = (output + 0.5) * ratio - 0.5;
+        return centre - reach >= 0 && centre + reach <= from - 1;
+    };
+    std::vector<int> own; // outputs with a recipe of their own; others have that of one period before
+    for (int i = 0; i < to; ++i)
+        if (i < period || !is_whole(i) || !is_whole(i - period)) own.push_back(i);
+
+    std::vector<Taps> taps(own.size());
+    For_Rows(int(own.size()), std::size_t(reach * 256), [&](int first, int end) {
+        for (int k = first; k < end; ++k) {
+            taps[std::size_t(k)] = Taps_Of(own[std::size_t(k)], from, to, method);
+            Trim(taps[std::size_t(k)]);
+        }
+    });
+
+    Line_Taps line{from, {}, {}};
+    for (int i = 0, k = 0; i < to; ++i) {
+        if (k < int(own.size()) && own[std::size_t(k)] == i) {
+            line.Add(std::move(taps[std::size_t(k++)]));
+        } else {
+            const auto before = line.outputs[std::size_t(i - period)];
+            line.outputs.push_back({before.first + advance, before.recipe});
+        }
     }
-    return Weight_Bank::From_Taps(from, taps, 16);
+    return line;
 }
 
-void Scale_Columns_First(const Bitmap_View& source, const Two_Banks& banks, const Mutable_Bitmap_View& target)
+void Scale_Columns_First(const Bitmap_View& source, const Line_Taps& columns, const Line_Taps& rows,
+                         const Mutable_Bitmap_View& target)
 {
+    Two_Banks banks{Weight_Bank(columns, Column_Shape(16)), Weight_Bank(rows, Window_Row_Shape(16))};
+    banks.bits_between = std::min(6, 21 - banks.rows.Bits()); // so that the sums fit 32 bits
     const int strips = (target.height + Strip_Rows - 1) / Strip_Rows;
     const std::size_t cost =
         source.Row_Bytes() * std::size_t(source.height) / std::size_t(strips) + target.Row_Bytes() * Strip_Rows;
     For_Rows(strips, cost, [&](int first, int end) {
         for (int strip = first; strip < end; ++strip) {
-            Strip_Output output{
-                strip * Strip_Rows, std::min((strip + 1) * Strip_Rows, target.height), Row_Layout::Bytes, {}, 0};
-            for (int y = output.first; y < output.end; ++y) output.rows[y - output.first] = target.Row(y);
+            const int top = strip * Strip_Rows;
+            Strip_Output<std::uint8_t> output{top, std::min(Strip_Rows, target.height - top), {}};
+            for (int i = 0; i < output.count; ++i) output.rows[i] = target.Row(top + i);
             Filter_Columns_Then_Rows(source, banks, output);
         }
     });
 }
 
-void Scale_Rows_First(const Bitmap_View& source, const Two_Banks& banks, const Mutable_Bitmap_View& target)
+constexpr int enlarging_bits = 6; // fractional ones; beyond 0..255 the filters swing by no more than that again
+
+Row_Maker Enlarging_Maker(const Bitmap_View& source, const Spread_Plan& plan, int width)
 {
+    const std::size_t row_samples = source.Row_Bytes(), stride = Padded_Samples(row_samples);
+    return {source.height, std::size_t(width) * std::size_t(source.bytes_per_pixel),
+            [=, &plan](int first, int count, std::int16_t* const* out) {
+                std::int16_t* grown = Scratch<struct Grown_Rows>(stride * 4);
+                const std::int16_t* in[4];
+                for (int i = 0; i < count; ++i) {
+                    Grow_Row(source.Row(first + i), row_samples, enlarging_bits + 1, grown + std::size_t(i) * stride);
+                    in[i] = grown + std::size_t(i) * stride;
+                }
+                Spread_Rows(plan, in, count, out);
+            }};
+}
+
+Row_Maker Reducing_Maker(const Bitmap_View& source, const Weight_Bank& bank)
+{
+    const int channels = source.bytes_per_pixel;
+    const std::size_t plane = Padded_Samples(std::size_t(source.width));
+    return {source.height, std::size_t(bank.Length()) * std::size_t(channels),
+            [=, &bank](int first, int count, std::int16_t* const* out) {
+                std::int16_t* planes = Scratch<struct Maker_Planes>(plane * std::size_t(channels));
+                for (int i = 0; i < count; ++i) {
+                    Split_Planes(source.Row(first + i), std::size_t(source.width), channels, planes, plane);
+                    Sum_Windows({&bank, channels, planes, plane, bank.Bits() - enlarging_bits}, out[i]);
+                }
+            }};
+}
+
+void Scale_Rows_First(const Bitmap_View& source, const Line_Taps& columns, const Line_Taps& rows,
+                      const Mutable_Bitmap_View& target)
+{
+    const bool enlarging = target.width >= source.width;
+    const Spread_Plan plan = enlarging ? Plan_Spread(rows, source.bytes_per_pixel, 14) : Spread_Plan();
+    const Weight_Bank window_bank(rows, Window_Row_Shape(16));
+    const Row_Maker maker =
+        enlarging ? Enlarging_Maker(source, plan, target.width) : Reducing_Maker(source, window_bank);
+    const Blend_Bank bank(columns);
     constexpr int rows_per_task = 128; // so that what two tasks both make of the source is little
     const int tasks = (target.height + rows_per_task - 1) / rows_per_task;
-    const int pairs = banks.columns.pairs;
     For_Rows(tasks, target.Row_Bytes() * rows_per_task, [&](int first, int end) {
-        Filtered_Rows filtered(source, banks.rows, banks.bits_between);
-        const std::int16_t* rows[Filtered_Rows::Most_Rows];
-        for (int y = first * rows_per_task; y < std::min(end * rows_per_task, target.height); ++y) {
-            filtered.Look_At(banks.columns.starts[std::size_t(y)], 2 * pairs, rows);
-            Filter_Word_Columns(
-                {rows, banks.columns.Weights(y), pairs, target.Row_Bytes(), banks.columns.bits + banks.bits_between},
-                target.Row(y));
-        }
+        Filter_Rows_Then_Columns(
+            maker, bank, first * rows_per_task, std::min(end * rows_per_task, target.height),
+            [&](int y, const Blend_Job& job) { Blend_Columns(job, enlarging_bits, target.Row(y) + job.first); });
     });
 }
 
@@ -155,17 +223,15 @@ Result<Bitmap> Scaled(const Bitmap_View& source, int width, int height, Interpol
         return Failure("interpolation method " + std::to_string(int(method)) + " is outside 1 to 8");
     auto result = Bitmap::Create(width, height, source.bytes_per_pixel);
     if (!result) return result;
-    Two_Banks banks{Scale_Bank(source.height, height, method), Scale_Bank(source.width, width, method)};
-    const double columns_first =
-        double(source.width) * height * banks.columns.pairs + double(width) * height * banks.rows.pairs;
-    const double rows_first =
-        double(width) * source.height * banks.rows.pairs + double(width) * height * banks.columns.pairs;
-    const bool by_rows = rows_first < columns_first && 2 * banks.columns.pairs <= Filtered_Rows::Most_Rows;
-    banks.bits_between = std::min(6, 21 - (by_rows ? banks.columns.bits : banks.rows.bits));
+    if (method == Interpolation_Method::Box && Can_Scale_By_Box(source, width, height)) {
+        Scale_By_Box(source, result->Change());
+        return result;
+    }
+    const Line_Taps columns = Scale_Line(source.height, height, method), rows = Scale_Line(source.width, width, method);
     const Mutable_Bitmap_View target = result->Change();
-    if (by_rows)
-        Scale_Rows_First(source, banks, target);
+    if (height >= source.height)
+        Scale_Rows_First(source, columns, rows, target);
     else
-        Scale_Columns_First(source, banks, target);
+        Scale_Columns_First(source, columns, rows, target);
     return result;
 }

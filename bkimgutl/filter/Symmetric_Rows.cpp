@@ -21,35 +21,33 @@ using Shorts = hn::Vec<Shorts_Tag>;
 /// Each weight in all lanes of a register.
 struct Wide_Weights {
     int reach;
-    HWY_ALIGN std::int16_t weights[Symmetric_Weights::most_reach][HWY_MAX_BYTES / 2];
+    HWY_ALIGN std::int16_t weights[1 + Symmetric_Weights::most_reach][HWY_MAX_BYTES / 2];
 
     explicit Wide_Weights(const Symmetric_Weights& narrow) : reach(narrow.reach)
     {
-        for (int k = 0; k < reach; ++k)
+        for (int k = 0; k <= reach; ++k)
             for (std::int16_t& weight : weights[k]) weight = narrow.weights[k];
     }
 };
 
-/// Two registers of outputs. `step` is the distance of neighbours. The output has as many fractional bits as the input or,
-/// doubled, one more; a sum of two samples fills 16 bits.
-template <bool doubled>
+/// Two registers of outputs. `step` is the distance of neighbours; a sum of two samples fills 16 bits.
 HWY_INLINE void Sum_Neighbours(const std::int16_t* in, std::ptrdiff_t step, const Wide_Weights& wide, std::int16_t* out)
 {
     const Shorts_Tag d;
     const std::size_t lanes = hn::Lanes(d);
-    const Shorts centre0 = hn::LoadU(d, in), centre1 = hn::LoadU(d, in + lanes);
-    const Shorts twice0 = hn::Add(centre0, centre0), twice1 = hn::Add(centre1, centre1);
-    Shorts sum0 = doubled ? twice0 : centre0, sum1 = doubled ? twice1 : centre1;
+    const Shorts centre = hn::Load(d, wide.weights[0]);
+    Shorts sum0 = hn::MulFixedPoint15(hn::LoadU(d, in), centre);
+    Shorts sum1 = hn::MulFixedPoint15(hn::LoadU(d, in + lanes), centre);
     const std::int16_t* before = in;
     const std::int16_t* after = in;
-    for (int k = 0; k < wide.reach; ++k) {
+    for (int k = 1; k <= wide.reach; ++k) {
         before -= step;
         after += step;
         const Shorts weight = hn::Load(d, wide.weights[k]);
         const Shorts both0 = hn::Add(hn::LoadU(d, before), hn::LoadU(d, after));
         const Shorts both1 = hn::Add(hn::LoadU(d, before + lanes), hn::LoadU(d, after + lanes));
-        sum0 = hn::Add(sum0, hn::MulFixedPoint15(hn::Sub(both0, twice0), weight));
-        sum1 = hn::Add(sum1, hn::MulFixedPoint15(hn::Sub(both1, twice1), weight));
+        sum0 = hn::Add(sum0, hn::MulFixedPoint15(both0, weight));
+        sum1 = hn::Add(sum1, hn::MulFixedPoint15(both1, weight));
     }
     hn::StoreU(sum0, d, out);
     hn::StoreU(sum1, d, out + lanes);
@@ -90,7 +88,7 @@ void Symmetric_Tiles(const Symmetric_Columns& job, const Symmetric_Weights& weig
             const std::int16_t* centre = tile + std::size_t(y + wide.reach) * width;
             std::int16_t* out = job.out + std::size_t(y) * job.out_stride + column;
             for (std::size_t x = 0; x < width; x += 2 * lanes)
-                Sum_Neighbours<false>(centre + x, std::ptrdiff_t(width), wide, out + x);
+                Sum_Neighbours(centre + x, std::ptrdiff_t(width), wide, out + x);
         }
     }
 }
@@ -100,7 +98,7 @@ void Symmetric_Row(const std::int16_t* in, std::size_t count, int channels, cons
 {
     const Wide_Weights wide(weights);
     const std::size_t step = 2 * hn::Lanes(Shorts_Tag());
-    for (std::size_t x = 0; x < count; x += step) Sum_Neighbours<true>(in + x, channels, wide, out + x);
+    for (std::size_t x = 0; x < count; x += step) Sum_Neighbours(in + x, channels, wide, out + x);
 }
 
 } // namespace bkimgutl::HWY_NAMESPACE
@@ -114,18 +112,22 @@ HWY_EXPORT(Symmetric_Row);
 
 using namespace bkimgutl;
 
-Symmetric_Weights Symmetric_Weights::Gaussian(double deviation, int reach, double scale)
+Symmetric_Weights Symmetric_Weights::Gaussian(double deviation, int reach, int scale)
 {
-    double exact[most_reach] = {};
+    double exact[most_reach + 1] = {1};
     double sum = 1;
-    for (int k = 0; k < reach; ++k) {
-        const double distance = (k + 1) / deviation;
-        exact[k] = std::exp(-0.5 * distance * distance);
+    for (int k = 1; k <= reach; ++k) {
+        exact[k] = std::exp(-0.5 * k * k / (deviation * deviation));
         sum += 2 * exact[k];
     }
     Symmetric_Weights result;
     result.reach = reach;
-    for (int k = 0; k < reach; ++k) result.weights[k] = std::int16_t(std::lround(exact[k] / sum * scale * 32768));
+    int centre = 32768 * scale;
+    for (int k = 1; k <= reach; ++k) {
+        result.weights[k] = std::int16_t(std::lround(exact[k] / sum * scale * 32768));
+        centre -= 2 * result.weights[k];
+    }
+    result.weights[0] = std::int16_t(centre);
     return result;
 }
 

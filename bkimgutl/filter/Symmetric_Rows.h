@@ -3,17 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Vector code of a short symmetric filter: out = centre + the sum over k of w[k] x (before[k] + after[k] - 2 x centre).
-/// The weight of the centre is what the others leave of 1, so flat areas stay exactly as they are. Each product is rounded
-/// to nearest, which over both passes comes to a few hundredths of a level.
+/// Vector code of a short symmetric filter: out = w[0] x centre + the sum over k of w[k] x (before[k] + after[k]). Each
+/// product is rounded to nearest, which over both passes comes to a few hundredths of a level.
 
 struct Symmetric_Weights {
     static constexpr int most_reach = 8;
     int reach = 0;
-    std::int16_t weights[most_reach] = {}; ///< of the neighbours 1, 2, ... reach, in 1 / 32768
+    std::int16_t weights[1 + most_reach] = {}; ///< of the centre and the neighbours 1, 2, ... reach, in 1 / 32768
 
-    /// Of a Gaussian, times `scale`. reach  0 to most_reach
-    static Symmetric_Weights Gaussian(double deviation, int reach, double scale);
+    /// Of a Gaussian, times `scale`, 1 or 2. deviation  1 and up; reach  0 to most_reach
+    static Symmetric_Weights Gaussian(double deviation, int reach, int scale);
 };
 
 /// Between the passes samples are in 1 / 64 level.

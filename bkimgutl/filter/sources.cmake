@@ -1,20 +1,31 @@
 list(APPEND bkimgutl_sources
     filter/Blur.cpp
     filter/Blur.h
+    filter/Blend_Columns.cpp
+    filter/Blend_Columns.h
+    filter/Box_Rows.cpp
+    filter/Box_Rows.h
+    filter/Box_Scale.cpp
+    filter/Box_Scale.h
+    filter/Column_Sums.cpp
+    filter/Column_Sums.h
     filter/Component_Filter.cpp
     filter/Component_Filter.h
     filter/Difference_Row.cpp
     filter/Difference_Row.h
     filter/Gaussian.cpp
     filter/Gaussian.h
-    filter/Resample_Rows.cpp
-    filter/Resample_Rows.h
+    filter/Sample_Vectors-inl.h
     filter/Scale.cpp
     filter/Scale.h
     filter/Scratch.h
+    filter/Spread_Rows.cpp
+    filter/Spread_Rows.h
     filter/Strip_Passes.cpp
     filter/Strip_Passes.h
     filter/Symmetric_Rows.cpp
     filter/Symmetric_Rows.h
     filter/Weight_Bank.cpp
-    filter/Weight_Bank.h)
+    filter/Weight_Bank.h
+    filter/Window_Rows.cpp
+    filter/Window_Rows.h)

@@ -2,6 +2,7 @@
 
 #include "bkimgutl/core/Color.h"
 #include "bkimgutl/core/Row_Loop.h"
+#include "bkimgutl/core/Row_Writer.h"
 #include "bkimgutl/geometry/Cubic_Row.h"
 #include "bkimgutl/geometry/Cubic_Table.h"
 #include "bkimgutl/geometry/Rotation_Map.h"
@@ -108,15 +109,6 @@ void Outer_Pixels(const Rotation& r, int y, const Row_Course& row)
     Fill(r, y, {row.touched.end, r.map.width});
 }
 
-void Inner_Pixels(const Rotation& r, int y, const Row_Course& row, Pixel_Span part)
-{
-    const int first = std::max(part.first, row.inside.first);
-    const int end = std::min(part.end, row.inside.end);
-    if (first < end)
-        Cubic_Row({r.from, row.u + first * r.u_step, row.v + first * r.v_step, r.u_step, r.v_step}, end - first,
-                  r.to.Row(y) + first * r.from.bytes_per_pixel);
-}
-
 // A whole row of the result crosses hundreds of rows of the source, more than the first cache holds until the next row
 // comes by. So the band goes from left to right in tiles.
 constexpr int band_rows = 32;
@@ -149,6 +141,23 @@ void Fetch_Source(const Rotation& r, int left, int right, int first, int end)
     }
 }
 
+/// A tile of the result, put together in the first cache: a picture is best written in long pieces.
+struct Tile {
+    static constexpr std::size_t step = 3 * tile_columns;
+    alignas(64) std::uint8_t bytes[band_rows * step];
+};
+
+void Inner_Pixels(const Rotation& r, int y, const Row_Course& row, Pixel_Span part, std::uint8_t* room,
+                  Row_Writer& writer)
+{
+    const int first = std::max(part.first, row.inside.first);
+    const int end = std::min(part.end, row.inside.end);
+    if (first >= end) return;
+    const auto size = std::size_t(r.from.bytes_per_pixel);
+    Cubic_Row({r.from, row.u + first * r.u_step, row.v + first * r.v_step, r.u_step, r.v_step}, end - first, room);
+    writer.Copy_To_Row(y, std::size_t(first) * size, room, std::size_t(end - first) * size);
+}
+
 void Rotate_Band(const Rotation& r, int first, int end)
 {
     std::array<Row_Course, band_rows> rows;
@@ -157,10 +166,13 @@ void Rotate_Band(const Rotation& r, int first, int end)
         row(y) = Course_Of_Row(r, y);
         Outer_Pixels(r, y, row(y));
     }
+    Tile tile;
+    Row_Writer writer(r.to);
     for (int x = 0; x < r.map.width; x += tile_columns) {
         const int right = std::min(x + tile_columns, r.map.width);
         Fetch_Source(r, x, right, first, end);
-        for (int y = first; y < end; ++y) Inner_Pixels(r, y, row(y), {x, right});
+        for (int y = first; y < end; ++y)
+            Inner_Pixels(r, y, row(y), {x, right}, tile.bytes + std::size_t(y - first) * Tile::step, writer);
     }
 }
 

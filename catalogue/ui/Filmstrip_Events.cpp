@@ -3,7 +3,9 @@
 #include "catalogue/Picture_Texts.h"
 #include "catalogue/ui/Bitmap_Image.h"
 #include "catalogue/ui/Filmstrip_Widget.h"
+#include "controls/Folder_Listing.h"
 #include "frame/text/Text_Utilities.h"
+#include "frame/text/Uri_List.h"
 
 #include <QtWidgets/QtWidgets>
 
@@ -32,11 +34,13 @@ std::optional<Strip_Key> Strip_Key_Of(int key)
     }
 }
 
+const QString Uri_List_Type = QStringLiteral("text/uri-list");
+
+/// What is no picture is told in the list of failures; folders are none, and nobody meant to pick them.
 QStringList Dropped_Files(const QMimeData& data)
 {
-    QStringList paths;
-    for (const QUrl& url : data.urls())
-        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isFile()) paths << url.toLocalFile();
+    QStringList paths = Paths_Of_Uri_List(data.data(Uri_List_Type));
+    paths.removeIf([](const QString& path) { return Is_Folder(path); });
     return paths;
 }
 
@@ -54,6 +58,11 @@ void Filmstrip_Widget::Carry_Out(const Strip_Action& action, bool later)
             emit Current_Wanted(wanted_index_);
     }
     if (action.blows_up) emit Blow_Up_Wanted();
+}
+
+void Filmstrip_Widget::Press(int index, bool toggles)
+{
+    Carry_Out(Press_Cell(form_, index, Strip_Button::Left, {.control = toggles}), false);
 }
 
 void Filmstrip_Widget::mousePressEvent(QMouseEvent* event)
@@ -143,13 +152,12 @@ void Filmstrip_Widget::focusOutEvent(QFocusEvent* event)
 void Filmstrip_Widget::Begin_Drag()
 {
     const Catalogue_State& state = form_.State();
-    QList<QUrl> urls;
-    for (const int index : state.selection.Selected_Indices())
-        urls << QUrl::fromLocalFile(state.pictures.Item(index).Full_Name());
-    if (urls.isEmpty()) return;
+    QStringList paths;
+    for (const int index : state.selection.Selected_Indices()) paths << state.pictures.Item(index).Full_Name();
+    if (paths.isEmpty()) return;
     auto* drag = new QDrag(this);
     auto* files = new QMimeData; // the drag's from here on
-    files->setUrls(urls);
+    files->setData(Uri_List_Type, Uri_List_Of(paths));
     drag->setMimeData(files);
     const Picture_Item& first = state.pictures.Item(state.selection.Selected_Indices().front());
     const QImage picture = Fitted_Image(budget_.Drawn(first), {64, 64});

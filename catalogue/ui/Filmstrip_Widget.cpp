@@ -1,7 +1,7 @@
 #include "catalogue/ui/Filmstrip_Widget.h"
 
-#include "catalogue/Picture_Texts.h"
 #include "catalogue/ui/Bitmap_Image.h"
+#include "catalogue/ui/Filmstrip_Accessible.h"
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QtWidgets>
@@ -18,6 +18,7 @@ QRect To_Pixels(const Twips_Rectangle& twips)
     return {twips.left / pixel, twips.top / pixel, twips.width / pixel, twips.height / pixel};
 }
 
+constexpr int Most_Made_At_Once = 4; // scripts take some milliseconds each
 constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 
 } // namespace
@@ -25,6 +26,7 @@ constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 Filmstrip_Widget::Filmstrip_Widget(Halvine_Form& form, QWidget* parent)
     : QAbstractScrollArea(parent), form_(form), budget_(form.State(), form.Pictures())
 {
+    Filmstrip_Accessible::Install();
     setObjectName(QStringLiteral("Thumbnail_Picture"));
     setAccessibleName(tr("Filmstrip"));
     setFocusPolicy(Qt::StrongFocus);
@@ -66,9 +68,20 @@ void Filmstrip_Widget::Set_Cursor(int index)
     cursor_key_ = pictures.Item(index).Picture_Key;
     Scroll_To_Index(index);
     Set_Thumbnail_Frame(index);
-    setAccessibleDescription(Spoken_Picture_Text(form_.State(), index));
-    QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(index - 1);
     QAccessible::updateAccessibility(&event);
+}
+
+// Frames change one by one; the tools hear once of all of them.
+void Filmstrip_Widget::Tell_Selection()
+{
+    if (!QAccessible::isActive() || !std::exchange(selection_told_, false)) return;
+    QTimer::singleShot(0, this, [this] {
+        selection_told_ = true;
+        QAccessibleEvent event(this, QAccessible::SelectionWithin);
+        QAccessible::updateAccessibility(&event);
+    });
 }
 
 QRect Filmstrip_Widget::Cell_On_View(int index) const
@@ -132,10 +145,13 @@ void Filmstrip_Widget::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
     const int first = layout_.Count() > 0 ? layout_.Top_Row() * layout_.Thumbnails_Per_Row() + 1 : 0;
+    const int cursor = Cursor_Index();
+    const bool follows_cursor = cursor > 0 && layout_.On_View(cursor);
     layout_.Set_View_Size(viewport()->width() * Filmstrip_Layout::Pixel,
                           viewport()->height() * Filmstrip_Layout::Pixel);
     // The picture that stood first stays on view when the columns change.
     if (first > 0) layout_.Set_Top_Row(layout_.Row_Of(first));
+    if (follows_cursor) layout_.Scroll_To_Index(cursor); // and goes before that one
     Update_Scroll_Range();
     viewport()->update();
 }
@@ -145,17 +161,21 @@ void Filmstrip_Widget::Draw_Thumbnail(int index)
     const Picture_List& pictures = form_.State().pictures;
     if (!ready_ || !pictures.Is_Index(index)) return;
     layout_.Set_Count(pictures.Count());
-    const int key = pictures.Item(index).Picture_Key;
-    if (layout_.On_View(index))
-        budget_.Use(key);
-    else
-        budget_.Note(key);
+    // A few are made at once, so that nothing flickers; the rest of many follow one by one as they are painted.
+    const Picture_Item& item = pictures.Item(index);
+    if (layout_.On_View(index) && item.Thumbnail_Bitmap && made_since_paint_ < Most_Made_At_Once) {
+        ++made_since_paint_;
+        budget_.Use(item.Picture_Key);
+    } else {
+        budget_.Note(item.Picture_Key);
+    }
     Set_Thumbnail_Frame(index);
 }
 
 void Filmstrip_Widget::Set_Thumbnail_Frame(int index)
 {
     if (index < 1) return;
+    Tell_Selection();
     const QRect place = Cell_On_View(index).adjusted(-4, -4, 4, 4);
     if (place.intersects(viewport()->rect())) viewport()->update(place);
 }
@@ -170,6 +190,7 @@ void Filmstrip_Widget::Draw_All_Thumbnails()
 
 void Filmstrip_Widget::paintEvent(QPaintEvent* event)
 {
+    made_since_paint_ = 0;
     QPainter painter(viewport());
     painter.fillRect(event->rect(), Strip_Color);
     if (!ready_) return;

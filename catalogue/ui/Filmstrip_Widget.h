@@ -17,6 +17,7 @@ class Filmstrip_Widget : public QAbstractScrollArea {
 public:
     explicit Filmstrip_Widget(Halvine_Form& form, QWidget* parent = nullptr);
 
+    const Halvine_Form& Form() const { return form_; }
     const Filmstrip_Layout& Layout() const { return layout_; }
     bool Is_Ready() const { return ready_; }
     void Set_Ready(); ///< drawing before this is dropped
@@ -31,6 +32,8 @@ public:
     bool Scroll_To_Index(int index);
     int Cursor_Index() const;            ///< where the keyboard is; 0 nowhere
     QRect Cell_On_View(int index) const; ///< in pixels of the viewport
+    int Index_At(QPoint viewport_point) const;
+    void Press(int index, bool toggles); ///< as a click on the cell, with Ctrl where it toggles
     QSize sizeHint() const override { return {3 * 136 + 24, 3 * 136}; }
 
 signals:
@@ -64,7 +67,7 @@ private:
     void Carry_Out(const Strip_Action& action, bool later);
     void Set_Cursor(int index);
     void Begin_Drag();
-    int Index_At(QPoint viewport_point) const;
+    void Tell_Selection();
     bool Show_Tooltip(const QHelpEvent& event);
 
     Halvine_Form& form_;
@@ -74,6 +77,7 @@ private:
     QTimer current_later_; // a held key must not load every picture that it passes
     QTimer making_;        // thumbnails that were given up or whose script changed, one at each turn of the event loop
     std::vector<int> to_make_;
+    int made_since_paint_ = 0;
     int offset_ = 0; // pixels of the strip above the view
     int cursor_key_ = 0;
     int wanted_index_ = 0;
@@ -81,4 +85,5 @@ private:
     QPoint press_point_;
     int wheel_rest_ = 0;
     bool ready_ = false;
+    bool selection_told_ = true; // to assistive tools
 };

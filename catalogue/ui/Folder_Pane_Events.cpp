@@ -16,11 +16,11 @@ void Halvine_Window::Connect_Folder_Pane()
         if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
         Schedule_Actions();
     });
-    connect(explorer_, &bkcExplorer::Create, this, [this](const QString& parent) { commands_.New_Folder_In(parent); });
-    connect(explorer_, &bkcExplorer::Rename, this, [this](const QString& folder) { commands_.Rename_Folder(folder); });
-    connect(explorer_, &bkcExplorer::FolderList, this,
-            [this](const QString& folder) { commands_.Copy_Folder(folder); });
-    connect(explorer_, &bkcExplorer::Delete, this, [this](const QString& folder) { commands_.Delete_Folder(folder); });
+    // Copies of the paths: the tree's own may change while a command runs.
+    connect(explorer_, &bkcExplorer::Create, this, [this](QString parent) { commands_.New_Folder_In(parent); });
+    connect(explorer_, &bkcExplorer::Rename, this, [this](QString folder) { commands_.Rename_Folder(folder); });
+    connect(explorer_, &bkcExplorer::FolderList, this, [this](QString folder) { commands_.Copy_Folder(folder); });
+    connect(explorer_, &bkcExplorer::Delete, this, [this](QString folder) { commands_.Delete_Folder(folder); });
     connect(explorer_, &bkcExplorer::DragDropRecycle, this,
             [this] { commands_.Delete_Files(explorer_->Selected_Files()); });
     connect(explorer_, &bkcExplorer::DragDrop, this, [this](const QString& folder, int shift) {

@@ -3,6 +3,7 @@
 #include "catalogue/ui/Halvine_Window.h"
 #include "catalogue/Recover_Folder.h"
 
+#include "catalogue/ui/Elided_Label.h"
 #include "catalogue/ui/Picture_List_Grid.h"
 
 Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
@@ -38,6 +39,7 @@ Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
 
 Halvine_Window::~Halvine_Window()
 {
+    hide(); // what ends an edit does so while there is still a window
     parts_.form.Set_View(nullptr);
 }
 
@@ -123,16 +125,15 @@ QWidget* Halvine_Window::Make_Status_Frame()
     auto* layout = new QHBoxLayout(status_frame_);
     layout->setContentsMargins(6, 2, 6, 2);
     layout->setSpacing(12);
-    const auto add_label = [&](QLabel*& label, const char* name, int stretch) {
-        label = new QLabel;
+    const auto add_label = [&](QLabel*& label, const char* name, QLabel* made, int stretch) {
+        label = made;
         label->setObjectName(QLatin1String(name));
         label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(40);
         layout->addWidget(label, stretch);
     };
-    add_label(file_status_, "File_Status_Label", 0);
-    add_label(picture_status_, "Picture_Status_Label", 0);
-    add_label(current_label_, "Current_Picture_Label", 1);
+    add_label(file_status_, "File_Status_Label", new QLabel, 0);
+    add_label(picture_status_, "Picture_Status_Label", new QLabel, 0);
+    add_label(current_label_, "Current_Picture_Label", new Elided_Label, 1); // a name may be long
     progress_frame_ = new QWidget;
     progress_frame_->setObjectName(QStringLiteral("Pick_Progress_Frame"));
     auto* progress = new QHBoxLayout(progress_frame_);
@@ -141,12 +142,13 @@ QWidget* Halvine_Window::Make_Status_Frame()
     progress_bar_->setTextVisible(false);
     progress_bar_->setFixedSize(160, 14);
     progress_bar_->setAccessibleName(tr("Pick progress"));
+    progress_bar_->setToolTip(tr("How much of the pick is done; the first button stops it"));
     progress_label_ = new QLabel;
     progress->addWidget(progress_bar_);
     progress->addWidget(progress_label_);
     progress_frame_->hide();
     layout->addWidget(progress_frame_);
-    add_label(design_size_, "Design_Size_Label", 0);
+    add_label(design_size_, "Design_Size_Label", new QLabel, 0);
     design_size_->setToolTip(tr("Size of the window; double-click for the standard size"));
     design_size_->installEventFilter(this);
     auto* help = new QPushButton(tr("Help"));
@@ -183,7 +185,7 @@ void Halvine_Window::Connect_Parts()
     });
     connect(explorer_, &bkcExplorer::SelChange, this, &Halvine_Window::Show_Status);
     connect(explorer_, &bkcExplorer::ChangePath, this, &Halvine_Window::Show_Status);
-    connect(explorer_, &bkcExplorer::RefreshAlert, this, &Halvine_Window::Show_Status);
+    connect(explorer_, &bkcExplorer::Listed, this, &Halvine_Window::Show_Status);
     Connect_Folder_Pane();
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {

@@ -38,7 +38,7 @@ public:
     bkcExplorer& Explorer() { return *explorer_; }
     void Set_Slide_Show_Opener(std::function<void(const QString& path)> opener) { open_show_ = std::move(opener); }
     QMenu& Menu_Of(Menu menu) { return *menus_.value(menu); } ///< one of the menu bar; the program adds items below
-    void Show_File_Changes() override; ///< the folder pane reads its files again
+    void Show_File_Changes() override;                        ///< the folder pane reads its files again
     bool Is_In_Full_Window_View() const { return magnify_->Is_Full_Window(); }
     void Set_Full_Window_View(bool on);     ///< whether there is a current picture or not
     void Set_Slide_Show_Look(bool running); ///< a black ground behind the picture and the button that stops the show
@@ -59,6 +59,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     // Building.
@@ -173,6 +174,7 @@ private:
     QList<QAction*> prepared_;
     QTimer actions_later_;
     bool panel_looks_running_ = false; // the button stops a show
+    Save_Options last_save_options_;   // of this run
     std::function<void(const QString& path)> open_show_;
 };
 

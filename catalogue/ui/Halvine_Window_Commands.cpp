@@ -17,14 +17,21 @@ QStringList Captions_Of(std::span<const Command> rows)
     return captions;
 }
 
+QString Without_Mnemonic(QString caption)
+{
+    return caption.remove(u'&');
+}
+
 } // namespace
 
 void Halvine_Window::Make_Menus()
 {
     menuBar()->setNativeMenuBar(false);
+    menuBar()->setAccessibleName(tr("Menus"));
     for (const Menu menu : Menu_Bar()) {
         QMenu* made = Make_Menu(menu);
         made->setTitle(Menu_Title(menu));
+        made->setAccessibleName(Without_Mnemonic(Menu_Title(menu)));
         menuBar()->addMenu(made);
         menus_.insert(menu, made);
         connect(made, &QMenu::aboutToShow, this, &Halvine_Window::Show_Actions);
@@ -32,6 +39,7 @@ void Halvine_Window::Make_Menus()
     }
     popup_ = Make_Menu(Menu::Thumbnail_Popup);
     popup_->setObjectName(QStringLiteral("ThumbnailPopup_Menu"));
+    popup_->setAccessibleName(tr("Picture"));
 }
 
 QMenu* Halvine_Window::Make_Menu(Menu menu)
@@ -47,6 +55,7 @@ QMenu* Halvine_Window::Make_Menu(Menu menu)
         if (row.submenu != Menu::None) {
             QMenu* submenu = Make_Menu(row.submenu);
             submenu->setTitle(captions[qsizetype(i)]);
+            submenu->setAccessibleName(Without_Mnemonic(captions[qsizetype(i)]));
             made->addMenu(submenu);
             continue;
         }
@@ -147,9 +156,10 @@ void Halvine_Window::List_Found_Files(const QStringList& paths)
 
 std::optional<Save_Options> Halvine_Window::Ask_Save_Options()
 {
-    Save_Options_Dialog dialog(this);
+    Save_Options_Dialog dialog(last_save_options_, this);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    return dialog.Options();
+    last_save_options_ = dialog.Options();
+    return last_save_options_;
 }
 
 std::optional<std::array<int, 3>> Halvine_Window::Ask_Color(std::array<int, 3> red_green_blue)

@@ -7,12 +7,13 @@
 namespace {
 
 /// Those that are open, the last opened first.
-QList<Framed_Form*> Other_Windows()
+template <class Form>
+QList<QPointer<Form>> Open_Windows_Of_Kind()
 {
-    QList<Framed_Form*> others;
+    QList<QPointer<Form>> forms;
     for (QWidget* form : Form_Frame::Open_Forms())
-        if (auto* other = qobject_cast<Framed_Form*>(form)) others.prepend(other);
-    return others;
+        if (auto* other = qobject_cast<Form*>(form)) forms.prepend(other);
+    return forms;
 }
 
 } // namespace
@@ -108,10 +109,11 @@ std::array<float, 2> Halvine_Window::Splitter_Positions() const
 
 bool Halvine_Window::Confirm_Close_Of_Other_Windows()
 {
-    const QList<Framed_Form*> others = Other_Windows();
+    const auto others = Open_Windows_Of_Kind<Framed_Form>();
     for (Framed_Form* other : others) {
-        if (other->Agree_To_Close()) continue;
-        for (Framed_Form* agreed : others) agreed->Withdraw_Agreement();
+        if (other == nullptr || other->Agree_To_Close()) continue; // a question may have ended another window
+        for (Framed_Form* agreed : others)
+            if (agreed != nullptr) agreed->Withdraw_Agreement();
         return false;
     }
     return true;
@@ -120,8 +122,8 @@ bool Halvine_Window::Confirm_Close_Of_Other_Windows()
 void Halvine_Window::Unload_Other_Windows()
 {
     // One that closes may close others with it.
-    for (const QPointer<Framed_Form> other : Other_Windows())
-        if (other != nullptr) other->close();
+    for (QWidget* other : Open_Windows_Of_Kind<QWidget>())
+        if (other != nullptr && other != this) other->close();
 }
 
 bool Halvine_Window::eventFilter(QObject* watched, QEvent* event)
@@ -142,4 +144,10 @@ void Halvine_Window::keyPressEvent(QKeyEvent* event)
         parts_.form.State().slide_show->Stop();
     }
     QMainWindow::keyPressEvent(event);
+}
+
+void Halvine_Window::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
 }

@@ -28,7 +28,6 @@ void Halvine_Window::Show_Status()
                                            explorer_->ExplorerGrid().Content().SelectedRowsCount(), folders));
     picture_status_->setText(Picture_Status_Text(state.pictures.Count(), state.selection.Count()));
     current_label_->setText(Picture_Text(state, state.Current_Picture_Index()));
-    design_size_->setText(QStringLiteral("%1 x %2").arg(width()).arg(height()));
     const Picture_Item* current = state.pictures.Find(state.current_picture_key);
     setWindowTitle(Window_Caption(parts_.short_version, parts_.long_version, state.slide_show->File_Name(),
                                   current != nullptr ? current->File_Name : QString()));
@@ -68,6 +67,8 @@ void Halvine_Window::Show_Pick_Progress(const QString& label, int done, int tota
     progress_bar_->setRange(0, total);
     progress_bar_->setValue(done);
     progress_label_->setText(label);
+    const Catalogue_State& state = parts_.form.State();
+    picture_status_->setText(Picture_Status_Text(state.pictures.Count(), state.selection.Count()));
 }
 
 void Halvine_Window::End_Pick_Progress()

@@ -39,7 +39,7 @@ void Magnify_Widget::Set_Full_Window(bool on)
     full_window_ = on;
     toggle_->setVisible(!(on && back_color_.isValid()));
     toggle_->setIcon(on ? zoom_out_ : zoom_in_);
-    toggle_->setToolTip(on ? tr("Back to the normal view (Esc)") : tr("Show in the full window (Enter)"));
+    toggle_->setToolTip(on ? tr("Back to the normal view (Enter or Esc)") : tr("Show in the full window (Enter)"));
     toggle_->setAccessibleName(toggle_->toolTip());
 }
 
@@ -88,7 +88,8 @@ void Magnify_Widget::mouseDoubleClickEvent(QMouseEvent*)
 
 void Magnify_Widget::keyPressEvent(QKeyEvent* event)
 {
-    if (full_window_ && event->key() == Qt::Key_Escape)
+    const int key = event->key();
+    if (full_window_ && (key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter))
         emit Full_Window_Wanted(false);
     else
         QWidget::keyPressEvent(event);

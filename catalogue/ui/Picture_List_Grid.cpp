@@ -11,16 +11,16 @@ struct List_Column {
 };
 
 constexpr List_Column Columns[] = {
-    {"Path", 160},
-    {"Name", 140},
-    {"Type", 60},
-    {"Last Modified", 170},
-    {"Size", 70, Grid_Text_Align::Right},
-    {"Horz", 55, Grid_Text_Align::Right},
-    {"Vert", 55, Grid_Text_Align::Right},
-    {"Bits", 40, Grid_Text_Align::Right},
-    {"Speed, f/Stop, Flash", 140},
-    {"Description", 220},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Path"), 160},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Name"), 140},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Type"), 60},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Last Modified"), 170},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Size"), 70, Grid_Text_Align::Right},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Horz"), 55, Grid_Text_Align::Right},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Vert"), 55, Grid_Text_Align::Right},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Bits"), 40, Grid_Text_Align::Right},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Speed, f/Stop, Flash"), 140},
+    {QT_TRANSLATE_NOOP("Picture_List_Grid", "Description"), 220},
 };
 
 QVariant Value_Of(const Picture_Item& item, int column)
@@ -43,15 +43,19 @@ QVariant Value_Of(const Picture_Item& item, int column)
 
 void Set_Up_Picture_List(bkcGrid& grid)
 {
+    grid.setTextElideMode(Qt::ElideMiddle); // names and paths differ at their ends
     Grid_Model& content = grid.Content();
     content.Set_Columns(int(std::size(Columns)));
     content.Set_SelectionMode(2);
-    content.Set(Grid_Property::AllowUpdate, 0);
+    for (const auto property : {Grid_Property::AllowColumnSort, Grid_Property::AllowColumnSizing,
+                                Grid_Property::AllowCopy, Grid_Property::ScrollTrack, Grid_Property::ToolTipEnabled})
+        content.Set(property, true);
     for (int i = 0; i < int(std::size(Columns)); ++i)
         content.Change_Column(i + 1, [&](Grid_Column_Record& column) {
             column.header_text = QCoreApplication::translate("Picture_List_Grid", Columns[i].title);
             column.width = Columns[i].width;
             column.text_align = int(Columns[i].align);
+            column.header_text_align = Columns[i].align;
             if (i == 3) column.format[int(Grid_Data_Type::Date)] = QStringLiteral("General Date");
             if (i == 4) column.format[0] = QStringLiteral("#,##0\"KB\"");
         });
@@ -61,16 +65,20 @@ void Fill_Picture_List(bkcGrid& grid, const Catalogue_State& state)
 {
     Grid_Model& content = grid.Content();
     content.Set_AutoPaint(false);
+    content.Clear_Sort_Keys();
     content.Set_Rows(0); // a new list stands in the order of the filmstrip
     content.Set_Rows(state.pictures.Count());
+    std::vector<int> selected;
     for (int row = 1; row <= state.pictures.Count(); ++row) {
         const Picture_Item& item = state.pictures.Item(row);
         for (int column = 1; column <= int(std::size(Columns)); ++column)
             content.Set_CellValue(column, row, Value_Of(item, column));
-        if (state.selection.Test_Index(row)) content.SelectRow(row);
+        if (state.selection.Test_Index(row)) selected.push_back(row);
     }
+    content.Select_Rows(selected); // at once: each change of the selection is told
     content.Set_AutoPaint(true);
     grid.Update();
+    content.Set_Active(1, std::max(1, state.Current_Picture_Index()));
 }
 
 void Take_Selection(const bkcGrid& grid, Halvine_Form& form)

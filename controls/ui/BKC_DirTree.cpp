@@ -4,6 +4,7 @@
 #include "controls/ui/Folder_Tree_Model.h"
 #include "controls/ui/bkcGrid.h"
 #include "frame/text/Text_Utilities.h"
+#include "frame/text/Uri_List.h"
 
 namespace {
 
@@ -12,8 +13,8 @@ constexpr int Settle_Milliseconds = 250;
 QStringList Local_Paths(const QMimeData& data)
 {
     QStringList paths;
-    for (const auto& url : data.urls())
-        if (url.isLocalFile()) paths += Without_Trailing_Separator(url.toLocalFile());
+    for (const auto& path : Paths_Of_Uri_List(data.data(QStringLiteral("text/uri-list"))))
+        paths += Without_Trailing_Separator(path);
     return paths;
 }
 
@@ -25,6 +26,7 @@ BKC_DirTree::BKC_DirTree(QWidget* parent) : QTreeView(parent), folders_(new Fold
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAccessibleName(tr("Folders"));
+    header()->setAccessibleName(tr("Folders"));
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(true);
@@ -137,6 +139,15 @@ void BKC_DirTree::Disk_Changed()
         const auto count = node ? node->children.size() : 0;
         if (count != count_before) emit FoldersChanged(folder, count > count_before);
     }
+}
+
+// The chosen folder stays on view when the tree gets smaller.
+void BKC_DirTree::resizeEvent(QResizeEvent* event)
+{
+    const QRect place = visualRect(currentIndex());
+    const bool was_on_view = place.isValid() && place.bottom() < event->oldSize().height() && place.top() >= 0;
+    QTreeView::resizeEvent(event);
+    if (was_on_view) scrollTo(currentIndex());
 }
 
 void BKC_DirTree::mouseReleaseEvent(QMouseEvent* event)

@@ -17,6 +17,7 @@ bkcExplorer::bkcExplorer(QWidget* parent)
       message_(new QLabel(grid_->viewport())),
       model_(grid_->Content())
 {
+    setAccessibleName(tr("Folders and files"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(split_);
@@ -74,6 +75,7 @@ void bkcExplorer::Connect_Grid()
     for (const auto property : {Grid_Property::RowHeadings, Grid_Property::HorzLines, Grid_Property::VertLines})
         content.Set(property, false);
     grid_->setAccessibleName(tr("Files"));
+    grid_->setTextElideMode(Qt::ElideMiddle); // names often differ at their ends
     grid_->Drag_Data = [this] {
         auto* payload = new QMimeData; // owned by the drag
         payload->setData(QStringLiteral("text/uri-list"), Uri_List_Of(Selected_Files()));
@@ -114,6 +116,7 @@ void bkcExplorer::Refresh()
     if (!Path().isEmpty()) model_.Refresh();
     Watch();
     Show_Message();
+    emit Listed();
 }
 
 void bkcExplorer::Watch()
@@ -154,6 +157,7 @@ void bkcExplorer::InitializeGridExplicit(const QStringList& File_List)
 {
     model_.Show_Files(File_List);
     Show_Message();
+    emit Listed();
 }
 
 void bkcExplorer::Set_ExplorerPattern(const QString& New_Pattern)

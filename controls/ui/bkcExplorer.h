@@ -48,6 +48,7 @@ public:
     const QStringList& DroppedFiles() const { return dropped_files_; }
 
 signals:
+    void Listed(); ///< the grid holds other rows, or the same rows read again
     void ChangePath(const QString& New_Path);
     void DirectoryDragDrop(int Button, int Shift, const QString& Source_Directory_Path,
                            const QString& Target_Directory_Path, bool Target_Is_Recycle_Bin);

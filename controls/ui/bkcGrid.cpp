@@ -60,6 +60,8 @@ bkcGrid::~bkcGrid()
 
 void bkcGrid::Set_Up_Headers()
 {
+    horizontalHeader()->setAccessibleName(tr("Column headings"));
+    verticalHeader()->setAccessibleName(tr("Row headings"));
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setMinimumSectionSize(8);

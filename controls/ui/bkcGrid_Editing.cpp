@@ -11,6 +11,7 @@ void bkcGrid::Set_Up_Editor()
     bkcCell_Text_->installEventFilter(this);
     choices_ = bkcCell_Text_->addAction(style()->standardIcon(QStyle::SP_ArrowDown), QLineEdit::TrailingPosition);
     choices_->setToolTip(tr("Show the choices (Down)"));
+    for (auto* button : bkcCell_Text_->findChildren<QToolButton*>()) button->setAccessibleName(tr("Show the choices"));
     connect(choices_, &QAction::triggered, this, &bkcGrid::Show_Choices);
 }
 

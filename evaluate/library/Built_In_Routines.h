@@ -13,14 +13,7 @@ FORMULA_ROUTINE(Asc);
 FORMULA_ROUTINE(AscB);
 FORMULA_ROUTINE(AscW);
 FORMULA_ROUTINE(Atn);
-FORMULA_ROUTINE(CBool);
-FORMULA_ROUTINE(CByte);
 FORMULA_ROUTINE(CDate);
-FORMULA_ROUTINE(CDbl);
-FORMULA_ROUTINE(CInt);
-FORMULA_ROUTINE(CLng);
-FORMULA_ROUTINE(CSng);
-FORMULA_ROUTINE(CStr);
 FORMULA_ROUTINE(Chr);
 FORMULA_ROUTINE(ChrB);
 FORMULA_ROUTINE(ChrW);
@@ -116,6 +109,16 @@ FORMULA_ROUTINE(Val);
 FORMULA_ROUTINE(VarType);
 FORMULA_ROUTINE(WeekdayName);
 #undef FORMULA_ROUTINE
+
+/// CBool, CByte and the like: a conversion of one value is the whole function.
+template <auto convert>
+Error_Number Run_Conversion(Library_Context&, std::span<Variant> arguments, Variant& result)
+{
+    auto value = convert(arguments[0]);
+    if (!value) return value.error();
+    result = Variant(std::move(*value));
+    return Error_Number::None;
+}
 
 double Days_From(const QDateTime& moment); ///< on the day scale, whole seconds
 

@@ -1,5 +1,6 @@
 #include "evaluate/library/Built_In_Routines.h"
 #include "evaluate/library/Library.h"
+#include "evaluate/variant/Conversions.h"
 
 #include <algorithm>
 
@@ -21,18 +22,18 @@ constexpr Built_In Built_In_Table[] = {
     {"ASORT", 1, 4, Pure, Run_ASort, Varying, 1},
     {"ASORTLEN", 1, 4, Pure, Run_ASortLen, Varying, 1},
     {"ATN", 1, 1, Pure, Run_Atn, Fixed},
-    {"CBOOL", 1, 1, Pure, Run_CBool, Fixed},
-    {"CBYTE", 1, 1, Pure, Run_CByte, Fixed},
+    {"CBOOL", 1, 1, Pure, Run_Conversion<To_Boolean>, Fixed},
+    {"CBYTE", 1, 1, Pure, Run_Conversion<To_Byte>, Fixed},
     {"CDATE", 1, 1, Pure, Run_CDate, Fixed},
-    {"CDBL", 1, 1, Pure, Run_CDbl, Fixed},
+    {"CDBL", 1, 1, Pure, Run_Conversion<To_Double>, Fixed},
     {"CHR", 1, 1, Pure, Run_Chr, Fixed},
     {"CHRB", 1, 1, Pure, Run_ChrB, Fixed},
     {"CHRW", 1, 1, Pure, Run_ChrW, Fixed},
-    {"CINT", 1, 1, Pure, Run_CInt, Fixed},
-    {"CLNG", 1, 1, Pure, Run_CLng, Fixed},
+    {"CINT", 1, 1, Pure, Run_Conversion<To_Integer>, Fixed},
+    {"CLNG", 1, 1, Pure, Run_Conversion<To_Long>, Fixed},
     {"COS", 1, 1, Pure, Run_Cos, Fixed},
-    {"CSNG", 1, 1, Pure, Run_CSng, Fixed},
-    {"CSTR", 1, 1, Pure, Run_CStr, Fixed},
+    {"CSNG", 1, 1, Pure, Run_Conversion<To_Single>, Fixed},
+    {"CSTR", 1, 1, Pure, Run_Conversion<To_Text>, Fixed},
     {"CURDIR", 0, 1, Files, Run_CurDir},
     {"DATE", 0, 0, Clock, Run_Date, Niladic},
     {"DATEADD", 3, 3, Pure, Run_DateAdd, Fixed},

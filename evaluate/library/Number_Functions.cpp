@@ -23,14 +23,6 @@ Error_Number Calculated(Arguments arguments, Variant& result, Calculate calculat
     return Yield(result, value);
 }
 
-template <class Convert>
-Error_Number Converted(Arguments arguments, Variant& result, Convert convert)
-{
-    auto value = convert(arguments[0]);
-    FORMULA_CHECK(value);
-    return Yield(result, *value);
-}
-
 // Int and Fix keep the kind of a number; a text becomes a Double.
 template <class Cut>
 Error_Number Whole_Part(const Variant& value, Variant& result, Cut cut)
@@ -203,41 +195,6 @@ Error_Number Run_Round(Library_Context&, Arguments arguments, Variant& result)
     FORMULA_CHECK(digits);
     if (*digits < 0 || *digits > 22) return Error_Number::Invalid_Call;
     return Whole_Part(arguments[0], result, [&](double value) { return Rounded_Decimal(value, *digits); });
-}
-
-Error_Number Run_CBool(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Boolean);
-}
-
-Error_Number Run_CByte(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Byte);
-}
-
-Error_Number Run_CInt(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Integer);
-}
-
-Error_Number Run_CLng(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Long);
-}
-
-Error_Number Run_CSng(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Single);
-}
-
-Error_Number Run_CDbl(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Double);
-}
-
-Error_Number Run_CStr(Library_Context&, Arguments arguments, Variant& result)
-{
-    return Converted(arguments, result, To_Text);
 }
 
 Error_Number Run_CDate(Library_Context&, Arguments arguments, Variant& result)

@@ -57,18 +57,22 @@ public:
     Variant& operator=(const Variant& other)
     {
         if (this != &other) {
-            Variant copy(other); // other may be an element of the array that this value lets go
+            Variant copy(other);
             *this = std::move(copy);
         }
         return *this;
     }
     Variant& operator=(Variant&& other) noexcept
     {
-        if (this != &other) {
-            Variant taken(std::move(other));
-            if (Owns()) Release();
+        if (this == &other) return *this;
+        if (Owns()) {
+            Variant taken(std::move(other)); // other may be an element of the array that this value lets go
+            Release();
             type_ = taken.type_;
             Take_From(taken);
+        } else {
+            type_ = other.type_;
+            Take_From(other);
         }
         return *this;
     }
@@ -101,12 +105,19 @@ public:
     void Set_Double(double value) noexcept { Become(Variant_Type::Double), double_ = value; }
     void Set_Boolean(bool value) noexcept { Become(Variant_Type::Boolean), integer_ = value ? -1 : 0; }
     void Clear() noexcept { Become(Variant_Type::Empty); }
+    bool Is_Plain() const noexcept { return !Owns(); } ///< neither string nor array
+    void Set_Plain(const Variant& plain) noexcept { Become(plain.type_), double_ = plain.double_; }
 
 private:
     struct Tag {};
     Variant(Tag, Variant_Type type) noexcept : type_(type), long_(0) {}
 
-    bool Owns() const noexcept { return type_ == Variant_Type::String || type_ == Variant_Type::Array; }
+    bool Owns() const noexcept
+    {
+        // The first test, of one bit of each of the two numbers, spares most values the others.
+        return (unsigned(type_) & (unsigned(Variant_Type::String) | unsigned(Variant_Type::Array))) != 0 &&
+               (type_ == Variant_Type::String || type_ == Variant_Type::Array);
+    }
     void Become(Variant_Type type) noexcept
     {
         if (Owns()) Release();
@@ -114,22 +125,22 @@ private:
     }
     void Copy_From(const Variant& other)
     {
-        if (type_ == Variant_Type::String)
-            new (&text_) QString(other.text_);
-        else if (type_ == Variant_Type::Array)
-            Share_Array(other.array_);
-        else
+        if (!Owns())
             double_ = other.double_;
+        else if (type_ == Variant_Type::String)
+            new (&text_) QString(other.text_);
+        else
+            Share_Array(other.array_);
     }
     void Take_From(Variant& other) noexcept
     {
-        if (type_ == Variant_Type::String) {
+        if (!Owns()) {
+            double_ = other.double_;
+        } else if (type_ == Variant_Type::String) {
             new (&text_) QString(std::move(other.text_));
             other.text_.~QString();
-        } else if (type_ == Variant_Type::Array) {
-            array_ = other.array_;
         } else {
-            double_ = other.double_;
+            array_ = other.array_;
         }
         other.type_ = Variant_Type::Empty;
     }

@@ -2,6 +2,7 @@
 
 #include "frame/files/Kept_Original.h"
 
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <dirent.h>
@@ -38,6 +39,21 @@ Finding Look_At(const std::string& name, const std::string& kept, const Folder_R
     return !recovery.is_whole(name) && recovery.is_whole(kept) ? Finding::Unreadable : Finding::Nothing;
 }
 
+/// The name that a file "NAME~" or "NAME~2" to "NAME~99" was kept for; empty for any other file. A numbered one was a
+/// second name from its first instant on, and never the only one.
+std::string Kept_For(const std::string& path, bool& is_numbered)
+{
+    std::size_t end = path.size();
+    while (end > 0 && path.size() - end < 2 && std::isdigit(static_cast<unsigned char>(path[end - 1])) != 0) --end;
+    is_numbered = end < path.size();
+    return end > 1 && path[end - 1] == '~' && path[end - 2] != '/' ? path.substr(0, end - 1) : std::string();
+}
+
+void Clear_Numbered(const std::string& name, const std::string& kept, const Folder_Recovery& recovery)
+{
+    if (Look_At(name, kept, recovery) == Finding::Stale_Link) unlink(kept.c_str());
+}
+
 bool Put_Back(const std::string& name, const std::string& kept, const Folder_Recovery& recovery)
 {
     switch (Look_At(name, kept, recovery)) {
@@ -67,8 +83,11 @@ std::vector<std::string> Folder_Recovery::Run(const std::string& folder) const
     const std::string prefix = folder.empty() || folder.back() == '/' ? folder : folder + "/";
     for (const std::string& entry : Names_In(folder.empty() ? "." : folder)) {
         const std::string path = prefix + entry;
-        if (entry.size() > 1 && entry.back() == '~') {
-            const std::string name = path.substr(0, path.size() - 1);
+        bool is_numbered = false;
+        const std::string name = Kept_For(path, is_numbered);
+        if (!name.empty() && is_numbered) {
+            Clear_Numbered(name, path, *this);
+        } else if (!name.empty()) {
             if (Put_Back(name, path, *this)) put_back.push_back(name);
         } else if (Is_Hidden_Name_Of_Ours(entry)) {
             struct stat facts {};

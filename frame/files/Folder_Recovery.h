@@ -14,7 +14,7 @@ struct Folder_Recovery {
     std::time_t now = 0; ///< seconds
 
     /// A "name~" beside a missing or unreadable "name" is put back under its name (an unreadable one goes to the trash);
-    /// a "name~" that is a second name of the same file is removed; hidden files of ours older than a day go to the
+    /// a "name~", or "name~2" to "name~99", that is a second name of the same file is removed; hidden files of ours older than a day go to the
     /// trash. What a running save keeps, of this process or another, is left alone. Returns the names that were put back, with the folder.
     std::vector<std::string> Run(const std::string& folder) const;
 };

@@ -26,6 +26,13 @@ bool Has_No_Links(int number)
     return number == EPERM || number == EOPNOTSUPP || number == ENOSYS || number == EMLINK;
 }
 
+constexpr int Most_Kept = 99;
+
+std::string Kept_Name(const std::string& real, int number)
+{
+    return real + (number == 1 ? "~" : "~" + std::to_string(number));
+}
+
 int Open_For_Lock(const std::string& path)
 {
     return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
@@ -55,10 +62,9 @@ Result<Kept_Original> Kept_Original::Keep(const std::string& path)
     // Before the "~" name appears: at no instant it stands there unguarded.
     Kept_Original result(real, Locked(real));
     // A backup of another program may have the "~" name already; it is left alone.
-    constexpr int Most_Kept = 99;
     int number = 0;
     for (int i = 1; i <= Most_Kept; ++i) {
-        std::string kept = real + (i == 1 ? "~" : "~" + std::to_string(i));
+        std::string kept = Kept_Name(real, i);
         if (link(real.c_str(), kept.c_str()) == 0 || (errno == EEXIST && Same_File(real, kept)))
             return std::move(result).As(std::move(kept), false);
         number = errno;
@@ -122,8 +128,10 @@ Result<void> Kept_Original::Put_Back()
 void Clear_Stale_Keep(const std::string& path)
 {
     const std::string real = Final_Path(path);
-    const std::string kept = real + "~";
-    if (Same_File(real, kept) && !Is_Being_Saved(kept)) unlink(kept.c_str());
+    for (int i = 1; i <= Most_Kept; ++i) {
+        const std::string kept = Kept_Name(real, i);
+        if (Same_File(real, kept) && !Is_Being_Saved(kept)) unlink(kept.c_str());
+    }
 }
 
 bool Is_Being_Saved(const std::string& kept)

@@ -38,7 +38,7 @@ private:
     bool active_ = false;
 };
 
-/// Removes a "~" name of the same file, which an interrupted save left behind. Nothing is lost: the file stands under its
+/// Removes "~" names of the same file ("name~", "name~2" and so on), which an interrupted save left behind. Nothing is lost: the file stands under its
 /// own name. A "~" name that a running save keeps is left alone.
 void Clear_Stale_Keep(const std::string& path);
 

@@ -10,7 +10,7 @@ Slide_Wiring::Slide_Wiring(Halvine_Form& form, Halvine_Window& window, Program_S
       player_(form.State(), form.Pictures(), shows_, program),
       commands_(form, shows_, player_, program, recent_shows_),
       control_form_(form, platform, icon, &window),
-      full_screen_(window,
+      full_screen_(window, control_form_,
                    [this](Slide_Control_Code code) { player_.Slide_Show_Control(int(code), player_.Slide_Index()); })
 {
     form_.Set_Slide_Show(&forwarder_);

@@ -2,6 +2,7 @@
 // that of Run_Entry.
 
 #include "catalogue/Halvine_Form.h"
+#include "catalogue/Kept_Work_Offer.h"
 #include "catalogue/ui/Halvine_Window.h"
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
@@ -101,7 +102,12 @@ int Run(const QString& command_line)
         return *window;
     };
     Run_Entry(state, ports, make_window, command_line);
-    return QApplication::exec();
+    Work_Journal journal(catalogue.State(), Journal_Folder());
+    Offer_Kept_Work(catalogue, journal, Journal_Folder());
+    journal.Start();
+    const int status = QApplication::exec();
+    journal.Remove();
+    return status;
 }
 
 } // namespace

@@ -34,6 +34,7 @@ Progress_Form::Progress_Form(const QString& caption, const QString& text, QWidge
     label_->setText(Fitting(*label_, text));
     bar_ = new QProgressBar;
     bar_->setRange(0, 0);
+    bar_->setAccessibleName(dialog_->windowTitle());
     auto* buttons = new QDialogButtonBox;
     auto* stop =
         buttons->addButton(QCoreApplication::translate("Progress_Form", "&Stop"), QDialogButtonBox::RejectRole);

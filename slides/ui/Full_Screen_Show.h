@@ -6,14 +6,15 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QWidget>
 
-/// Gives a window the whole screen for a slide show: no pointer over it while the mouse rests, and the keys of a show in
-/// place of all others.
+/// Gives a window the whole screen for a slide show: neither pointer nor control window over it while the mouse rests, and
+/// the keys of a show in place of all others.
 class Full_Screen_Show : public QObject {
     Q_OBJECT
 
 public:
-    /// control: gets what the keys ask for
-    Full_Screen_Show(QWidget& window, std::function<void(Slide_Control_Code)> control);
+    /// control_window  comes back for a while when the mouse moves or a key is pressed
+    /// control         gets what the keys ask for
+    Full_Screen_Show(QWidget& window, QWidget& control_window, std::function<void(Slide_Control_Code)> control);
     ~Full_Screen_Show() override;
 
     void Begin();
@@ -26,8 +27,11 @@ protected:
 private:
     bool Take_Key(QKeyEvent& event);
     void Show_Pointer(bool shown);
+    void Wake();
+    void Rest();
 
     QPointer<QWidget> window_;
+    QPointer<QWidget> control_window_;
     std::function<void(Slide_Control_Code)> control_;
     Qt::WindowStates state_before_;
     QTimer rest_; // of the mouse

@@ -1,14 +1,19 @@
 #include "slides/ui/Slide_Show_Control_Form.h"
 
+#include "frame/Settings_Store.h"
 #include "slides/ui/Slide_Keys.h"
 
 #include <QtGui/QCloseEvent>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
 
 enum Button { Play_Button = 1, Pause_Button, Stop_Button, Previous_Button, Next_Button, Select_Button };
+
+const QString Place_Value = QStringLiteral("Halvine-Slide-Control");
+constexpr int Space_Below = 40; // pixels
 
 struct Control_Button {
     int id;
@@ -51,6 +56,7 @@ Slide_Show_Control_Form::Slide_Show_Control_Form(Picture_Catalogue& catalogue, c
     setObjectName(QStringLiteral("Slide_Show_Control_Form"));
     setWindowTitle(tr("Slide Show"));
     setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::StrongFocus);
     if (icon) {
         select_icon_ = icon(QStringLiteral("IDI_SLIDE_CONTROL_SELECT"));
@@ -67,7 +73,19 @@ Slide_Show_Control_Form::Slide_Show_Control_Form(Picture_Catalogue& catalogue, c
     slide_index_ = slide_count_ = 9999; // as wide as the label of a long show
     Show_State();
     setFixedSize(sizeHint());
-    frame_ = new Form_Frame(*this, &platform, QStringLiteral("Halvine-Slide-Control"));
+    frame_ = new Form_Frame(*this, &platform, Place_Value);
+    if (platform.settings.Read_Value(Settings_Key, Place_Value).isEmpty())
+        connect(frame_, &Form_Frame::Restored, this, &Slide_Show_Control_Form::Move_To_Edge);
+}
+
+/// Without a remembered place: at the lower edge of the screen, where it covers least of the picture.
+void Slide_Show_Control_Form::Move_To_Edge()
+{
+    const QRect area = screen()->availableGeometry();
+    QRect place(QPoint(), frameSize());
+    place.moveCenter(area.center());
+    place.moveBottom(area.bottom() - Space_Below);
+    move(place.topLeft());
 }
 
 void Slide_Show_Control_Form::Make_Panel(const std::function<QIcon(const QString& id)>& icon)
@@ -138,6 +156,7 @@ void Slide_Show_Control_Form::Set_Playing(bool playing)
 
 void Slide_Show_Control_Form::Form_Erase()
 {
+    if (isActiveWindow() && parentWidget() != nullptr) parentWidget()->activateWindow(); // gives the keyboard back
     hide();
 }
 

@@ -31,6 +31,7 @@ protected:
 
 private:
     void Make_Panel(const std::function<QIcon(const QString& id)>& icon);
+    void Move_To_Edge();
     void Show_State();
     void Control(Slide_Control_Code code) { catalogue_.Slide_Show_Control(int(code), slide_index_); }
 

@@ -369,9 +369,8 @@ TEST_F(Commands, Camera_Information_Says_When_There_Is_None)
 {
     Pick_New("a.jpg");
     Run(Menu::Options, 301);
-    ASSERT_EQ(1U, platform.dialogs.texts_shown.size());
-    EXPECT_EQ("Halvine - Camera Information (EXIF)", platform.dialogs.texts_shown[0].first);
-    EXPECT_EQ("No camera information available", platform.dialogs.texts_shown[0].second);
+    EXPECT_EQ("Halvine - Camera Information (EXIF)", platform.dialogs.asked.back().title);
+    EXPECT_EQ("No camera information available", Last_Message());
 }
 
 TEST_F(Commands, The_Background_Color_Is_Asked_With_The_Present_One)

@@ -89,6 +89,22 @@ TEST_F(Curious_Configuration, Cancel_Takes_Nothing)
     EXPECT_EQ(Formula::File_Access, Allowed(where));
 }
 
+TEST(Configuration_Commands, A_File_That_Is_None_Is_Told_And_One_That_Cannot_Be_Opened_Is_Not)
+{
+    const Test_Folder folder;
+    const QString path = QString::fromStdString(folder.File("other.hvi"));
+    Put_File(folder.File("other.hvi"), "<hvSlideShow></hvSlideShow>");
+    Scripted_Dialogs dialogs;
+    Settings_In_Memory settings;
+    Program_State state;
+    dialogs.picks = {{path}, {QString::fromStdString(folder.File("missing.hvi"))}};
+    EXPECT_FALSE(Read_Configuration_File(state, dialogs, settings, {}));
+    ASSERT_EQ(1U, dialogs.asked.size());
+    EXPECT_TRUE(dialogs.asked[0].text.startsWith(path + ": is no configuration file"));
+    EXPECT_FALSE(Read_Configuration_File(state, dialogs, settings, {}));
+    EXPECT_EQ(1U, dialogs.asked.size());
+}
+
 TEST(Configuration_Commands, A_Failed_Write_Is_Told)
 {
     Scripted_Dialogs dialogs;

@@ -235,15 +235,39 @@ TEST_F(In_Place, Naming_The_Original_As_The_Copy_Asks_Again)
     EXPECT_TRUE(Original_Is_Untouched());
 }
 
-TEST_F(In_Place, A_Saved_Turn_Becomes_A_Copy_And_The_Turn_Of_The_Record_Stays_Pending)
+TEST_F(In_Place, A_Saved_Turn_Keeps_All_Bits_And_Asks_Nothing)
 {
     const int key = Pick_Deep();
-    platform.dialogs.answers = {Message_Answer::No};
-    platform.dialogs.picks = {{Path("copy.tif")}};
-    EXPECT_TRUE(Save_Turned(form, key));
+    EXPECT_TRUE(Save_Turned(form, key)) << Last_Message().toStdString();
+    EXPECT_TRUE(platform.dialogs.asked.empty());
+    EXPECT_EQ(0, form.Return_Picture_Rotate(key));
+    EXPECT_EQ(96, form.Return_Picture_Horz_Pixels(key));
+    const Owned_Bitmap bitmap(Load_Bitmap(Path("deep.tif"), 0, 1, 0));
+    EXPECT_EQ(2, Get_Bitmap_Source_Warnings_CPP(bitmap.Get())) << "the 16 bits are still there";
+}
+
+TEST_F(In_Place, A_Turn_In_A_Series_Keeps_All_Bits_And_Asks_Only_For_The_Originals)
+{
+    const int key = Pick_Deep();
+    form.Rotate_Picture(key, 90);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    EXPECT_TRUE(Save_Selected(form, key, {.Script_Option = Scripts::Save_With, .Save_Rotations_Flips = true}));
+    EXPECT_EQ(1U, platform.dialogs.asked.size());
+    const Owned_Bitmap bitmap(Load_Bitmap(Path("deep.tif"), 0, 1, 0));
+    EXPECT_EQ(96, Size_Of_Bitmap(bitmap.Get()).width);
+    EXPECT_EQ(2, Get_Bitmap_Source_Warnings_CPP(bitmap.Get()));
+}
+
+TEST_F(In_Place, A_Turned_Picture_That_Was_Painted_On_Asks)
+{
+    const int key = Pick_Deep();
+    form.Rotate_Picture(key, 90);
+    const Owned_Bitmap turned(form.Return_Picture(key, 0, 1));
+    const Owned_Bitmap painted(turned.Get() ? Create_Contrast_Optimized_Bitmap_CPP(turned.Get(), 0.005F, 0.005F) : 0);
+    platform.dialogs.answers = {Message_Answer::Cancel};
+    EXPECT_FALSE(form.Save_Adjusted_Picture(key, painted.Get(), {}, {}, Clear_Nothing, true));
+    EXPECT_EQ(question, platform.dialogs.asked.at(0).text);
     EXPECT_TRUE(Original_Is_Untouched());
-    EXPECT_EQ(90, form.Return_Picture_Rotate(key));
-    EXPECT_EQ(96, form.Return_Picture_Horz_Pixels(form.Return_Picture_Key(Path("copy.tif"), false)));
 }
 
 TEST_F(In_Place, In_A_Series_No_Names_A_Copy_And_Leaves_The_Record)

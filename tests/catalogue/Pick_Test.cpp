@@ -241,6 +241,20 @@ TEST_F(Picking, A_Picture_That_Cannot_Be_Turned_As_The_List_Says_Is_A_Failure_Of
     EXPECT_EQ(160, form.State().pictures.Item(2).Horz_Pixels) << "as stored";
 }
 
+TEST_F(Picking, Without_A_Date_In_The_List_Date_And_Size_Are_The_Files)
+{
+    const QString path = Make("a.jpg");
+    const File_Entry known = Entry_Of_File(path);
+    const File_Entry stale{.Path_Name = path, .File_Date = 40000, .File_Size_KB = 7};
+    const File_Entry entries[] = {known, {.Path_Name = path}, stale};
+    form.Pick_Files(entries, false, false);
+    ASSERT_EQ(3, form.State().pictures.Count());
+    EXPECT_DOUBLE_EQ(form.Return_Picture_File_Date(1), form.Return_Picture_File_Date(2));
+    EXPECT_EQ(Item(1).File_Size_KB, Item(2).File_Size_KB);
+    EXPECT_EQ(40000, form.Return_Picture_File_Date(3)) << "a list that knows better is believed";
+    EXPECT_EQ(7, Item(3).File_Size_KB);
+}
+
 TEST_F(Picking, An_Event_During_A_Pick_Cannot_Start_Another)
 {
     const QStringList paths = Make_Many(6);

@@ -92,6 +92,36 @@ TEST_F(Listing, Agrees_With_A_Plain_Search_Through_Random_Appends_And_Removals)
     }
 }
 
+TEST_F(Listing, Removing_All_In_Any_Order_And_Twice_Leaves_Nothing_To_Be_Found)
+{
+    const int keys[] = {Add("a.jpg"), Add("b.jpg"), Add("c.jpg")};
+    const int indices[] = {3, 1, 2, 1, 99, 0};
+    form.State().pictures.Remove(indices);
+    EXPECT_EQ(0, form.State().pictures.Count());
+    for (const int key : keys) EXPECT_EQ(nullptr, form.State().pictures.Find(key));
+    EXPECT_EQ(0, form.State().pictures.Index_From_Name("/photos/a.jpg"));
+    EXPECT_EQ(keys[2] + 1, Add("d.jpg")) << "no key comes back";
+}
+
+TEST_F(Listing, A_Great_Many_Records_Leave_At_Once_And_Are_Freed_A_Little_At_A_Time)
+{
+    constexpr int count = 3 * Picture_List::Most_Freed_At_Once;
+    const int bitmaps = Bitmap_Count();
+    for (int i = 0; i < count; ++i)
+        Item(Add(QString::number(i))).Thumbnail_Bitmap.Reset(Count_Bitmap(Create_Empty_Bitmap_CPP(1, 1, 1, 8)));
+    form.Discard_All();
+    EXPECT_EQ(0, form.State().pictures.Count());
+    EXPECT_EQ(0, form.State().pictures.Index_From_Name("/photos/7"));
+    EXPECT_EQ(bitmaps + count - Picture_List::Most_Freed_At_Once, Bitmap_Count());
+    ASSERT_EQ(1U, platform.timers.size());
+    const int again = Add("7");
+    EXPECT_EQ(1, form.State().pictures.Index_From_Name("/photos/7"));
+    for (int i = 0; i < 5; ++i) platform.timers[0]->Fire();
+    EXPECT_EQ(bitmaps, Bitmap_Count());
+    EXPECT_FALSE(platform.timers[0]->Is_On());
+    EXPECT_EQ(1, form.State().pictures.Index_From_Key(again)) << "what came later stays";
+}
+
 TEST_F(Listing, Records_Stay_In_Place_While_Others_Come_And_Go)
 {
     const int key = Add("a.jpg");

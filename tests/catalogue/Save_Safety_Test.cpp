@@ -145,6 +145,40 @@ TEST_F(Save_Safety, Every_Failing_Call_Leaves_A_Whole_Picture_On_A_File_System_W
     Fail_Every_Call(ENOSPC);
 }
 
+TEST_F(Save_Safety, Every_Failing_Call_Of_A_Save_As_A_Copy_Leaves_The_Old_Copy_Or_The_New_One)
+{
+    const int key = Pick(path);
+    form.Set_Picture_Key_Selected(key, true);
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
+    const std::string old_copy = Contents_Of(File(Make("a-hv.jpg", 80, 50).section('/', -1)));
+    for (int n = 1; n < 300; ++n) {
+        Put_File(File("a-hv.jpg"), old_copy);
+        platform.dialogs.answers = {Message_Answer::Yes};
+        int saved = 0;
+        bool reached = false;
+        std::string call;
+        {
+            const Failing_Calls plan(n, EIO);
+            saved = form.Save_Selected_As(
+                {.Script_Option = Save_Options::Scripts::Save_With, .Save_Option = Save_Options::Target::Auto_Copy});
+            reached = plan.Was_Reached();
+            call = plan.Name();
+        }
+        SCOPED_TRACE(testing::Message() << "call " << n << ", " << call);
+        const std::string copy = Contents_Of(File("a-hv.jpg"));
+        EXPECT_EQ(old_contents, Contents_Of(File("a.jpg")));
+        EXPECT_TRUE(copy == old_copy || (copy.starts_with("\xFF\xD8") && copy.ends_with("\xFF\xD9")));
+        EXPECT_TRUE(saved == 0 || copy != old_copy);
+        EXPECT_EQ((QStringList{"a-hv.jpg", "a.jpg"}), Names());
+        if (!reached) {
+            EXPECT_EQ(1, saved);
+            EXPECT_GT(n, 6);
+            return;
+        }
+    }
+    FAIL() << "a save does not come to an end";
+}
+
 TEST_F(Save_Safety, A_Full_File_System_Gives_The_Message_And_Keeps_The_Picture)
 {
     const pid_t child = fork();

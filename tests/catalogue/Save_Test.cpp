@@ -262,6 +262,28 @@ TEST_F(Saving, Method_2_Copies_The_Original_To_A_Snapshot_First)
     EXPECT_NE(before, Contents_Of(File("a.jpg")));
 }
 
+TEST_F(Saving, Method_2_Leaves_No_Snapshot_Of_A_Picture_That_Was_Not_Overwritten)
+{
+    const int key = Pick_New("a.jpg");
+    EXPECT_FALSE(form.Save_Picture(2, key, 0, {}, Clear_Nothing)) << "nothing to write";
+    EXPECT_EQ(QStringList{"a.jpg"}, Names());
+    Put_File(File("a.jpg"), Contents_Of(File("a.jpg")) + " ");
+    const Owned_Bitmap bitmap = Drawn_Bitmap(80, 50, 9);
+    EXPECT_FALSE(form.Save_Picture(2, key, bitmap.Get(), {}, Clear_Nothing)) << "changed by another program";
+    EXPECT_EQ(QStringList{"a.jpg"}, Names());
+}
+
+TEST_F(Saving, Method_2_Twice_In_A_Second_Keeps_Both_Snapshots)
+{
+    const int key = Pick_New("a.jpg");
+    const std::string first = Contents_Of(File("a.jpg"));
+    form.Save_Picture(2, key, Drawn_Bitmap(80, 50, 9).Get(), {}, Clear_Nothing);
+    const std::string second = Contents_Of(File("a.jpg"));
+    form.Save_Picture(2, key, Drawn_Bitmap(80, 50, 8).Get(), {}, Clear_Nothing);
+    EXPECT_EQ(first, Contents_Of(File("~a-20260314-150926.jpg")));
+    EXPECT_EQ(second, Contents_Of(File("~a-20260314-150927.jpg")));
+}
+
 TEST_F(Saving, Method_4_Names_The_Copy_By_The_Suffix_And_Asks_Before_Overwriting)
 {
     const int key = Pick_New("a.jpg");
@@ -330,6 +352,36 @@ TEST_F(Saving, Selected_As_Original_With_Scripts_Turns_Only_When_Asked)
     EXPECT_EQ("Crop(2,3,4,1)", form.Recall_Picture_All_Script_Items(key));
     EXPECT_EQ("Crop(2,3,4,1)", Get_Image_Script(Path("a.jpg"), 0));
     EXPECT_EQ(96, form.Return_Picture_Horz_Pixels(key));
+}
+
+TEST_F(Saving, Selected_As_Does_Not_Flip_And_Keeps_The_Type_In_The_Extension)
+{
+    const int key = Pick_New("a.jpg");
+    Item(key).Flip = 1;
+    form.Set_Picture_Key_Selected(key, true);
+    const Owned_Bitmap stored(Load_Bitmap(Path("a.jpg"), 0, 1, 0));
+    ASSERT_EQ(1, form.Save_Selected_As({.Script_Option = Save_Options::Scripts::Ignore,
+                                        .Save_Rotations_Flips = true,
+                                        .Save_Option = Save_Options::Target::Auto_Copy,
+                                        .Picture_Type = 2}));
+    const Owned_Bitmap copy(Load_Bitmap(Path("a-hv.tif"), 0, 1, 0));
+    EXPECT_EQ(Pixels_Of(stored.Get()), Pixels_Of(copy.Get()));
+    EXPECT_EQ(1, Item(key).Flip);
+}
+
+TEST_F(Saving, Selected_As_With_Scripts_Stores_The_Prepared_Script_Where_A_Picture_Has_None)
+{
+    form.State().Current_Prepared_Script = 1;
+    const QString prepared = Join_Script_Items(*form.State().Prepared_Items());
+    ASSERT_FALSE(prepared.isEmpty());
+    const int bare = Pick_New("a.jpg");
+    const int own = Pick(Make("b.jpg", 160, 96, 2, "Crop(1,2,3,4)"));
+    for (const int key : {bare, own}) form.Set_Picture_Key_Selected(key, true);
+    ASSERT_EQ(2, form.Save_Selected_As({.Script_Option = Save_Options::Scripts::Save_With,
+                                        .Save_Option = Save_Options::Target::Auto_Copy}));
+    EXPECT_EQ(prepared, Get_Image_Script(Path("a-hv.jpg"), 0));
+    EXPECT_EQ("Crop(1,2,3,4)", Get_Image_Script(Path("b-hv.jpg"), 0));
+    EXPECT_EQ("", form.Recall_Picture_All_Script_Items(bare));
 }
 
 TEST_F(Saving, Selected_As_Original_Without_Scripts_Leaves_Script_Modified)

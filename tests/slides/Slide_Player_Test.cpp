@@ -1,9 +1,8 @@
 #include "slides/Slide_Player.h"
 
 #include "slides/Slide_Show_Forwarder.h"
-#include "tests/catalogue/Picture_Fixture.h"
+#include "tests/catalogue/Catalogue_Fixture.h"
 
-#include <fstream>
 #include <limits>
 
 namespace {
@@ -47,11 +46,11 @@ struct Recording_Window final : Slide_Main_Window {
     void Set_Full_Window(bool on) override
     {
         full = on;
-        ++switches;
+        if (on_switch) on_switch();
     }
     void Set_Show_Look(bool running) override { look = running; }
     bool busy = false, full = false, look = false;
-    int switches = 0;
+    std::function<void()> on_switch;
 };
 
 struct Recording_Control final : Slide_Control_Window {
@@ -88,7 +87,6 @@ protected:
     std::vector<int> Selected() const { return form.State().selection.Selected_Indices(); }
     int Shown() const { return form.State().Current_Picture_Index(); }
     Scripted_Timer& Timer() const { return *platform.timers.at(0); }
-    Scripted_Timer& Ahead_Timer() const { return *platform.timers.at(1); }
     void Control(Slide_Control_Code code) { form.Slide_Show_Control(int(code), player.Slide_Index()); }
 
     Program_State program;
@@ -319,6 +317,17 @@ TEST_F(Slide_Player_Test, Stop_Selects_What_Was_Shown_Last_And_Scrolls_To_It)
     EXPECT_GT(view.status_updates, status);
 }
 
+TEST_F(Slide_Player_Test, Stop_Leaves_The_Full_Window_Before_It_Scrolls)
+{
+    Add_Pictures(2);
+    player.Display_Full_Window = true;
+    player.Start_Slide_Show(true);
+    window.on_switch = [this] { EXPECT_EQ(view.scrolled_to, 0); };
+    player.Stop_Slide_Show();
+    EXPECT_EQ(view.scrolled_to, 1);
+    EXPECT_FALSE(window.full);
+}
+
 TEST_F(Slide_Player_Test, Stop_Keeps_The_Marks_That_Were_Made)
 {
     Add_Pictures(3);
@@ -391,6 +400,7 @@ TEST_F(Slide_Player_Test, Remove_Takes_The_Slide_Out_Of_Show_And_Selection)
     EXPECT_EQ(player.Slide_Index(), 1) << "behind the last comes the first";
     Control(Slide_Control_Code::Remove);
     EXPECT_EQ(player.Slide_Indices(), std::vector{1}) << "the last slide stays";
+    EXPECT_EQ(Selected(), std::vector{1});
 }
 
 TEST_F(Slide_Player_Test, Remove_Does_Nothing_Once_Marks_Were_Made)
@@ -483,104 +493,6 @@ TEST_F(Slide_Player_Test, Without_Windows_It_Plays_All_The_Same)
     player.Start_Slide_Show(true);
     Timer().Fire();
     EXPECT_EQ(Shown(), 2);
-    player.Stop_Slide_Show();
-}
-
-/// With real files.
-class Slide_Pictures_Test : public Picture_Test {
-protected:
-    Slide_Pictures_Test() { form.Set_Slide_Show(&link); }
-    ~Slide_Pictures_Test() override { form.Set_Slide_Show(nullptr); }
-    Scripted_Timer& Ahead_Timer() const { return *platform.timers.at(1); }
-    std::vector<std::uint8_t> Current_Pixels() const { return Pixels_Of(form.State().Current_Picture_Bitmap.Get()); }
-
-    Program_State program;
-    Slide_Shows shows{form.State(), form.Picking(), program};
-    Slide_Player player{form.State(), form.Pictures(), shows, program};
-    Slide_Show_Forwarder link{shows, player};
-};
-
-TEST_F(Slide_Pictures_Test, The_Next_Slide_Is_Loaded_In_The_Quiet_And_Is_The_Same_Picture)
-{
-    Pick(Make(Q("a.jpg")));
-    const int second = Pick(Make(Q("b.jpg"), 160, 96, 1, Q("Gamma(0,1.5,1,0,1.5,1,0,1.5,1)"), {}, 2));
-    form.State().pictures.Find(second)->Rotate = 90;
-    const auto expected = Pixels_Of(Owned_Bitmap(form.Return_Picture(second, 0, 1)).Get());
-    const int before = Bitmap_Count();
-    player.Start_Slide_Show(false);
-    ASSERT_TRUE(Ahead_Timer().on);
-    Ahead_Timer().Fire();
-    EXPECT_FALSE(Ahead_Timer().on) << "once for each slide";
-    EXPECT_GT(Bitmap_Count(), before + 1);
-    // Other bytes that look like the same file: a picture that is read only now would show them.
-    const auto written = std::filesystem::last_write_time(File(Q("b.jpg")));
-    std::fstream(File(Q("b.jpg")), std::ios::in | std::ios::out | std::ios::binary).write("no jpeg", 7);
-    std::filesystem::last_write_time(File(Q("b.jpg")), written);
-    player.Slide_Show_Control(int(Slide_Control_Code::Next), 1);
-    EXPECT_EQ(Current_Pixels(), expected);
-    player.Stop_Slide_Show();
-}
-
-TEST_F(Slide_Pictures_Test, What_Changed_Since_It_Was_Loaded_Is_Loaded_Again)
-{
-    Pick(Make(Q("a.jpg")));
-    const int second = Pick(Make(Q("b.jpg"), 160, 96, 1, {}, {}, 2));
-    player.Start_Slide_Show(false);
-    Ahead_Timer().Fire();
-    form.Rotate_Picture(second, 90);
-    player.Slide_Show_Control(int(Slide_Control_Code::Next), 1);
-    EXPECT_EQ(Size_Of_Bitmap(form.State().Current_Picture_Bitmap.Get()), (Pixel_Size{96, 160}));
-    player.Slide_Show_Control(int(Slide_Control_Code::Previous), 1);
-    player.Slide_Show_Control(int(Slide_Control_Code::Next), 1);
-    player.Slide_Show_Control(int(Slide_Control_Code::Previous), 1);
-    Ahead_Timer().Fire(); // loads the second again, going back round
-    Make(Q("b.jpg"), 80, 40, 1, {}, {}, 3);
-    player.Slide_Show_Control(int(Slide_Control_Code::Previous), 1);
-    EXPECT_EQ(Size_Of_Bitmap(form.State().Current_Picture_Bitmap.Get()), (Pixel_Size{40, 80})) << "another file";
-    player.Stop_Slide_Show();
-}
-
-TEST_F(Slide_Pictures_Test, A_Stop_Lets_The_Loaded_Picture_Go)
-{
-    Pick_New(Q("a.jpg"));
-    Pick_New(Q("b.jpg"));
-    const int before = Bitmap_Count();
-    player.Start_Slide_Show(false);
-    Ahead_Timer().Fire();
-    player.Stop_Slide_Show();
-    EXPECT_EQ(Bitmap_Count(), before + 1) << "the current picture alone";
-}
-
-TEST_F(Slide_Pictures_Test, A_Picture_That_Is_Gone_Does_Not_End_The_Show)
-{
-    Pick_New(Q("a.jpg"));
-    Pick_New(Q("b.jpg"));
-    Pick_New(Q("c.jpg"));
-    std::filesystem::remove(File(Q("b.jpg")));
-    player.Start_Slide_Show(true);
-    Ahead_Timer().Fire();
-    platform.timers[0]->Fire();
-    EXPECT_EQ(form.State().Current_Picture_Index(), 2);
-    EXPECT_FALSE(form.State().Current_Picture_Bitmap);
-    platform.timers[0]->Fire();
-    EXPECT_EQ(form.State().Current_Picture_Index(), 3);
-    player.Stop_Slide_Show();
-}
-
-TEST_F(Slide_Pictures_Test, Sounds_Are_Counted_Once_A_Start)
-{
-    Pick_New(Q("a.jpg"));
-    player.Start_Slide_Show(true);
-    EXPECT_EQ(player.Slide_Sound_Index(), 1) << "no sounds";
-    player.Stop_Slide_Show();
-    Put_File(folder.File("x.wav"), "sound");
-    Put_File(folder.File("s.hvs"), "SND,'.\\x.wav';\r\nPIC,'.\\a.jpg';\r\n");
-    ASSERT_TRUE(shows.Open_Slide_Show(Path(Q("s.hvs")), false, true));
-    player.Start_Slide_Show(true);
-    EXPECT_EQ(player.Slide_Sound_Index(), 2);
-    player.Stop_Slide_Show();
-    player.Start_Slide_Show(true);
-    EXPECT_EQ(player.Slide_Sound_Index(), 2) << "each start begins anew";
     player.Stop_Slide_Show();
 }
 

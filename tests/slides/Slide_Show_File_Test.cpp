@@ -77,6 +77,9 @@ const Show_Case Markup_Cases[] = {
      "tim=3.00;a|0|0.00;fault"},
     {"end_missing", "<hvSlideShow><Slide file='a'/>", "a|0|0.00;fault"},
     {"comment_is_a_fault", "<hvSlideShow><Slide file='a'/><!-- x --><Slide file='b'/></hvSlideShow>", "a|0|0.00;fault"},
+    {"prolog_behind_a_slide_is_a_fault",
+     "<hvSlideShow><Slide file='a'/><?xml version='1.0'?><hvSlideShow><Slide file='b'/></hvSlideShow>",
+     "a|0|0.00;fault"},
     {"closing_slide_is_a_fault", "<hvSlideShow><Slide file='a'></Slide></hvSlideShow>", "a|0|0.00;fault"},
 };
 

@@ -182,4 +182,141 @@ TEST_F(Slide_Shows_Test, Only_The_Selected_Are_Saved_And_A_Failure_Is_Told)
     EXPECT_EQ(shows.Slide_Show_File_Name(), Path(Q("one.hvs")));
 }
 
+TEST_F(Slide_Shows_Test, What_Was_Read_Before_A_No_Is_Picked)
+{
+    Make(Q("a.jpg"));
+    Make(Q("c.jpg"));
+    const QString file = Put("m.hvs", "PIC,'.\\a.jpg';\nPIC,'.\\gone.jpg';\nPIC,'.\\c.jpg';\nTIM,9;\n");
+    for (const Message_Answer answer : {Message_Answer::No, Message_Answer::Cancel}) {
+        platform.dialogs.answers = {answer};
+        ASSERT_TRUE(shows.Open_Slide_Show(file, false, true));
+        ASSERT_EQ(Count(), 1);
+        EXPECT_EQ(Nth(1).File_Name, Q("a.jpg"));
+        EXPECT_EQ(program.Slide_Display_Interval, 2) << "the reading stopped";
+    }
+}
+
+TEST_F(Slide_Shows_Test, Folders_Are_Tried_Last_Found_Own_And_Named)
+{
+    for (const char* name : {"last", "own", "named"}) std::filesystem::create_directory(folder.File(name));
+    for (const char* name : {"last/1.jpg", "last/2.jpg", "own/2.jpg", "own/3.jpg", "named/3.jpg", "named/4.jpg"})
+        Make(Q(name));
+    Put("own/s.hvs", ("DIR,'" + folder.File("named") +
+                      "';\nPIC,'.\\1.jpg';\nPIC,'.\\2.jpg';\nPIC,'.\\3.jpg';\n"
+                      "PIC,'.\\4.jpg';\n")
+                         .c_str());
+    platform.dialogs.picks = {{Path(Q("last"))}};
+    ASSERT_TRUE(shows.Open_Slide_Show(Path(Q("own/s.hvs")), false, true));
+    ASSERT_EQ(Count(), 4);
+    EXPECT_EQ(Nth(1).Full_Name(), Path(Q("last/1.jpg")));
+    EXPECT_EQ(Nth(2).Full_Name(), Path(Q("last/2.jpg")));
+    EXPECT_EQ(Nth(3).Full_Name(), Path(Q("own/3.jpg")));
+    EXPECT_EQ(Nth(4).Full_Name(), Path(Q("named/4.jpg")));
+}
+
+TEST_F(Slide_Shows_Test, All_Selected_Are_Saved_In_The_Order_Of_Selecting)
+{
+    Pick_New(Q("a.jpg"));
+    Pick_New(Q("b.jpg"));
+    form.State().selection.Clear();
+    form.Set_Picture_Selected(2, true);
+    form.Set_Picture_Selected(1, true);
+    platform.dialogs.picks = {{Path(Q("one.hvs"))}};
+    ASSERT_TRUE(shows.Save_Slide_Show(false));
+    EXPECT_LT(Text("one.hvs").find("b.jpg"), Text("one.hvs").find("a.jpg"));
+}
+
+TEST_F(Slide_Shows_Test, Saving_Selected_Without_A_Selection_Saves_All)
+{
+    Pick_New(Q("a.jpg"));
+    Pick_New(Q("b.jpg"));
+    form.State().selection.Clear();
+    platform.dialogs.picks = {{Path(Q("one.hvs"))}};
+    ASSERT_TRUE(shows.Save_Slide_Show(true));
+    EXPECT_NE(Text("one.hvs").find("b.jpg"), std::string::npos);
+}
+
+TEST_F(Slide_Shows_Test, Without_Pictures_Nothing_Is_Asked_For)
+{
+    EXPECT_FALSE(shows.Save_Slide_Show(false));
+    EXPECT_FALSE(shows.Copy_Slide_Show_As(false));
+    EXPECT_TRUE(platform.dialogs.pick_asked.empty());
+}
+
+TEST_F(Slide_Shows_Test, The_Open_Show_Is_Proposed_And_Written_Over_Without_A_Question)
+{
+    Pick_New(Q("a.jpg"));
+    Put("other.hvs", "other");
+    platform.dialogs.picks = {{Path(Q("one.hvs"))}, {Path(Q("one.hvs"))}, {Path(Q("other.hvs"))}};
+    ASSERT_TRUE(shows.Save_Slide_Show(false));
+    ASSERT_TRUE(shows.Save_Slide_Show(false));
+    EXPECT_EQ(platform.dialogs.pick_asked.back().name, Q("one.hvs"));
+    EXPECT_TRUE(platform.dialogs.asked.empty());
+    EXPECT_FALSE(shows.Save_Slide_Show(false)) << "another file is asked about, and the answer is No";
+    EXPECT_EQ(Text("other.hvs"), "other");
+    EXPECT_EQ(shows.Slide_Show_File_Name(), Path(Q("one.hvs")));
+}
+
+TEST_F(Slide_Shows_Test, Flips_Go_Into_Neither_Form)
+{
+    Pick_New(Q("a.jpg"));
+    std::filesystem::create_directory(folder.File("copy"));
+    platform.dialogs.picks = {{Path(Q("one.hvs"))}, {Path(Q("copy/two.hvs"))}};
+    ASSERT_TRUE(shows.Save_Slide_Show(false));
+    ASSERT_TRUE(shows.Copy_Slide_Show_As(false));
+    const std::string one = Text("one.hvs"), two = Text("copy/two.hvs");
+    Nth(1).Flip = Flip_Left_To_Right;
+    platform.dialogs.picks = {{Path(Q("one.hvs"))}, {Path(Q("copy/two.hvs"))}};
+    platform.dialogs.answers = {Message_Answer::Yes};
+    ASSERT_TRUE(shows.Save_Slide_Show(false));
+    ASSERT_TRUE(shows.Copy_Slide_Show_As(false));
+    EXPECT_EQ(Text("one.hvs"), one);
+    EXPECT_EQ(Text("copy/two.hvs"), two);
+}
+
+TEST_F(Slide_Shows_Test, A_Copy_Gets_Its_Extension_Unless_The_Name_Ends_In_A_Point)
+{
+    Pick_New(Q("a.jpg"));
+    for (const char* name : {"c1", "c2"}) std::filesystem::create_directory(folder.File(name));
+    platform.dialogs.picks = {{Path(Q("c1/show"))}, {Path(Q("c2/show."))}};
+    ASSERT_TRUE(shows.Copy_Slide_Show_As(false));
+    EXPECT_TRUE(std::filesystem::exists(folder.File("c1/show.hvs")));
+    EXPECT_EQ(platform.dialogs.pick_asked.back().caption, Q("Halvine - Copy Slide Show As"));
+    ASSERT_TRUE(shows.Copy_Slide_Show_As(false));
+    EXPECT_TRUE(std::filesystem::exists(folder.File("c2/show.")));
+}
+
+TEST_F(Slide_Shows_Test, A_Copy_Asks_Before_It_Overwrites_A_Show)
+{
+    Pick_New(Q("a.jpg"));
+    Put("there.hvs", "before");
+    platform.dialogs.picks = {{Path(Q("there.hvs"))}};
+    EXPECT_FALSE(shows.Copy_Slide_Show_As(false));
+    EXPECT_EQ(Last_Message(), Path(Q("there.hvs")) + Q(" already exists, do you wish to overwrite?"));
+    EXPECT_EQ(Text("there.hvs"), "before");
+    EXPECT_FALSE(std::filesystem::exists(folder.File("ss001-a.jpg")));
+}
+
+TEST_F(Slide_Shows_Test, A_Script_That_Would_Be_Lost_Is_Asked_About)
+{
+    Pick_New(Q("a.jpg"));
+    Nth(1).Script_Modified = true;
+    const QString file = Put("m.hvs", "TIM,5;");
+    EXPECT_FALSE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_TRUE(Last_Message().contains(Q("1 scripts modified")));
+    ASSERT_TRUE(shows.Open_Slide_Show(file, true, true)) << "appending loses nothing";
+}
+
+TEST_F(Slide_Shows_Test, Pictures_In_Use_Are_Not_Replaced)
+{
+    Pick_New(Q("a.jpg"));
+    Make(Q("b.jpg"));
+    const QString file = Put("m.hvs", "PIC,'.\\b.jpg';");
+    Nth(1).Lock_Flags = Hard_Lock_Mask;
+    EXPECT_FALSE(shows.Open_Slide_Show(file, false, true));
+    EXPECT_TRUE(Last_Message().startsWith(Q("Some or all of the pictures that would be discarded are in use.")));
+    ASSERT_TRUE(shows.Open_Slide_Show(file, true, true));
+    EXPECT_EQ(Count(), 2);
+}
+
 } // namespace

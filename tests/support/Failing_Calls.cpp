@@ -136,6 +136,12 @@ int mkostemp(char* pattern, int flags)
     return Real<int (*)(char*, int)>("mkostemp")(pattern, flags);
 }
 
+int mkostemps(char* pattern, int ending, int flags)
+{
+    if (Must_Fail("mkostemps")) return -1;
+    return Real<int (*)(char*, int, int)>("mkostemps")(pattern, ending, flags);
+}
+
 ssize_t write(int descriptor, const void* bytes, size_t count)
 {
     if (descriptor > 2 && Must_Fail("write")) return -1;

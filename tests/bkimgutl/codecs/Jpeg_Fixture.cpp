@@ -132,23 +132,34 @@ testing::AssertionResult Shows(const Plain_Decode& expected, const Bitmap& actua
     return testing::AssertionSuccess();
 }
 
+namespace {
+
+/// The last 0xFF of those at `at`.
+std::size_t Behind_Fill_Bytes(const File_Bytes& file, std::size_t at)
+{
+    while (at + 1 < file.size() && file[at] == 0xFF && file[at + 1] == 0xFF) ++at;
+    return at;
+}
+
+} // namespace
+
 std::vector<File_Segment> Outer_Segments(const File_Bytes& file)
 {
     std::vector<File_Segment> segments;
-    for (std::size_t at = 2; at + 4 <= file.size() && file[at + 1] != 0xDA;) {
+    for (std::size_t at = Behind_Fill_Bytes(file, 2); at + 4 <= file.size() && file[at + 1] != 0xDA;) {
         const std::size_t length = std::size_t(file[at + 2]) << 8 | file[at + 3];
         const int marker = file[at + 1];
         const auto data = file.begin() + std::ptrdiff_t(at) + 4;
         if (marker >= 0xE0) segments.push_back({marker, File_Bytes(data, data + std::ptrdiff_t(length) - 2)});
-        at += 2 + length;
+        at = Behind_Fill_Bytes(file, at + 2 + length);
     }
     return segments;
 }
 
 File_Bytes Coded_Data(const File_Bytes& file)
 {
-    std::size_t at = 2;
-    while (file[at + 1] != 0xDA) at += 2 + (std::size_t(file[at + 2]) << 8 | file[at + 3]);
+    std::size_t at = Behind_Fill_Bytes(file, 2);
+    while (file[at + 1] != 0xDA) at = Behind_Fill_Bytes(file, at + 2 + (std::size_t(file[at + 2]) << 8 | file[at + 3]));
     return {file.begin() + std::ptrdiff_t(at), file.end()};
 }
 

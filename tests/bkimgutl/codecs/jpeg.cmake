@@ -7,7 +7,9 @@ hv_test(NAME bkimgutl_jpeg_test LAYER plain
         Jpeg_Lossless_Test.cpp
         Jpeg_Load_Test.cpp
         Jpeg_Save_Test.cpp
+        Jpeg_Shapes_Test.cpp
         Jpeg_Texts_Test.cpp
+        Jpeg_XMP_Test.cpp
         Stored_Text_Test.cpp
     USES bkimgutl bkimgutl_pictures hv_sample_pictures
     LINKS JPEG::JPEG)

@@ -262,8 +262,9 @@ TEST(Unsharp, Is_Exact_Given_The_Blur)
 {
     const Bitmap source = Random_Picture(119, 45, 3, 6);
     std::vector<std::vector<std::int16_t>> blurred(45);
-    ASSERT_TRUE(Blur_Rows(source.View(), 2.5F, [&](int y, const std::int16_t* row) {
-        blurred[std::size_t(y)].assign(row, row + source.View().Row_Bytes());
+    for (auto& row : blurred) row.resize(source.View().Row_Bytes());
+    ASSERT_TRUE(Blur_Parts(source.View(), 2.5F, [&](const Blurred_Part& part) {
+        std::copy_n(part.samples, part.count, blurred[std::size_t(part.y)].begin() + std::ptrdiff_t(part.first));
     }));
     // Amounts of few binary digits, so that the products are exact whether or not they are fused with the sum.
     for (const Unsharp_Settings& s :

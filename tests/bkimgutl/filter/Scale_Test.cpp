@@ -18,10 +18,12 @@ std::vector<Sample_Recipe> Recipes(int from, int to, Interpolation_Method method
     std::vector<Sample_Recipe> recipes;
     for (int i = 0; i < to; ++i) {
         const double centre = (i + 0.5) * ratio - 0.5, reach = Interpolation_Support(method) * widening;
-        Sample_Recipe recipe{.first = std::max(0, int(std::ceil(centre - reach)))};
+        Sample_Recipe recipe{.first = std::max(0, int(std::ceil(centre - reach)) - 1)};
         double sum = 0;
-        for (int j = recipe.first; j <= std::min(from - 1.0, centre + reach); ++j) {
-            recipe.weights.push_back(Interpolation_Weight(method, (j - centre) / widening));
+        for (int j = recipe.first; j <= std::min(from - 1.0, centre + reach + 1); ++j) {
+            // One division of whole numbers, so that the border between two boxes is where it is.
+            const double distance = ((2.0 * j + 1) * to - (2.0 * i + 1) * from) / (2.0 * std::max(from, to));
+            recipe.weights.push_back(Interpolation_Weight(method, distance));
             sum += recipe.weights.back();
         }
         for (double& weight : recipe.weights) weight /= sum;

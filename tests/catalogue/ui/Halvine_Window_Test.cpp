@@ -123,6 +123,7 @@ TEST_F(Window_Test, A_Close_During_A_Pick_Is_Refused_And_Stop_Ends_The_Pick)
         QApplication::processEvents();
         if (call == 1) {
             EXPECT_TRUE(Part<QWidget>("Pick_Progress_Frame")->isVisible());
+            EXPECT_NE("0 pictures", Part<QLabel>("Picture_Status_Label")->text().toStdString());
             EXPECT_FALSE(window->close());
         }
         if (call == 2) window->Commands().Press_Panel(Stop_Pick_Button, 1, 0);
@@ -309,28 +310,19 @@ TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
     EXPECT_EQ(85, dialog.Options().JPEG_Quality);
 }
 
-/// Pictures of the window for a person to look at: only where a folder for them is named.
-TEST_F(Window_Test, Can_Be_Looked_At)
+TEST(Save_Options_Form, Begins_With_The_Answers_Of_The_Last_Time)
 {
-    const QString shots = qEnvironmentVariable("HALVINE_SHOTS");
-    if (shots.isEmpty()) GTEST_SKIP() << "HALVINE_SHOTS names no folder";
-    Make_Pictures(24);
-    Open();
-    window->grab().save(shots + "/empty.png");
-    window->Commands().Run({Menu::File, 101});
-    Click(2);
-    Click(7, Qt::ShiftModifier);
-    QTest::qWait(400);
-    window->grab().save(shots + "/filled.png");
-    window->Commands().Run({Menu::Options, 401});
-    QApplication::processEvents();
-    window->grab().save(shots + "/list.png");
-    window->Commands().Run({Menu::Select, 103});
-    QTest::keyClick(&window->Filmstrip(), Qt::Key_Return);
-    QApplication::processEvents();
-    window->grab().save(shots + "/full.png");
-    Save_Options_Dialog dialog;
-    dialog.grab().save(shots + "/save_options.png");
+    const Save_Options last{.Script_Option = Save_Options::Scripts::Run,
+                            .Save_Rotations_Flips = true,
+                            .Save_Option = Save_Options::Target::Prompted_Copy,
+                            .Picture_Type = 2,
+                            .JPEG_Quality = 0};
+    const Save_Options again = Save_Options_Dialog(last).Options();
+    EXPECT_EQ(last.Script_Option, again.Script_Option);
+    EXPECT_EQ(last.Save_Rotations_Flips, again.Save_Rotations_Flips);
+    EXPECT_EQ(last.Save_Option, again.Save_Option);
+    EXPECT_EQ(last.Picture_Type, again.Picture_Type);
+    EXPECT_EQ(last.JPEG_Quality, again.JPEG_Quality);
 }
 
 } // namespace

@@ -122,10 +122,63 @@ INSTANTIATE_TEST_SUITE_P(
                     Keyword_Case{"SELECT", 0x10A7000}, Keyword_Case{"STATIC", 0x10B7000},
                     Keyword_Case{"STEP", 0x10C7000}, Keyword_Case{"SUB", 0x10D7000}, Keyword_Case{"THEN", 0x10E7000},
                     Keyword_Case{"TO", 0x10F7000}, Keyword_Case{"UNTIL", 0x1107000}, Keyword_Case{"WEND", 0x1117000},
-                    Keyword_Case{"WHILE", 0x1127000}, Keyword_Case{"DATE", 0x603500}, Keyword_Case{"TIMER", 0x633500},
-                    Keyword_Case{"MOD", 0x685178}, Keyword_Case{"LIKE", 0x6D525A}, Keyword_Case{"XOR", 0x775428},
-                    Keyword_Case{"EQV", 0x77541E}, Keyword_Case{"IMP", 0x775414}),
+                    Keyword_Case{"WHILE", 0x1127000}, Keyword_Case{"DATE", 0x603500}, Keyword_Case{"NOW", 0x613500},
+                    Keyword_Case{"TIME", 0x623500}, Keyword_Case{"TIMER", 0x633500}, Keyword_Case{"NOT", 0x745446},
+                    Keyword_Case{"AND", 0x75543C}, Keyword_Case{"OR", 0x765432}, Keyword_Case{"MOD", 0x685178},
+                    Keyword_Case{"LIKE", 0x6D525A}, Keyword_Case{"XOR", 0x775428}, Keyword_Case{"EQV", 0x77541E},
+                    Keyword_Case{"IMP", 0x775414}),
     [](const auto& row) { return row.param.text; });
+
+struct Symbol_Case {
+    const char* text;
+    Token_Word word;
+};
+
+/// Hosts show these numbers in listings of compiled code.
+TEST(Symbols, Have_The_Words_That_Hosts_Know)
+{
+    const Symbol_Case symbols[] = {
+        {"^", 0x645196},
+        {"*", 0x65518C},
+        {"/", 0x66518C},
+        {"\\", 0x675182},
+        {"+", 0x69516E},
+        {"-", 0x6A516E},
+        {"&", 0x6C5264},
+        {"=", 0x6E5350},
+        {"<>", 0x6F5350},
+        {"<=", 0x705350},
+        {"<", 0x715350},
+        {">=", 0x725350},
+        {">", 0x735350},
+        {":", 0x1138000},
+        {",", 0x1148000},
+        {"(", 0x115800A},
+        {")", 0x1168000},
+        {".", 0x1178000},
+        {"\n", 0x1218000},
+        {"", 0x1228000},
+        {"?", 0},
+        {"$", 0},
+        {"a", 0x520000},
+        {"1", 0x552200},
+        {"\"a\"", 0x582400},
+        {"#1/2/2003#", 0x592500},
+    };
+    for (const Symbol_Case& row : symbols)
+        EXPECT_EQ(row.word, Words_Of(QString::fromLatin1(row.text)).front()) << row.text;
+}
+
+TEST(Keyword_Table, Knows_No_Parts_Of_Dates)
+{
+    for (const char* name : {"DAY", "HOUR", "MINUTE", "MONTH", "SECOND", "WEEKDAY", "YEAR", "NULL", "EMPTY", "AS"})
+        EXPECT_FALSE(Find_Keyword(QString::fromLatin1(name))) << name;
+    for (const char* name : {"TESSARY", "LISTS", "LIST", "COUNT", "ITEMS", "ITEM", "BRENNICK"}) {
+        const Keyword* keyword = Find_Keyword(QString::fromLatin1(name));
+        ASSERT_TRUE(keyword) << name;
+        EXPECT_EQ(Token_Class::Method, Class_Of(keyword->word)) << name;
+    }
+}
 
 TEST(Keyword_Table, Gives_Every_Function_A_Word_Of_Its_Own)
 {
@@ -137,6 +190,7 @@ TEST(Keyword_Table, Gives_Every_Function_A_Word_Of_Its_Own)
         EXPECT_TRUE(words.insert(keyword->word).second) << built_in.name;
         if (built_in.style == Argument_Style::Niladic) continue;
         EXPECT_EQ(200, Precedence_Of(keyword->word)) << built_in.name;
+        EXPECT_EQ(Token_Class::Function, Class_Of(keyword->word)) << built_in.name;
         EXPECT_EQ(built_in.style == Argument_Style::Fixed ? built_in.maximum : 15, Arity_Of(keyword->word))
             << built_in.name;
         EXPECT_LT(Id_Of(keyword->word), 0xE9) << built_in.name;

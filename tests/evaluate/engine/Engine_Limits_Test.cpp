@@ -57,6 +57,41 @@ TEST_F(Engine_Limits, A_Run_Ends_After_So_Many_Instructions)
     EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = 1")));
 }
 
+/// Instructions that the engine runs together are counted, and stopped at, one by one.
+TEST_F(Engine_Limits, The_Limit_Stops_At_Any_Instruction)
+{
+    ASSERT_TRUE(
+        evaluator.Program(QStringLiteral("a = 3\nb = 4.5\nc = a + b\nd = 2 * a - 1 < b\nIf a > 2 Then e = a Mod 2\n"
+                                         "If a = b Then e = 7\nf = 1 + c * 2")));
+    const int count = evaluator.Code().Code_Count();
+    for (int limit = 1; limit < count; ++limit) {
+        evaluator.Set_InstructionLimit(limit);
+        if (evaluator.Execute()) break;
+        EXPECT_EQ("Expression too complex", evaluator.Last_Error().Description.toStdString());
+        const int position = evaluator.Last_Error().Position;
+        if (limit < 18) { // up to the first jump the records run in their order
+            EXPECT_EQ(evaluator.Code().code[std::size_t(limit + 1)].Position, position) << limit;
+        }
+    }
+    EXPECT_EQ("Double 16", Shown(evaluator.Variable(QStringLiteral("f")).value_or(Variant())).toStdString());
+}
+
+TEST_F(Engine_Limits, Each_Turn_Of_A_Loop_Counts_Its_Instructions)
+{
+    // 4 for the two assignments, 8 up to the first turn, 6 for each turn, 3 behind the last.
+    const QString program = QStringLiteral("i = 0\nx = 0\nFor i = 1 To 3000\nx = x + i\nNext");
+    const int count = 4 + 8 + 6 * 3000 + 3;
+    evaluator.Set_InstructionLimit(count);
+    EXPECT_EQ("", Error_Of(program).toStdString());
+    evaluator.Set_InstructionLimit(count - 1);
+    EXPECT_EQ("Expression too complex", Error_Of(program).toStdString());
+    int calls = 0;
+    evaluator.Set_ProcessEvents([&] { ++calls; });
+    evaluator.Set_InstructionLimit(count);
+    EXPECT_EQ("", Error_Of(program).toStdString());
+    EXPECT_EQ(count - 9'999, calls) << "from the 10,000th instruction on after every one";
+}
+
 TEST_F(Engine_Limits, Loops_Left_By_GoTo_End_In_An_Error)
 {
     EXPECT_EQ("Out of stack space",

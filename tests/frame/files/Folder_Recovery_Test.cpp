@@ -77,6 +77,17 @@ TEST_F(Recovery, A_Backup_That_Is_No_Picture_Is_Left_Alone)
     EXPECT_EQ(Names{"notes.txt~"}, folder.Names());
 }
 
+TEST_F(Recovery, A_Numbered_Second_Name_Is_Removed_And_Other_Numbered_Files_Are_Left_Alone)
+{
+    Put_File(folder.File("a.jpg"), "whole");
+    Put_File(folder.File("a.jpg~"), "whole: somebody's backup");
+    std::filesystem::create_hard_link(folder.File("a.jpg"), folder.File("a.jpg~2"));
+    Put_File(folder.File("a.jpg~3"), "whole: another");
+    Put_File(folder.File("b.jpg~2"), "whole, and its name is not there");
+    EXPECT_EQ(Names{}, Recover());
+    EXPECT_EQ((Names{"a.jpg", "a.jpg~", "a.jpg~3", "b.jpg~2"}), folder.Names());
+}
+
 TEST_F(Recovery, A_Second_Name_Of_The_Same_File_Is_Removed)
 {
     Put_File(folder.File("a.jpg"), "whole");

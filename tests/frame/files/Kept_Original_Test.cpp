@@ -100,6 +100,14 @@ TEST_F(Keeping, A_Stale_Second_Name_Is_Cleared_But_Nothing_Else)
     EXPECT_EQ("another", Contents_Of(path + "~"));
 }
 
+TEST_F(Keeping, A_Stale_Second_Name_Beside_Somebodys_Backup_Is_Cleared_Too)
+{
+    Put_File(path + "~", "somebody's backup");
+    std::filesystem::create_hard_link(path, path + "~2");
+    Clear_Stale_Keep(path);
+    EXPECT_EQ((Names{"a.jpg", "a.jpg~"}), folder.Names());
+}
+
 TEST_F(Keeping, The_Second_Name_Of_A_Running_Save_Is_Not_Stale)
 {
     auto kept = Kept_Original::Keep(path);

@@ -214,6 +214,21 @@ TEST_F(Slide_Wiring_Test, The_Pointer_Comes_Back_When_The_Mouse_Moves)
     EXPECT_NE(window->cursor().shape(), Qt::BlankCursor);
 }
 
+TEST_F(Slide_Wiring_Test, The_Control_Window_Leaves_A_Resting_Screen_And_Comes_Back)
+{
+    Open_And_Pick_With_Slides(2);
+    Run(Menu::Slides, 302);
+    Run(Menu::Slides, 401);
+    EXPECT_TRUE(slides->Control_Form().isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !slides->Control_Form().isVisible(); }, 10000));
+    QTest::keyClick(Part<QWidget>("Magnify_Picture"), Qt::Key_Right);
+    EXPECT_TRUE(slides->Control_Form().isVisible());
+    EXPECT_EQ(Label(), Q("Slide 2 of 2"));
+    QTest::keyClick(Part<QWidget>("Magnify_Picture"), Qt::Key_Escape);
+    EXPECT_FALSE(slides->Control_Form().isVisible());
+    EXPECT_TRUE(window->isVisible());
+}
+
 TEST_F(Slide_Wiring_Test, A_Maximized_Window_Is_Maximized_Again)
 {
     Open_And_Pick_With_Slides(2);

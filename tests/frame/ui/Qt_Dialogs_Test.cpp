@@ -1,7 +1,10 @@
 #include "frame/ui/Qt_Dialogs.h"
 
 #include "frame/ports/Scripted_Platform.h"
+#include "frame/ui/File_List_Dialog.h"
+#include "frame/ui/Message_Response_Form.h"
 #include "frame/ui/Progress_Form.h"
+#include "tests/support/Accessible_Names.h"
 #include "tests/support/Test_Folder.h"
 
 #include <QtCore/QTimer>
@@ -276,6 +279,25 @@ TEST(Progress, Outlives_Its_Owner)
     owner.reset();
     progress.Show("a.jpg", 1, 2);
     EXPECT_TRUE(progress.Stop_Requested());
+}
+
+TEST(Names_Of_Widgets, Are_There_In_Every_Dialog)
+{
+    const auto nameless = [](QWidget& dialog) { return Widgets_Without_A_Name(dialog).join('\n').toStdString(); };
+    Message_Response_Form question(nullptr, {}, "Sure?", {{"&Yes", Response_Code::Yes}}, Response_Code::Yes, nullptr);
+    EXPECT_EQ("", nameless(question));
+    File_List_Dialog list(nullptr, "Files that cannot be read", {"/a.jpg"}, true, nullptr);
+    EXPECT_EQ("", nameless(list));
+    QWidget owner;
+    Progress_Form progress("Saving", "one", &owner);
+    EXPECT_EQ("", nameless(*owner.findChild<QDialog*>()));
+    std::string shown = "nothing was shown";
+    When_Asked([&](QWidget* modal) {
+        shown = nameless(*modal);
+        modal->close();
+    });
+    Qt_Dialogs().Show_Text("Camera", "f/8");
+    EXPECT_EQ("", shown);
 }
 
 } // namespace

@@ -1,0 +1,110 @@
+#include "catalogue/Work_Journal.h"
+
+#include "frame/text/Path_Utilities.h"
+#include "frame/text/Text_Utilities.h"
+
+#include <QtCore/QDir>
+
+namespace {
+
+constexpr std::int64_t Least_Growth_Before_Rewrite = 256 << 10;
+
+Kept_Picture Picture_To_Keep(const Picture_Item& item)
+{
+    Kept_Picture picture{.key = item.Picture_Key,
+                         .file = item.Full_Name(),
+                         .rotate = item.Rotate,
+                         .flip = item.Flip,
+                         .seconds = item.Interval_In_Seconds,
+                         .inode = item.Identity.inode,
+                         .size = item.Identity.size,
+                         .modified_nanoseconds = item.Identity.modified_nanoseconds};
+    if (item.Script_Modified) picture.script = Join_Script_Items(item.Script_Items);
+    if (item.Description_Modified) picture.description = item.Description;
+    return picture;
+}
+
+} // namespace
+
+QString Journal_Folder()
+{
+    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    const bool is_usable = QDir::isAbsolutePath(state); // others are to be ignored
+    return (is_usable ? state : QDir::homePath() + QStringLiteral("/.local/state")) + QStringLiteral("/halvine");
+}
+
+Work_Journal::Work_Journal(const Catalogue_State& state, QString folder) : state_(state), folder_(std::move(folder)) {}
+
+void Work_Journal::Start()
+{
+    timer_ = state_.platform.make_timer([this] { Write_Changes(); });
+    timer_->Start(Milliseconds_Between_Looks);
+}
+
+/// The lines that bring the file up to date; written_ holds the new state afterwards. Both lists are in the order of keys.
+QByteArray Work_Journal::Changes()
+{
+    QByteArray lines;
+    std::vector<Kept_Picture> present;
+    present.reserve(std::size_t(state_.pictures.Count()));
+    auto before = written_.cbegin();
+    for (int index = 1; index <= state_.pictures.Count(); ++index) {
+        Kept_Picture now = Picture_To_Keep(state_.pictures.Item(index));
+        for (; before != written_.cend() && before->key < now.key; ++before)
+            lines += Journal_Line_Of_Dropped(before->key);
+        const bool is_known = before != written_.cend() && before->key == now.key;
+        if (!is_known || *before != now) lines += Journal_Line(now);
+        if (is_known) ++before;
+        present.push_back(std::move(now));
+    }
+    for (; before != written_.cend(); ++before) lines += Journal_Line_Of_Dropped(before->key);
+    written_ = std::move(present);
+    return lines;
+}
+
+QByteArray Work_Journal::Whole_Text() const
+{
+    QByteArray text = Journal_Head();
+    for (const Kept_Picture& picture : written_) text += Journal_Line(picture);
+    return text;
+}
+
+bool Work_Journal::Write_Changes()
+{
+    const QByteArray changes = Changes();
+    if (changes.isEmpty() && !must_rewrite_) return true;
+    const auto written = Write(changes);
+    must_rewrite_ = !written;
+    if (written) return true;
+    if (failure_told_) return false;
+    failure_told_ = true;
+    state_.platform.dialogs.Refuse(QStringLiteral("Work that is not saved can't be kept safe from a crash.\r\n") +
+                                   QString::fromStdString(written.error().text));
+    return false;
+}
+
+Result<void> Work_Journal::Write(const QByteArray& changes)
+{
+    if (!file_) {
+        auto made = Journal_File::Create(File_System_Bytes(folder_));
+        if (!made) return tl::make_unexpected(made.error());
+        file_ = std::move(*made);
+        must_rewrite_ = true;
+    }
+    // A file that doubled says most things twice.
+    const bool has_grown =
+        file_->Size() - size_when_rewritten_ > std::max(Least_Growth_Before_Rewrite, size_when_rewritten_);
+    if (!must_rewrite_ && !has_grown) return file_->Append({changes.constData(), std::size_t(changes.size())});
+    const QByteArray text = Whole_Text();
+    auto written = file_->Rewrite({text.constData(), std::size_t(text.size())});
+    if (written) size_when_rewritten_ = text.size();
+    return written;
+}
+
+void Work_Journal::Remove()
+{
+    timer_.reset();
+    if (file_) file_->Remove();
+    file_.reset();
+    written_.clear();
+}
