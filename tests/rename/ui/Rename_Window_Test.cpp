@@ -351,11 +351,19 @@ TEST_F(Rename_Window_Test, A_New_Entry_Is_Typed_With_Tab_Between_Its_Cells)
         EXPECT_EQ(Grid().Content().ActiveRow(), 2);
         QTest::keyClicks(QApplication::focusWidget(), Q("*-"));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(Grid().Content().Rows(), 3) << "a row for the next one";
         Execute();
     };
     windows.Rename_Pattern_Dialog();
     ASSERT_EQ(program.Rename_Patterns.Count(), 1);
     EXPECT_EQ(program.Rename_Patterns[1], (Name_Value_Pair{Q("Dash"), Q("*-")}));
+    user = [&] {
+        Edit(1, 2, "");
+        Edit(2, 2, "");
+        Execute();
+    };
+    windows.Rename_Pattern_Dialog();
+    EXPECT_EQ(program.Rename_Patterns.Count(), 0) << "an entry goes with its texts";
 }
 
 TEST_F(Rename_Window_Test, Closing_A_List_Without_Done_Keeps_It)
