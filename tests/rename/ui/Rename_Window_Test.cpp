@@ -5,6 +5,7 @@
 #include "rename/ui/Rename_Describe_Form.h"
 #include "rename/ui/Rename_Describe_Windows.h"
 #include "tests/catalogue/Picture_Fixture.h"
+#include "tests/support/Accessible_Names.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QCheckBox>
@@ -255,6 +256,21 @@ TEST_F(Rename_Window_Test, Collisions_Are_Told_And_The_User_Decides)
     EXPECT_EQ(platform.dialogs.asked[0].text, Duplicates_Message(1));
     EXPECT_EQ(platform.dialogs.asked[0].standard, Message_Answer::Cancel);
     EXPECT_EQ(names, (QStringList{Q("x.jpg"), Q("X.jpg")}));
+}
+
+TEST_F(Rename_Window_Test, Every_Part_Has_A_Name_For_Assistive_Tools)
+{
+    Put_Picture("IMG_0012.jpg");
+    const auto look = [&] {
+        EXPECT_EQ(Widgets_Without_A_Name(*window), QStringList());
+        window->reject();
+    };
+    Rename(look);
+    windows.Rename_Pattern_Dialog();
+    windows.Rename_Formula_Dialog();
+    windows.File_Data_Formula_Dialog();
+    QStringList descriptions{QString()};
+    windows.Describe_Dialog(All(), descriptions);
 }
 
 TEST_F(Rename_Window_Test, Escape_Leaves_All_Names)
