@@ -23,6 +23,7 @@ QColor Color_Of(Stored_Color color, const QPalette& palette)
     case 14: return palette.color(QPalette::HighlightedText);
     case 15: return palette.color(QPalette::Button);
     case 16: return palette.color(QPalette::Mid);
+    case 17: return palette.color(QPalette::PlaceholderText);
     case 18: return palette.color(QPalette::ButtonText);
     case 20: return palette.color(QPalette::Light);
     case 21: return palette.color(QPalette::Shadow);

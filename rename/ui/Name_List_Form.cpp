@@ -3,7 +3,7 @@
 namespace {
 
 constexpr int None_Row = 1;
-constexpr Stored_Color Grey_Text = System_Color(16);
+constexpr Stored_Color Grey_Text = System_Color(17);
 
 } // namespace
 

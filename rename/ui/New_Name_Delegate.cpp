@@ -24,7 +24,8 @@ void New_Name_Delegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     QTextLayout text(name, option.font);
     QTextCharFormat changed;
     changed.setFontWeight(QFont::Bold);
-    if (!selected) changed.setForeground(option.palette.brush(QPalette::Link));
+    const bool has_own_color = index.data(Qt::ForegroundRole).isValid();
+    if (!selected && !has_own_color) changed.setForeground(option.palette.brush(QPalette::Link));
     text.setFormats({{part.start, part.length, changed}});
     text.beginLayout();
     QTextLine line = text.createLine();
@@ -33,7 +34,7 @@ void New_Name_Delegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
 
     painter->save();
     painter->setClipRect(option.rect);
-    painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(cell.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
     const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
     text.draw(painter, QPointF(option.rect.left() + margin, option.rect.center().y() - line.height() / 2 + 0.5));
     painter->restore();

@@ -3,7 +3,7 @@
 #include "controls/ui/Grid_Table_Model.h"
 
 /// Draws the new names with the part that is not in the present name, which stands in the column before, in bold and in
-/// the colour of links.
+/// the colour of links. A cell with a colour of its own keeps that.
 class New_Name_Delegate : public Grid_Cell_Delegate {
     Q_OBJECT
 

@@ -5,7 +5,11 @@ namespace {
 constexpr int Design_Width = 820;
 constexpr int Design_Height = 520;
 constexpr int Pane_Width = 250;
-constexpr Stored_Color Fault_Text = 0x2020C0; // red, 0x00BBGGRR
+
+// Red, 0x00BBGGRR.
+constexpr Stored_Color Fault_On_Light = 0x2020C0;
+constexpr Stored_Color Fault_On_Dark = 0x8080FF;
+constexpr int Dark_Lightness = 128; // of windows, out of 255
 
 } // namespace
 
@@ -120,7 +124,8 @@ void Rename_Describe_Form::Show_Fault(const std::optional<Formula_Fault>& fault,
     if (!fault) return;
     Formula_Error_Label_->setText(Formula_Fault_Line(*fault, formula.name));
     QPalette palette = Formula_Error_Label_->palette();
-    palette.setColor(QPalette::WindowText, Color_Of(Fault_Text, palette));
+    const bool is_dark = palette.color(QPalette::Window).lightness() < Dark_Lightness;
+    palette.setColor(QPalette::WindowText, Color_Of(is_dark ? Fault_On_Dark : Fault_On_Light, palette));
     Formula_Error_Label_->setPalette(palette);
     Formula_Error_Text_->setText(formula.text);
     const int start = std::clamp(fault->position - 1, 0, int(formula.text.size()));

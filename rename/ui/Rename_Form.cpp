@@ -12,6 +12,7 @@ constexpr int User_Name_Column = 3;
 constexpr int Picture_Column = 4;
 constexpr Stored_Color Twice_Color = 0xA0D8FF;    // a light orange
 constexpr Stored_Color Unusable_Color = 0xB0B0FF; // a light red
+constexpr Stored_Color Marked_Text = 0;           // black, legible on both in dark palettes too
 
 std::optional<Stored_Color> Color_Of_Mark(Rename_Preview::Mark mark)
 {
@@ -88,6 +89,7 @@ void Rename_Form::Take_Inputs()
 {
     job_.Set_Inputs(Typed());
     Show_Model();
+    if (const auto& fault = job_.Update_Fault()) Ports().dialogs.Refuse(Formula_Fault_Message(*fault));
 }
 
 void Rename_Form::Take_Pattern()
@@ -125,7 +127,9 @@ void Rename_Form::Show_Rows()
         const int marked = made.user_name.isEmpty() ? New_Name_Column : User_Name_Column;
         for (const int column : {New_Name_Column, User_Name_Column}) {
             const auto wanted = column == marked ? color : std::nullopt;
-            if (content.CellBackColor(column, row) != wanted) content.Set_CellBackColor(column, row, wanted);
+            if (content.CellBackColor(column, row) == wanted) continue;
+            content.Set_CellBackColor(column, row, wanted);
+            content.Set_CellForeColor(column, row, wanted ? std::optional(Marked_Text) : std::nullopt);
         }
     }
     Grid().Update();

@@ -258,6 +258,48 @@ TEST_F(Rename_Window_Test, Collisions_Are_Told_And_The_User_Decides)
     EXPECT_EQ(names, (QStringList{Q("x.jpg"), Q("X.jpg")}));
 }
 
+TEST_F(Rename_Window_Test, Marked_Names_Are_Legible_In_Light_And_Dark)
+{
+    Put_Picture("IMG_0012.jpg");
+    Put_Picture("IMG_0013.jpg");
+    const auto is_black_on_bright = [&](int row) {
+        const QModelIndex cell = Grid().model()->index(row - 1, 2);
+        const auto text = cell.data(Qt::ForegroundRole).value<QBrush>();
+        const auto ground = cell.data(Qt::BackgroundRole).value<QBrush>();
+        return text.color() == Qt::black && ground.color().lightness() > 200;
+    };
+    Rename([&] {
+        Edit(3, 1, "x.jpg");
+        Edit(3, 2, "X.jpg");
+        EXPECT_TRUE(is_black_on_bright(1));
+        EXPECT_TRUE(is_black_on_bright(2));
+        Edit(3, 2, "y.jpg");
+        for (const int role : {Qt::ForegroundRole, Qt::BackgroundRole})
+            EXPECT_FALSE(Grid().model()->index(1, 2).data(role).isValid()) << "the palette's own again";
+        Press("Cancel_Command");
+    });
+}
+
+TEST_F(Rename_Window_Test, A_Fault_Is_Legible_In_Light_And_Dark)
+{
+    program.Rename_Formulas.Append({Q("Broken"), Q("ChangeTo & FileVPix")});
+    Put_Picture("IMG_0012.jpg");
+    const QPalette before = QApplication::palette();
+    for (const QColor ground : {QColor(Qt::white), QColor(40, 40, 40)}) {
+        QApplication::setPalette(QPalette(ground, ground));
+        Rename([&] {
+            Type("Rename_Change_To_Text", "Trip");
+            Choose("Rename_Formula_Combo", "Broken");
+            const auto& label = Part<QLabel>("Formula_Error_Label");
+            const QColor text = label.palette().color(QPalette::WindowText);
+            EXPECT_GT(text.red(), text.blue());
+            EXPECT_GT(std::abs(text.lightness() - label.palette().color(QPalette::Window).lightness()), 80);
+            Press("Cancel_Command");
+        });
+    }
+    QApplication::setPalette(before);
+}
+
 TEST_F(Rename_Window_Test, Every_Part_Has_A_Name_For_Assistive_Tools)
 {
     Put_Picture("IMG_0012.jpg");
