@@ -89,9 +89,8 @@ QString Rename_Formula::New_Root(const Rename_Formula_Facts& facts)
     (void)evaluator_.Set_Variable(File_H_Pix, Variant(std::int32_t(facts.horz_pixels)));
     (void)evaluator_.Set_Variable(File_H_Pix, Variant(std::int32_t(facts.vert_pixels)));
     Set(evaluator_, File_Serial, facts.serial);
-    const Variant value = evaluator_.Value();
-    if (evaluator_.Last_Error().Code != 0) return {};
-    return To_Text(value).value_or(QString());
+    // After an error the value is Empty, whose text is empty.
+    return To_Text(evaluator_.Value()).value_or(QString());
 }
 
 Caption Caption_Of(Formula_Host_Services& host, const Chosen_Formula& formula, const Caption_Facts& facts)

@@ -17,6 +17,7 @@ public:
     bool fails_from_then_on = false;
     int switched_off_at = -1; ///< the number of the call at which the machine stops
     int calls = 0;
+    bool refuse_flush = false;
 
     void Put(const std::string& path, int file) { files_[Key(path)] = {path, file}; }
     int At(const std::string& path) const ///< 0: nothing
@@ -51,7 +52,11 @@ public:
         Put(to, file);
         return {};
     }
-    Result<void> Flush(const std::string&) override { return {}; }
+    Result<void> Flush(const std::string& folder) override
+    {
+        if (refuse_flush) return Failure(folder + ": cannot be flushed");
+        return {};
+    }
     Folder_Rules Rules_Of(const std::string&) const override
     {
         return {.longest_name = 40, .ignores_case = ignores_case, .refused_characters = "?"};

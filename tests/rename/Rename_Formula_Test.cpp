@@ -87,6 +87,22 @@ TEST_F(Rename_Formula_Test, A_Caption_Has_The_Facts_Of_The_Record)
     EXPECT_EQ(Caption_Of(host, formula, facts).text, "/home/anna/|the.sea|jpg|2026|waves");
 }
 
+TEST_F(Rename_Formula_Test, A_Row_Has_The_Facts_Of_The_Record)
+{
+    Picture_Item item;
+    item.Path = Q("/home/anna/");
+    item.File_Name = Q("sea.jpg");
+    item.File_Date = 46095.5;
+    item.Horz_Pixels = 400;
+    item.Vert_Pixels = 300;
+    const Rename_Row row = Row_Of_Picture(item);
+    EXPECT_EQ(row.folder, "/home/anna/");
+    EXPECT_EQ(row.file_name, "sea.jpg");
+    EXPECT_EQ(row.file_date, 46095.5);
+    EXPECT_EQ(row.horz_pixels, 400);
+    EXPECT_EQ(row.vert_pixels, 300);
+}
+
 TEST_F(Rename_Formula_Test, The_Description_Of_A_Picture_Without_One_Is_An_Empty_Caption)
 {
     const Caption caption = Caption_With("FileDescr");

@@ -182,6 +182,21 @@ TEST_F(Rename_Journal_Folder_Test, Twenty_Renames_Are_Kept)
     EXPECT_EQ(Journals().size(), 20U);
 }
 
+TEST_F(Rename_Journal_Folder_Test, However_Many_Renames_Follow_One_That_Was_Interrupted_Is_Put_Right)
+{
+    Put("a");
+    Put("0");
+    const Rename_Plan plan(files, Moves({{"a", "b"}}));
+    {
+        Rename_Journal_Folder ended(journal_folder);
+        ASSERT_TRUE(ended.Begin({plan.Moves(), plan.Steps()}));
+        ASSERT_TRUE(files.Rename(folder.File("a"), folder.File("b")));
+    }
+    for (int i = 0; i < 25; ++i) ASSERT_TRUE(Run({{std::to_string(i), std::to_string(i + 1)}}));
+    EXPECT_EQ(journal.Put_Interrupted_Right(files).size(), 1U);
+    EXPECT_EQ(What("a"), "picture a");
+}
+
 TEST_F(Rename_Journal_Folder_Test, Random_Renames_On_The_Real_Disk_Lose_Nothing)
 {
     std::mt19937 random(6);

@@ -131,6 +131,17 @@ TEST(Plan, Tells_Which_Fault_A_Person_May_Decide_About)
     EXPECT_FALSE(Rename_Plan(files, {{Folder, "a", ""}}).Faults()[0].target_is_taken);
 }
 
+TEST(Plan, A_File_That_Is_Given_Up_Frees_Its_Own_Name_Alone)
+{
+    Files_In_Memory files;
+    for (const char* name : {"a", "b", "x", "y"}) files.Put(Folder + name, name[0]);
+    const std::vector<Rename_Move> moves{{Folder, "a", "x"}, {Folder, "b", "y"}};
+    const Rename_Plan plan(files, moves, {Folder + "x"});
+    ASSERT_EQ(plan.Faults().size(), 1U);
+    EXPECT_EQ(plan.Faults()[0].move, 1U);
+    EXPECT_TRUE(Rename_Plan(files, moves, {Folder + "x", Folder + "y"}).Faults().empty());
+}
+
 TEST(Plan, Equal_Names_In_Two_Folders_Are_No_Collision)
 {
     Files_In_Memory files;

@@ -68,6 +68,19 @@ TEST(Rename_Run, A_Journal_That_Cannot_Be_Finished_Undoes_The_Rename)
     EXPECT_FALSE(journal.record);
 }
 
+TEST(Rename_Run, Names_That_Cannot_Be_Flushed_Are_Undone)
+{
+    Files_In_Memory files = Four_Files();
+    const auto before = files.All();
+    files.refuse_flush = true;
+    Journal_In_Memory journal;
+    const auto done = Run_Plan(Rename_Plan(files, Swap_And_Chain()), files, journal);
+    ASSERT_FALSE(done);
+    EXPECT_EQ(done.error().text, "/p/: cannot be flushed; no file was renamed");
+    EXPECT_EQ(files.All(), before);
+    EXPECT_FALSE(journal.record);
+}
+
 TEST(Rename_Run, Each_Failing_Step_Leaves_All_Names_As_They_Were)
 {
     for (int step = 1; step <= 5; ++step) {
@@ -119,6 +132,22 @@ TEST(Rename_Run, An_Interruption_At_Each_Step_Is_Put_Right)
         EXPECT_EQ(files.All(), before) << step;
         ASSERT_TRUE(Put_Right(*journal.record, files)) << "a second time does nothing";
         EXPECT_EQ(files.All(), before) << step;
+    }
+}
+
+TEST(Rename_Run, Files_That_Were_Numbered_Anew_By_Their_Disk_Are_Put_Right_By_Their_Names)
+{
+    for (std::size_t done = 0; done <= 2; ++done) {
+        Files_In_Memory files = Four_Files();
+        const Rename_Plan plan(files, {{Folder, "c", "d"}, {Folder, "d", "e"}});
+        const Rename_Record record{plan.Moves(), plan.Steps()};
+        for (std::size_t i = 0; i < done; ++i) ASSERT_TRUE(files.Rename(plan.Steps()[i].from, plan.Steps()[i].to));
+        Files_In_Memory mounted_again;
+        for (const auto& [path, file] : files.All()) mounted_again.Put(path, file + 10);
+        ASSERT_TRUE(Put_Right(record, mounted_again)) << done;
+        EXPECT_EQ(mounted_again.All(),
+                  (std::map<std::string, int>{{"/p/a", 11}, {"/p/b", 12}, {"/p/c", 13}, {"/p/d", 14}}))
+            << done;
     }
 }
 
