@@ -248,10 +248,10 @@ constexpr Command_Id To_Come[] = {
 
 // Commands without a handler here: areas above the catalogue bring theirs.
 constexpr Command_Id Brought[] = {
-    {M::File, 201},   {M::Rename, 101}, {M::Rename, 102}, {M::Rename, 201}, {M::Rename, 202}, {M::Rename, 203},
-    {M::Rename, 301},
-    {M::Slides, 101}, {M::Slides, 102}, {M::Slides, 103}, {M::Slides, 201}, {M::Slides, 202}, {M::Slides, 203},
-    {M::Slides, 204}, {M::Slides, 301}, {M::Slides, 302}, {M::Slides, 303}, {M::Slides, 401}, {M::Slides, 402},
+    {M::File, 201},   {M::Rename, 101}, {M::Rename, 102}, {M::Rename, 201}, {M::Rename, 202},
+    {M::Rename, 203}, {M::Rename, 301}, {M::Slides, 101}, {M::Slides, 102}, {M::Slides, 103},
+    {M::Slides, 201}, {M::Slides, 202}, {M::Slides, 203}, {M::Slides, 204}, {M::Slides, 301},
+    {M::Slides, 302}, {M::Slides, 303}, {M::Slides, 401}, {M::Slides, 402},
 };
 
 constexpr Menu Bar[] = {M::File, M::Edit, M::Search, M::Rename, M::Select, M::Rotate, M::Script, M::Options, M::Slides};

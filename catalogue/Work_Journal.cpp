@@ -3,8 +3,6 @@
 #include "frame/text/Path_Utilities.h"
 #include "frame/text/Text_Utilities.h"
 
-#include <QtCore/QDir>
-
 namespace {
 
 constexpr std::int64_t Least_Growth_Before_Rewrite = 256 << 10;
@@ -25,13 +23,6 @@ Kept_Picture Picture_To_Keep(const Picture_Item& item)
 }
 
 } // namespace
-
-QString Journal_Folder()
-{
-    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
-    const bool is_usable = QDir::isAbsolutePath(state); // others are to be ignored
-    return (is_usable ? state : QDir::homePath() + QStringLiteral("/.local/state")) + QStringLiteral("/halvine");
-}
 
 Work_Journal::Work_Journal(const Catalogue_State& state, QString folder) : state_(state), folder_(std::move(folder)) {}
 

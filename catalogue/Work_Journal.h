@@ -34,6 +34,3 @@ private:
     bool must_rewrite_ = false; // the file may not end where it should
     bool failure_told_ = false;
 };
-
-/// "$XDG_STATE_HOME/halvine", or ".local/state/halvine" at home.
-QString Journal_Folder();

@@ -44,9 +44,10 @@ start_server() { # start_server SIZE
     : >"$work/display"
 }
 
-start() { # start FOLDER: a first run, with settings of its own
-    export XDG_CONFIG_HOME
+start() { # start FOLDER: a first run, with settings and unsaved work of its own
+    export XDG_CONFIG_HOME XDG_STATE_HOME
     XDG_CONFIG_HOME=$(mktemp -d "$work/config.XXXX")
+    XDG_STATE_HOME=$(mktemp -d "$work/state.XXXX")
     HALVINE_START_FOLDER=$1 "$bin/halvine" &
     program=$!
     window=$(xdotool search --sync --onlyvisible --pid "$program" --name Halvine | head -1)

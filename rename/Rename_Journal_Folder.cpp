@@ -1,5 +1,6 @@
 #include "rename/Rename_Journal_Folder.h"
 
+#include "frame/State_Folder.h"
 #include "frame/files/Limits.h"
 #include "frame/files/Regular_File.h"
 #include "frame/text/Path_Utilities.h"
@@ -208,8 +209,5 @@ Result<int> Take_Back_Last_Rename(Rename_Journal_Folder& journal, Rename_Files& 
 
 std::string Standard_Journal_Folder()
 {
-    const QByteArray state = qgetenv("XDG_STATE_HOME");
-    const QString base =
-        state.startsWith('/') ? Path_From_Bytes(state) : QDir::homePath() + QStringLiteral("/.local/state");
-    return File_System_Bytes(base) + "/halvine/renames/";
+    return File_System_Bytes(State_Folder()) + "/renames/";
 }

@@ -24,10 +24,7 @@ public:
         int whole = 0; ///< the row that counts once more by itself: its weight lies too near to 1 for 16 bits
         bool has_whole = false;
     };
-    const Row_Weights& Weights(int output) const
-    {
-        return recipes_[std::size_t(outputs_[std::size_t(output)].recipe)];
-    }
+    const Row_Weights& Weights(int output) const { return recipes_[std::size_t(outputs_[std::size_t(output)].recipe)]; }
 
 private:
     int most_rows_;

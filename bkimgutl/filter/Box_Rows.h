@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 /// Vector code of the box reduction: plain integer sums and one division, so that the mean of a block is exact.
 
@@ -20,5 +21,6 @@ struct Box_Line {
     int count;
     int channels; ///< 1 or 3
     int row_count;
+    std::span<const std::uint8_t> ahead; ///< what to bring into the cache meanwhile; need not be readable
 };
 void Box_Means(const Box_Line& line, std::uint8_t* out);

@@ -4,13 +4,14 @@
 #include "bkimgutl/filter/Box_Rows.h"
 #include "bkimgutl/filter/Scratch.h"
 
+#include <cstdlib>
 #include <vector>
 
 namespace {
 
 int Most_Block(int from, int to)
 {
-    return from / to + 1;
+    return (from + to - 1) / to;
 }
 
 /// The first source sample of each output, and the end of the last: the samples j with j + 1/2 beyond i x from / to.
@@ -19,7 +20,8 @@ std::vector<std::int32_t> Block_Starts(int from, int to)
     std::vector<std::int32_t> starts;
     starts.reserve(std::size_t(to) + 1);
     for (std::int64_t i = 0; i <= to; ++i)
-        starts.push_back(std::int32_t((2 * i * from + to) / (2 * std::int64_t(to)))); // i x from / to + 1/2, rounded down
+        starts.push_back(
+            std::int32_t((2 * i * from + to) / (2 * std::int64_t(to)))); // i x from / to + 1/2, rounded down
     return starts;
 }
 
@@ -43,7 +45,11 @@ void Scale_By_Box(const Bitmap_View& source, const Mutable_Bitmap_View& target)
             const int top = lines[std::size_t(y)], count = lines[std::size_t(y) + 1] - top;
             for (int i = 0; i < count; ++i) rows[i] = source.Row(top + i);
             Box_Row_Sums(rows, count, source.Row_Bytes(), sums);
-            Box_Means({sums, columns.data(), target.width, source.bytes_per_pixel, count}, target.Row(y));
+            Box_Line line{sums, columns.data(), target.width, source.bytes_per_pixel, count, {}};
+            if (y + 1 < end) // the rows below, which begin in memory with the last of them where it is bottom-up
+                line.ahead = {source.Row(source.step < 0 ? top + 2 * count - 1 : top + count),
+                              std::size_t(std::abs(source.step)) * std::size_t(count)};
+            Box_Means(line, target.Row(y));
         }
     });
 }

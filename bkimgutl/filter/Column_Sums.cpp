@@ -12,7 +12,6 @@
 #include <hwy/foreach_target.h>
 
 #include "bkimgutl/filter/Sample_Vectors-inl.h"
-#include <hwy/cache_control.h>
 
 HWY_BEFORE_NAMESPACE();
 namespace bkimgutl::HWY_NAMESPACE {
@@ -48,11 +47,6 @@ HWY_INLINE void Fill_Tile(const Column_Sum_Job& job, std::size_t column, std::in
     for (int row = 0; row < job.row_count; row += 2) {
         const std::uint8_t* a = job.rows[row] + column;
         const std::uint8_t* b = job.rows[row + 1] + column;
-        // The rows lie too far apart for the processor to see what comes next; a prefetch beyond a row's end does no harm.
-        for (std::size_t line = 0; line < tile; line += 64) {
-            hwy::Prefetch(a + tile + line);
-            hwy::Prefetch(b + tile + line);
-        }
         if (inside < tile) {
             std::memcpy(ends[0], a, inside);
             std::memcpy(ends[1], b, inside);
@@ -91,11 +85,26 @@ HWY_INLINE void Sum_Tile(const Pair_Tile& tile, const std::int16_t* weights, int
     Store_Samples(Shifted(sum6, sum7, shift), out + 3 * lanes);
 }
 
+/// The rows lie too far apart, and a tile takes too little of each, for the processor to see what comes next. So while the
+/// tiles of a run are summed the next run is fetched, some rows at each tile, into the second cache; beyond a row's end that
+/// does no harm.
+constexpr std::size_t run_bytes = 1024;
+
+HWY_INLINE void Fetch_Ahead(const Column_Sum_Job& job, std::size_t column, std::size_t tile)
+{
+    const std::size_t run = column / run_bytes * run_bytes, tiles = run_bytes / tile, turn = (column - run) / tile;
+    const std::size_t rows = std::size_t(job.row_count);
+    for (std::size_t row = rows * turn / tiles; row < rows * (turn + 1) / tiles; ++row)
+        for (std::size_t line = 0; line < run_bytes; line += 64)
+            __builtin_prefetch(job.rows[row] + run + run_bytes + line, 0, 2);
+}
+
 void Column_Tiles(const Column_Sum_Job& job)
 {
     const std::size_t tile = tile_vectors * hn::Lanes(Shorts_Tag());
     std::int16_t* pairs = Scratch<struct Column_Tile>(std::size_t(job.row_count) * tile);
     for (std::size_t column = 0; column < job.bytes; column += tile) {
+        Fetch_Ahead(job, column, tile);
         Fill_Tile(job, column, pairs, tile);
         for (int y = job.first_output; y < job.end_output; ++y) {
             const std::size_t first = std::size_t(job.bank->Start(y) - job.first_row) / 2;

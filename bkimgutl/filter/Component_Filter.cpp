@@ -158,9 +158,10 @@ Result<void> Filter_Several(const Bitmap_View& source, float radius, std::int32_
     if (!sums) return tl::make_unexpected(sums.error());
     for (std::int32_t component = 1; component <= Component_Black; component *= 2) {
         if (!(components & component)) continue;
-        const auto done = For_Changes(source, radius, component, filter, [&](const Blurred_Part& part, const float* changes) {
-            Add_Changes(changes, Targets_Of(component), part.count, sums->Row(part.y) + 3 * part.first);
-        });
+        const auto done =
+            For_Changes(source, radius, component, filter, [&](const Blurred_Part& part, const float* changes) {
+                Add_Changes(changes, Targets_Of(component), part.count, sums->Row(part.y) + 3 * part.first);
+            });
         if (!done) return done;
     }
     For_Rows(source.height, source.Row_Bytes() * 6, [&](int first, int end) {

@@ -100,15 +100,15 @@ HWY_INLINE void Sharpen_Lanes(const std::uint8_t* source, const std::int16_t* bl
     const Floats_Tag d;
     const Floats lighten = hn::Set(d, s.lighten_amount / 128), darken = hn::Set(d, s.darken_amount / 128);
     const Floats above = hn::Set(d, s.lighten_threshold * 128), below = hn::Set(d, -s.darken_threshold * 128);
-    For_Lanes(source, blurred, count, out,
-              [&](const std::uint8_t* in, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
-                  const Ints level = Levels(in);
-                  const Floats parts = hn::ConvertTo(d, hn::Sub(hn::ShiftLeft<7>(level), Samples(b)));
-                  const Floats amount = plain ? lighten
-                                              : hn::IfThenElse(hn::Gt(parts, above), lighten,
-                                                               hn::IfThenElseZero(hn::Lt(parts, below), darken));
-                  Store_Levels(hn::NearestInt(hn::MulAdd(amount, parts, hn::ConvertTo(d, level))), to);
-              });
+    For_Lanes(
+        source, blurred, count, out, [&](const std::uint8_t* in, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
+            const Ints level = Levels(in);
+            const Floats parts = hn::ConvertTo(d, hn::Sub(hn::ShiftLeft<7>(level), Samples(b)));
+            const Floats amount =
+                plain ? lighten
+                      : hn::IfThenElse(hn::Gt(parts, above), lighten, hn::IfThenElseZero(hn::Lt(parts, below), darken));
+            Store_Levels(hn::NearestInt(hn::MulAdd(amount, parts, hn::ConvertTo(d, level))), to);
+        });
 }
 
 void Sharpen(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, const Sharpening& s,

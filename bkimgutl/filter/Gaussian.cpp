@@ -23,8 +23,7 @@ constexpr double least_step_deviations = 1.25;
 class Reducing_Kernel {
 public:
     Reducing_Kernel(double deviation, int step)
-        : deviation_(std::sqrt(deviation * deviation - step * step / 3.0)),
-          excess_(std::pow(step / deviation_, 4) / 30)
+        : deviation_(std::sqrt(deviation * deviation - step * step / 3.0)), excess_(std::pow(step / deviation_, 4) / 30)
     {}
     double Reach() const { return cut_off * deviation_; }
     double Weight(double distance) const
@@ -157,8 +156,7 @@ void Reduce(const Bitmap_View& source, const Two_Banks& banks, Word_Picture& red
 void Enlarge(const Word_Picture& reduced, const Spread_Plan& plan, const Blend_Bank& bank, const Bitmap_View& source,
              const Blur_Sink& sink)
 {
-    const Row_Maker maker{reduced.Height(), source.Row_Bytes(),
-                          [&](int first, int count, std::int16_t* const* out) {
+    const Row_Maker maker{reduced.Height(), source.Row_Bytes(), [&](int first, int count, std::int16_t* const* out) {
                               const std::int16_t* in[Strip_Rows];
                               for (int i = 0; i < count; ++i) in[i] = reduced.Row(first + i);
                               Spread_Rows(plan, in, count, out);

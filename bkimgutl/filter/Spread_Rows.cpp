@@ -31,8 +31,7 @@ HWY_INLINE Shorts Placed(const std::int16_t* in, const std::int32_t* bases, Shor
 {
     const hn::Full128<std::int16_t> block;
 #if HWY_MAX_BYTES == 32
-    const Shorts loaded =
-        hn::Combine(Shorts_Tag(), hn::LoadU(block, in + bases[1]), hn::LoadU(block, in + bases[0]));
+    const Shorts loaded = hn::Combine(Shorts_Tag(), hn::LoadU(block, in + bases[1]), hn::LoadU(block, in + bases[0]));
 #else
     const Shorts loaded = hn::LoadU(block, in + bases[0]);
 #endif
@@ -145,7 +144,8 @@ void Place_Group(const Spread_Line& spread, std::size_t group, Spread_Plan& plan
         return start * plan.channels + std::int32_t(sample % std::size_t(plan.channels));
     };
     std::int32_t least = place(begin); // not always the first: outputs of the same source pixel begin again at blue
-    for (std::size_t sample = begin + 1; sample < begin + spread.group; ++sample) least = std::min(least, place(sample));
+    for (std::size_t sample = begin + 1; sample < begin + spread.group; ++sample)
+        least = std::min(least, place(sample));
     for (std::size_t sample = begin; sample < begin + spread.group; ++sample) {
         const int lane = place(sample) - least;
         plan.places[sample] = std::uint16_t(spread.group == 8 ? 2 * lane | (2 * lane + 1) << 8 : lane);
@@ -169,7 +169,10 @@ Spread_Plan Plan_Spread(const Line_Taps& line, int channels, int bits)
 {
     Spread_Plan plan;
     plan.channels = channels;
-    Spread_Line spread{line, Window_Starts(line, plan.taps), {}, HWY_DYNAMIC_DISPATCH(Spread_Group)(),
+    Spread_Line spread{line,
+                       Window_Starts(line, plan.taps),
+                       {},
+                       HWY_DYNAMIC_DISPATCH(Spread_Group)(),
                        HWY_DYNAMIC_DISPATCH(Spread_Lanes)()};
     const std::size_t taps = std::size_t(plan.taps);
     std::vector<std::int32_t> rounded(taps);
@@ -183,7 +186,8 @@ Spread_Plan Plan_Spread(const Line_Taps& line, int channels, int bits)
     plan.places.resize(plan.samples);
     plan.weights.resize(plan.samples * taps);
     For_Rows(int(plan.samples / spread.lanes), spread.lanes * taps * 16, [&](int first, int end) {
-        for (std::size_t sample = std::size_t(first) * spread.lanes; sample < std::size_t(end) * spread.lanes; ++sample) {
+        for (std::size_t sample = std::size_t(first) * spread.lanes; sample < std::size_t(end) * spread.lanes;
+             ++sample) {
             if (sample % spread.group == 0) Place_Group(spread, sample / spread.group, plan);
             Place_Weights(spread, sample, plan);
         }

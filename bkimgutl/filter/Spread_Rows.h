@@ -13,10 +13,11 @@
 /// What the pass does to every row alike, for the processor at hand.
 struct Spread_Plan {
     int channels = 0, taps = 0;
-    std::size_t samples = 0;            ///< of an output row, in whole registers
-    std::vector<std::int32_t> bases;    ///< of each group of lanes: the source sample where the load of the first tap begins
-    std::vector<std::uint16_t> places;  ///< of each output sample: its lane, or two bytes, in that load
-    std::vector<std::int16_t> weights;  ///< of each register and tap, a lane each
+    std::size_t samples = 0; ///< of an output row, in whole registers
+    std::vector<std::int32_t>
+        bases; ///< of each group of lanes: the source sample where the load of the first tap begins
+    std::vector<std::uint16_t> places; ///< of each output sample: its lane, or two bytes, in that load
+    std::vector<std::int16_t> weights; ///< of each register and tap, a lane each
 };
 
 /// line  whose outputs are no fewer than its source samples

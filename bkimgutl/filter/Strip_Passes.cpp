@@ -55,9 +55,7 @@ void Columns_Then_Rows(const Bitmap_View& source, const Two_Banks& banks, const 
 class Made_Rows {
 public:
     explicit Made_Rows(const Row_Maker& maker)
-        : maker_(maker),
-          stride_(Padded_Samples(maker.samples)),
-          rows_(Scratch<Made_Rows>(stride_ * rows_kept))
+        : maker_(maker), stride_(Padded_Samples(maker.samples)), rows_(Scratch<Made_Rows>(stride_ * rows_kept))
     {}
 
     /// Whether rows first .. end - 1 can be held together.

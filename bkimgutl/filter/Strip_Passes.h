@@ -63,4 +63,5 @@ using Tile_Sink = std::function<void(int y, const Blend_Job& job)>;
 /// Rows first: hands output rows first .. end - 1 to the sink, in tiles that keep the rows which they need in the first
 /// cache. `bank` looks at no more than Most_Blended_Rows rows together.
 constexpr int Most_Blended_Rows = 16;
-void Filter_Rows_Then_Columns(const Row_Maker& maker, const Blend_Bank& bank, int first, int end, const Tile_Sink& sink);
+void Filter_Rows_Then_Columns(const Row_Maker& maker, const Blend_Bank& bank, int first, int end,
+                              const Tile_Sink& sink);

@@ -51,10 +51,7 @@ public:
     int Window() const { return window_; }
     int Bits() const { return bits_; }
     int Start(int output) const { return places_[std::size_t(output)].start; }
-    const std::int16_t* Weights(int output) const
-    {
-        return weights_.data() + places_[std::size_t(output)].weights;
-    }
+    const std::int16_t* Weights(int output) const { return weights_.data() + places_[std::size_t(output)].weights; }
 
     /// How many outputs beyond Length() may be asked for; they repeat the last one.
     static constexpr int Spare_Outputs = 16;

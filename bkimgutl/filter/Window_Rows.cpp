@@ -89,8 +89,7 @@ HWY_INLINE void Store_Pixels(const Window_Row& row, int x, std::int16_t* out)
 {
     const hn::Rebind<std::int16_t, Ints_Tag> d;
     const hn::Rebind<std::uint16_t, Ints_Tag> du;
-    const auto at = [&](int channel)
-                        HWY_ATTR { return hn::BitCast(du, Sums_At<std::int16_t>(row, channel, x)); };
+    const auto at = [&](int channel) HWY_ATTR { return hn::BitCast(du, Sums_At<std::int16_t>(row, channel, x)); };
     if (row.channels == 3)
         hn::StoreInterleaved3(at(0), at(1), at(2), du, reinterpret_cast<std::uint16_t*>(out));
     else

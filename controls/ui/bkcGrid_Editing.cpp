@@ -79,8 +79,8 @@ void bkcGrid::Close_Editor()
         bkcCell_Text_->setCompleter(nullptr);
         completer->deleteLater();
     }
+    if (had_focus) setFocus(); // before it hides, for hiding hands the focus on as Tab would, and moves the active cell
     bkcCell_Text_->hide();
-    if (had_focus) setFocus();
     viewport()->update();
 }
 

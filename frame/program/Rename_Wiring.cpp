@@ -4,11 +4,10 @@ Rename_Wiring::Rename_Wiring(Halvine_Form& form, Halvine_Window& window, Program
                              const std::string& journal_folder)
     : windows_(form, program),
       journal_(journal_folder),
-      commands_({.form = form,
-                 .dialogs = windows_,
-                 .files = files_,
-                 .journal = journal_,
-                 .show_file_changes = [&window] { window.Show_File_Changes(); }})
+      commands_(
+          {.form = form, .dialogs = windows_, .files = files_, .journal = journal_, .show_file_changes = [&window] {
+               window.Show_File_Changes();
+           }})
 {
     commands_.Bring_To(window.Commands());
 }

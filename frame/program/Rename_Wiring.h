@@ -10,7 +10,8 @@
 class Rename_Wiring {
 public:
     /// journal_folder    where renames are remembered
-    Rename_Wiring(Halvine_Form& form, Halvine_Window& window, Program_State& program, const std::string& journal_folder);
+    Rename_Wiring(Halvine_Form& form, Halvine_Window& window, Program_State& program,
+                  const std::string& journal_folder);
     Rename_Wiring(const Rename_Wiring&) = delete;
     Rename_Wiring& operator=(const Rename_Wiring&) = delete;
 

@@ -4,6 +4,7 @@
 #include "catalogue/Halvine_Form.h"
 #include "catalogue/Kept_Work_Offer.h"
 #include "catalogue/ui/Halvine_Window.h"
+#include "frame/State_Folder.h"
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
 #include "frame/program/Qt_Printer_Binding.h"
@@ -102,8 +103,8 @@ int Run(const QString& command_line)
         return *window;
     };
     Run_Entry(state, ports, make_window, command_line);
-    Work_Journal journal(catalogue.State(), Journal_Folder());
-    Offer_Kept_Work(catalogue, journal, Journal_Folder());
+    Work_Journal journal(catalogue.State(), State_Folder());
+    Offer_Kept_Work(catalogue, journal, State_Folder());
     journal.Start();
     const int status = QApplication::exec();
     journal.Remove();

@@ -3,7 +3,7 @@
 namespace {
 
 constexpr int None_Row = 1;
-constexpr Stored_Color Grey_Text = System_Color(17);
+constexpr Stored_Color Grey_Text = System_Color(16);
 
 } // namespace
 
@@ -27,7 +27,12 @@ Name_List_Form::Name_List_Form(Halvine_Form& catalogue, Look look, const Name_Va
         Allow_Edits_Of(row);
         Check_Row(row);
     });
-    connect(&Grid(), &bkcGrid::CellChange, this, [this](int, int row) { Check_Row(row); });
+    connect(&Grid(), &bkcGrid::CellChange, this, [this](int, int row) {
+        Check_Row(row);
+        if (row == Grid().Content().Rows()) Grid().Content().Set_Rows(row + 1); // the next new entry
+        Grid().Update();
+    });
+    Status().setText(tr("An entry goes when both of its cells are cleared"));
     connect(&Add_Button(tr("Done"), "Execute_Command"), &QPushButton::clicked, this, [this] {
         if (Finish_Edit()) accept();
     });

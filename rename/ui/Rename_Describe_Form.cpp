@@ -31,6 +31,8 @@ Rename_Describe_Form::Rename_Describe_Form(Halvine_Form& catalogue, With_Picture
         splitter->setStretchFactor(0, 3);
         splitter->setStretchFactor(1, 1);
         splitter->setChildrenCollapsible(false);
+        splitter->setAccessibleName(tr("Rows and picture"));
+        splitter->handle(1)->setAccessibleName(tr("Splitter between rows and picture"));
         splitter->setSizes({Design_Width - Pane_Width, Pane_Width});
         middle = splitter;
         connect(grid_, &bkcGrid::ActiveChange, this, [this](int, int row) {

@@ -82,7 +82,8 @@ TEST_F(Rename_Formula_Test, A_Caption_Has_The_Facts_Of_The_Record)
     const Caption_Facts facts = Caption_Facts_Of(item);
     const Chosen_Formula formula{
         .name = Q("f"),
-        .text = Q("FilePath & \"|\" & FileName & \"|\" & FileExt & \"|\" & Year(FileDate) & \"|\" & FileDescr")};
+        .text = Q(
+            "FilePath & \"|\" & FileName & \"|\" & FileExt & \"|\" & Format(FileDate, \"yyyy\") & \"|\" & FileDescr")};
     EXPECT_EQ(Caption_Of(host, formula, facts).text, "/home/anna/|the.sea|jpg|2026|waves");
 }
 

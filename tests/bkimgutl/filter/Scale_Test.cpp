@@ -85,7 +85,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Scale_Case{"wider_and_lower", 21, 150, 77, 40}, Scale_Case{"to_one_pixel", 301, 203, 1, 1},
                     Scale_Case{"from_one_pixel", 1, 1, 70, 19}, Scale_Case{"one_row", 300, 1, 77, 1},
                     Scale_Case{"one_column", 1, 300, 1, 411}, Scale_Case{"a_hundredth", 900, 700, 9, 7},
-                    Scale_Case{"two_pixels", 2, 2, 5, 3}),
+                    Scale_Case{"two_pixels", 2, 2, 5, 3}, Scale_Case{"several_tiles_wide", 301, 40, 1203, 161},
+                    Scale_Case{"narrower_and_much_higher", 611, 23, 571, 190},
+                    Scale_Case{"only_wider", 600, 30, 1100, 30}, Scale_Case{"only_lower", 333, 90, 333, 37}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_P(Scale, Is_Within_One_Level_Of_Real_Numbers_For_Every_Filter)
@@ -112,26 +114,78 @@ TEST_P(Scale, Flat_Pictures_Stay_Flat_Up_To_The_Edges)
     const Scale_Case& c = GetParam();
     for (const int level : {0, 1, 128, 255})
         for (int method = 1; method <= 8; ++method) {
-            const auto actual = Scaled(Flat_Picture(c.from_width, c.from_height, 3, level).View(), c.to_width,
-                                       c.to_height, Interpolation_Method(method));
-            ASSERT_TRUE(actual);
-            EXPECT_EQ(0, Difference_Of(Flat_Picture(c.to_width, c.to_height, 3, level).View(), actual->View()).most);
+            const Bitmap source = Flat_Picture(c.from_width, c.from_height, 3, level);
+            const Bitmap expected = Flat_Picture(c.to_width, c.to_height, 3, level);
+            For_Every_Target([&] {
+                const auto actual = Scaled(source.View(), c.to_width, c.to_height, Interpolation_Method(method));
+                ASSERT_TRUE(actual);
+                EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most);
+            });
         }
 }
 
-TEST(Scale_Box, Is_Exact_For_Whole_Ratios)
+/// The mean of the pixels whose centres lie in each output pixel, on a border those to the left or above; halves upwards.
+Bitmap Mean_Of_Blocks(const Bitmap_View& source, int width, int height)
 {
-    for (const int ratio : {2, 3, 4, 5, 8}) {
-        const Bitmap source = Random_Picture(30 * ratio, 20 * ratio, 3, unsigned(ratio));
-        const auto actual = Scaled(source.View(), 30, 20, Interpolation_Method::Box);
-        ASSERT_TRUE(actual);
-        const Bitmap expected = Drawn_Picture(30, 20, 3, [&](int x, int y, int c) {
-            int sum = 0;
-            for (int j = 0; j < ratio * ratio; ++j)
-                sum += source.View().Row(y * ratio + j / ratio)[(x * ratio + j % ratio) * 3 + c];
-            return (2 * sum + ratio * ratio) / (2 * ratio * ratio);
+    const auto start = [](std::int64_t i, std::int64_t from, std::int64_t to) {
+        return int((2 * i * from + to) / (2 * to));
+    };
+    return Drawn_Picture(width, height, source.bytes_per_pixel, [&](int x, int y, int c) {
+        const int left = start(x, source.width, width), right = start(x + 1, source.width, width);
+        const int top = start(y, source.height, height), bottom = start(y + 1, source.height, height);
+        std::int64_t sum = 0;
+        for (int v = top; v < bottom; ++v)
+            for (int u = left; u < right; ++u) sum += source.Row(v)[u * source.bytes_per_pixel + c];
+        const std::int64_t pixels = std::int64_t(right - left) * (bottom - top);
+        return int((2 * sum + pixels) / (2 * pixels));
+    });
+}
+
+TEST(Scale_Box, Is_Exact_For_Every_Reduction)
+{
+    const Scale_Case cases[] = {{"halves", 60, 40, 30, 20},
+                                {"thirds", 93, 60, 31, 20},
+                                {"quarters", 132, 80, 33, 20},
+                                {"blocks_of_both_parities", 157, 111, 53, 40},
+                                {"centres_on_borders", 105, 75, 42, 30},
+                                {"only_lower", 67, 60, 67, 20},
+                                {"only_narrower", 60, 33, 17, 33},
+                                {"same_size", 41, 23, 41, 23},
+                                {"last_sums_of_16_bits", 64, 64, 4, 4},
+                                {"first_sums_of_32_bits", 68, 64, 4, 4},
+                                {"largest_blocks", 63 * 3, 64 * 3, 3, 3},
+                                {"to_one_pixel", 63, 63, 1, 1}};
+    for (const Scale_Case& c : cases)
+        for (const int depth : {1, 3})
+            for (const bool harsh : {false, true}) {
+                const Bitmap source = harsh ? Harsh_Picture(c.from_width, c.from_height, depth, 5)
+                                            : Random_Picture(c.from_width, c.from_height, depth, 6);
+                const Bitmap expected = Mean_Of_Blocks(source.View(), c.to_width, c.to_height);
+                For_Every_Target([&] {
+                    const auto actual = Scaled(source.View(), c.to_width, c.to_height, Interpolation_Method::Box);
+                    ASSERT_TRUE(actual);
+                    EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most) << c.name << " depth " << depth;
+                });
+            }
+}
+
+TEST(Scale_Box, Rounds_Every_Sum_To_The_Nearest)
+{
+    // Blocks of n pixels with every sum there is around the halves.
+    for (const int pixels : {2, 3, 4, 6, 7, 9, 12, 16, 63}) {
+        const int sums = pixels * 255 + 1;
+        const Bitmap source = Drawn_Picture(pixels * sums, 1, 1, [&](int x, int, int) {
+            const int sum = x / pixels, i = x % pixels;
+            return sum / pixels + (i < sum % pixels ? 1 : 0);
         });
-        EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most) << ratio;
+        const Bitmap colored =
+            Drawn_Picture(pixels * sums, 1, 3, [&](int x, int, int) { return source.View().Row(0)[x]; });
+        const Bitmap expected = Mean_Of_Blocks(colored.View(), sums, 1);
+        For_Every_Target([&] {
+            const auto actual = Scaled(colored.View(), sums, 1, Interpolation_Method::Box);
+            ASSERT_TRUE(actual);
+            EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most) << pixels;
+        });
     }
 }
 

@@ -5,6 +5,7 @@
 #include "rename/ui/Rename_Describe_Form.h"
 #include "rename/ui/Rename_Describe_Windows.h"
 #include "tests/catalogue/Picture_Fixture.h"
+#include "tests/support/Accessible_Names.h"
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QCheckBox>
@@ -257,6 +258,21 @@ TEST_F(Rename_Window_Test, Collisions_Are_Told_And_The_User_Decides)
     EXPECT_EQ(names, (QStringList{Q("x.jpg"), Q("X.jpg")}));
 }
 
+TEST_F(Rename_Window_Test, Every_Part_Has_A_Name_For_Assistive_Tools)
+{
+    Put_Picture("IMG_0012.jpg");
+    const auto look = [&] {
+        EXPECT_EQ(Widgets_Without_A_Name(*window), QStringList());
+        window->reject();
+    };
+    Rename(look);
+    windows.Rename_Pattern_Dialog();
+    windows.Rename_Formula_Dialog();
+    windows.File_Data_Formula_Dialog();
+    QStringList descriptions{QString()};
+    windows.Describe_Dialog(All(), descriptions);
+}
+
 TEST_F(Rename_Window_Test, Escape_Leaves_All_Names)
 {
     Put_Picture("IMG_0012.jpg");
@@ -338,6 +354,32 @@ TEST_F(Rename_Window_Test, None_Cannot_Be_Edited)
     };
     windows.Rename_Pattern_Dialog();
     EXPECT_EQ(program.Rename_Patterns.Count(), 0) << "the empty row is no entry";
+}
+
+TEST_F(Rename_Window_Test, A_New_Entry_Is_Typed_With_Tab_Between_Its_Cells)
+{
+    user = [&] {
+        QTest::keyClick(&Grid(), 'D');
+        ASSERT_TRUE(Grid().EditCellActive());
+        QTest::keyClicks(QApplication::focusWidget(), Q("ash"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(Grid().Content().ActiveColumn(), 2);
+        EXPECT_EQ(Grid().Content().ActiveRow(), 2);
+        QTest::keyClicks(QApplication::focusWidget(), Q("*-"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(Grid().Content().Rows(), 3) << "a row for the next one";
+        Execute();
+    };
+    windows.Rename_Pattern_Dialog();
+    ASSERT_EQ(program.Rename_Patterns.Count(), 1);
+    EXPECT_EQ(program.Rename_Patterns[1], (Name_Value_Pair{Q("Dash"), Q("*-")}));
+    user = [&] {
+        Edit(1, 2, "");
+        Edit(2, 2, "");
+        Execute();
+    };
+    windows.Rename_Pattern_Dialog();
+    EXPECT_EQ(program.Rename_Patterns.Count(), 0) << "an entry goes with its texts";
 }
 
 TEST_F(Rename_Window_Test, Closing_A_List_Without_Done_Keeps_It)
