@@ -53,7 +53,7 @@ void Formula_Memory::Set_Limit(std::int64_t limit)
 
 void Formula_Memory::Start()
 {
-    granted_ = left_ = std::min(Most_Step, limit_ / 4);
+    granted_ = left_ = Step();
     made_ = 0;
     base_.reset();
 }
@@ -94,7 +94,7 @@ bool Formula_Memory::Ask_Heap(std::int64_t to_come, std::int64_t there)
     made_ += granted_ - left_;
     const std::int64_t held = std::min(now - *base_, made_ - to_come);
     const std::int64_t free = limit_ - held - to_come;
-    granted_ = left_ = std::max(free, std::min(Most_Step, limit_ / 4));
+    granted_ = left_ = std::max(free, Step());
     return free >= 0;
 }
 

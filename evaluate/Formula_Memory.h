@@ -42,6 +42,7 @@ public:
 private:
     Error_Number Note_Owned(const Variant& value);
     bool Has_Room(std::int64_t bytes, bool stand_already);
+    std::int64_t Step() const { return limit_ / 4 < Most_Step ? limit_ / 4 : Most_Step; }
     bool Ask_Heap(std::int64_t to_come, std::int64_t there);
 
     std::int64_t limit_;
