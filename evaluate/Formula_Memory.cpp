@@ -21,23 +21,7 @@ namespace Formula {
 
 namespace {
 
-// What the heap and the headers add.
-constexpr std::int64_t Text_Overhead = 32, Array_Overhead = 128;
-
-/// A text that is shared was made before.
-std::int64_t Text_Bytes(const QString& text)
-{
-    return text.isDetached() ? Text_Overhead + 2 * std::int64_t(text.size()) : 0;
-}
-
-std::int64_t Array_Bytes(const Variant_Array& array)
-{
-    if (array.references > 1) return 0;
-    std::int64_t bytes = Array_Overhead + std::int64_t(array.elements.size() * sizeof(Variant));
-    for (const Variant& element : array.elements)
-        if (element.Is_String()) bytes += Text_Bytes(element.Text());
-    return bytes;
-}
+constexpr std::int64_t Array_Overhead = 128; // the headers, and what the heap adds
 
 } // namespace
 
@@ -61,7 +45,8 @@ void Formula_Memory::Start()
 Error_Number Formula_Memory::Take_Elements(std::int64_t count)
 {
     const std::int64_t bytes = Array_Overhead + count * std::int64_t(sizeof(Variant));
-    return Has_Room(bytes, false) ? Error_Number::None : Error_Number::Out_Of_Memory;
+    left_ -= bytes;
+    return left_ >= 0 || Ask_Heap(bytes, 0) ? Error_Number::None : Error_Number::Out_Of_Memory;
 }
 
 Error_Number Formula_Memory::Take_Copy_Of(const Variant& array)
@@ -70,18 +55,20 @@ Error_Number Formula_Memory::Take_Copy_Of(const Variant& array)
     return Take_Elements(std::int64_t(array.Array().elements.size()));
 }
 
-Error_Number Formula_Memory::Note_Owned(const Variant& value)
+std::int64_t Formula_Memory::Array_Bytes(const Variant_Array& array)
 {
-    if (value.Is_String())
-        return Has_Room(Text_Bytes(value.Text()), true) ? Error_Number::None : Error_Number::Out_Of_String_Space;
-    return Has_Room(Array_Bytes(value.Array()), true) ? Error_Number::None : Error_Number::Out_Of_Memory;
+    if (array.references > 1) return 0;
+    std::int64_t bytes = Array_Overhead + std::int64_t(array.elements.size() * sizeof(Variant));
+    for (const Variant& element : array.elements)
+        if (element.Is_String()) bytes += Text_Bytes(element.Text());
+    return bytes;
 }
 
-bool Formula_Memory::Has_Room(std::int64_t bytes, bool stand_already)
+Error_Number Formula_Memory::Note_Array(const Variant_Array& array)
 {
+    const std::int64_t bytes = Array_Bytes(array);
     left_ -= bytes;
-    if (left_ >= 0) return true;
-    return stand_already ? Ask_Heap(0, bytes) : Ask_Heap(bytes, 0);
+    return left_ >= 0 || Ask_Heap(0, bytes) ? Error_Number::None : Error_Number::Out_Of_Memory;
 }
 
 /// to_come  bytes that were noted and stand not yet on the heap

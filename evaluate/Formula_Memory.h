@@ -34,14 +34,26 @@ public:
     Error_Number Take_Copy_Of(const Variant& array);
 
     /// Behind an operation: nothing for a value that is shared, since it was there before. 7 or 14 when it is too much.
-    Error_Number Note(const Variant& value) { return value.Is_Plain() ? Error_Number::None : Note_Owned(value); }
+    Error_Number Note(const Variant& value)
+    {
+        if (value.Is_Plain()) return Error_Number::None;
+        if (!value.Is_String()) return Note_Array(value.Array());
+        const std::int64_t bytes = Text_Bytes(value.Text());
+        left_ -= bytes;
+        return left_ >= 0 || Ask_Heap(0, bytes) ? Error_Number::None : Error_Number::Out_Of_String_Space;
+    }
 
     /// The bytes that all threads hold on the heap.
     static std::int64_t Heap_Bytes();
 
 private:
-    Error_Number Note_Owned(const Variant& value);
-    bool Has_Room(std::int64_t bytes, bool stand_already);
+    /// With what the heap and the header add. A text that is shared was made before.
+    static std::int64_t Text_Bytes(const QString& text)
+    {
+        return text.isDetached() ? 32 + 2 * std::int64_t(text.size()) : 0;
+    }
+    static std::int64_t Array_Bytes(const Variant_Array& array);
+    Error_Number Note_Array(const Variant_Array& array);
     std::int64_t Step() const { return limit_ / 4 < Most_Step ? limit_ / 4 : Most_Step; }
     bool Ask_Heap(std::int64_t to_come, std::int64_t there);
 
