@@ -14,7 +14,7 @@
 #define HV_SANITIZER_HEAP
 #endif
 #ifdef HV_SANITIZER_HEAP
-#include <sanitizer/allocator_interface.h>
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes(); // not every compiler brings the header for it
 #endif
 
 namespace Formula {
