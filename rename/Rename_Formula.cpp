@@ -77,6 +77,7 @@ Rename_Formula::Rename_Formula(Formula_Host_Services& host, const Chosen_Formula
     : evaluator_(host)
 {
     Prepare(evaluator_, formula);
+    compile_fault_ = Fault_Of(evaluator_);
     Set(evaluator_, Change_To, change_to);
 }
 

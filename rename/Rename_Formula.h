@@ -46,11 +46,15 @@ class Rename_Formula {
 public:
     Rename_Formula(Formula::Formula_Host_Services& host, const Chosen_Formula& formula, const QString& change_to);
 
+    /// Why the formula could not be compiled.
+    const std::optional<Formula_Fault>& Compile_Fault() const { return compile_fault_; }
+
     /// Empty when the formula fails for this file.
     QString New_Root(const Rename_Formula_Facts& facts);
 
 private:
     Formula::bkcEvaluate evaluator_;
+    std::optional<Formula_Fault> compile_fault_;
 };
 
 /// What a caption formula sees of a picture.

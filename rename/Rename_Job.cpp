@@ -163,7 +163,7 @@ void Rename_Job::Set_Inputs(Rename_Inputs inputs)
     if (check) fault_ = inputs_.formula ? Check_Rename_Formula(host_, *inputs_.formula) : std::nullopt;
     if (fault_) return;
     if (range_is_stale_) Find_Serial_Range();
-    Find_New_Names();
+    Update_Names();
 }
 
 void Rename_Job::Find_Serial_Range()
@@ -194,26 +194,28 @@ Rename_Job::Serial_Plan Rename_Job::Plan_Serials() const
     // A file without a serial gets no formula, but for pattern mode, where it counts as number 0.
     if (inputs_.pattern_mode) plan.without = 0;
     if (plan.renumber) plan.offset = *start - smallest_;
+    // Where no serial was found the width is 2, that of -1: formulas then see the serial 00.
     plan.width = std::max(Text_Length(largest_), Text_Length(largest_ + plan.offset));
-    if (!start) return plan;
-    plan.reserialize = inputs_.reserialize;
+    plan.reserialize = inputs_.reserialize && start;
     if (plan.reserialize) {
         plan.next = *start;
         plan.interval = Number_Of(inputs_.reserialize_interval).value_or(1);
         if (plan.next >= 0) plan.width = Text_Length(plan.next + (std::int64_t(rows_.size()) - 1) * plan.interval);
     }
-    // No file name is longer than the limit, whatever was typed.
+    // What is typed widens even when it is no number: a formula may still number its files with 0. No file name is longer
+    // than the limit.
     const int typed = int(std::min<qsizetype>(inputs_.start_numbering.trimmed().size(), Longest_Name));
     plan.width = std::max(plan.width, typed);
     return plan;
 }
 
-void Rename_Job::Find_New_Names()
+void Rename_Job::Update_Names()
 {
     Serial_Plan plan = Plan_Serials();
     const From_Matcher matcher(inputs_);
     std::unique_ptr<Rename_Formula> formula;
     if (inputs_.formula) formula = std::make_unique<Rename_Formula>(host_, *inputs_.formula, inputs_.change_to);
+    update_fault_ = formula ? formula->Compile_Fault() : std::nullopt;
     for (Rename_Row& row : rows_) {
         const QString root = Root_Of_Name(row.file_name);
         const From_Match match = inputs_.change_to.isEmpty() ? From_Match{} : matcher.Match(root);

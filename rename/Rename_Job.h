@@ -64,7 +64,13 @@ public:
     /// the empty text takes it back.
     void Set_User_Name(std::size_t row, const QString& text);
 
+    /// What the check with sample values found.
     const std::optional<Formula_Fault>& Fault() const { return fault_; }
+
+    /// Computes all names from the inputs as they stand, whatever the check says. A formula that cannot be compiled here
+    /// gives no names; why is the update fault, which the user is to be warned about once.
+    void Update_Names();
+    const std::optional<Formula_Fault>& Update_Fault() const { return update_fault_; }
 
     /// -1 until found. The smallest is that of the last file in prefix mode, the true smallest in pattern mode.
     int Smallest_Serial() const { return smallest_; }
@@ -82,14 +88,13 @@ private:
         qsizetype length; ///< what From covers of the root
     };
     void Find_Serial_Range();
-    void Find_New_Names();
     Serial_Plan Plan_Serials() const;
     QString New_Name(const Matched_Row& matched, Serial_Plan& plan, Rename_Formula* formula) const;
 
     Formula::Formula_Host_Services& host_;
     std::vector<Rename_Row> rows_;
     Rename_Inputs inputs_;
-    std::optional<Formula_Fault> fault_;
+    std::optional<Formula_Fault> fault_, update_fault_;
     bool range_is_stale_ = false;
     int smallest_ = -1;
     int largest_ = -1;

@@ -24,6 +24,23 @@ std::string Decoded(const QByteArray& text)
     return QByteArray::fromPercentEncoding(text).toStdString();
 }
 
+std::optional<std::uint64_t> Whole_Number(const QByteArray& text)
+{
+    bool is_number = false;
+    const qulonglong number = text.toULongLong(&is_number);
+    if (!is_number) return {};
+    return number;
+}
+
+/// Nothing when a line is damaged.
+std::optional<Rename_Step> Step_Of(const QList<QByteArray>& words)
+{
+    const auto device = Whole_Number(words[3]);
+    const auto inode = Whole_Number(words[4]);
+    if (!device || !inode) return {};
+    return Rename_Step{Decoded(words[1]), Decoded(words[2]), {*device, *inode}};
+}
+
 /// Undoes the first `count` steps, the last one first. Texts of those that could not be undone.
 std::string Undo(const std::vector<Rename_Step>& steps, std::size_t count, Rename_Files& files)
 {
@@ -146,9 +163,8 @@ std::optional<Rename_Record> Record_From_Text(const QByteArray& text)
         const QList<QByteArray> words = line.split(' ');
         if (words.size() == 4 && words[0] == "move")
             record.moves.push_back({Decoded(words[1]), Decoded(words[2]), Decoded(words[3])});
-        else if (words.size() == 5 && words[0] == "step")
-            record.steps.push_back(
-                {Decoded(words[1]), Decoded(words[2]), {words[3].toULongLong(), words[4].toULongLong()}});
+        else if (const auto step = words.size() == 5 && words[0] == "step" ? Step_Of(words) : std::nullopt)
+            record.steps.push_back(*step);
         else
             return {};
     }

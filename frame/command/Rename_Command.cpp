@@ -51,9 +51,10 @@ void Add_Options(Command_Line& line)
     line.Add_Flag(Take_Back, QStringLiteral("Give the files of the last rename their old names; alone."));
 }
 
-void Print_Error(const Error& error)
+/// Names in it may be any bytes.
+QString Text_Of(const std::string& bytes)
 {
-    Print_Message({}, QString::fromStdString(error.text));
+    return Path_From_Bytes(QByteArray::fromStdString(bytes));
 }
 
 /// The formula of the program's list, with the built-in ones where the user has none of his own.
@@ -157,8 +158,7 @@ bool Print_Faults(const std::vector<Rename_Fault>& faults, const QStringList& gi
     for (const Rename_Fault& fault : faults) {
         // The text begins with the name of the file, which its path takes the place of.
         const std::string& text = fault.text;
-        Print_Message(given[qsizetype(fault.move)],
-                      Path_From_Bytes(QByteArray::fromStdString(text.substr(text.find(": ") + 2))));
+        Print_Message(given[qsizetype(fault.move)], Text_Of(text.substr(text.find(": ") + 2)));
     }
     return !faults.empty();
 }
@@ -172,7 +172,7 @@ Exit_Status Copy_Files(const Named_Files& named, const std::vector<Rename_Move>&
         const auto copied = Copy_Whole_File(moves[i].folder + moves[i].old_name, folder + moves[i].new_name,
                                             {.when_taken = When_Taken::Refuse});
         if (copied) continue;
-        Print_Message(named.given[qsizetype(i)], QString::fromStdString(copied.error().text));
+        Print_Message(named.given[qsizetype(i)], Text_Of(copied.error().text));
         status = Exit_Status::Some_Failed;
     }
     if (!Is_Interrupted()) return status;
@@ -194,7 +194,7 @@ Exit_Status Carry_Out(const Command_Line& line, const Named_Files& named, const 
     if (!line.Has(Execute)) return named.status;
     Rename_Journal_Folder journal(Standard_Journal_Folder());
     const auto done = Run_Plan(plan, files, journal);
-    if (!done) Print_Error(done.error());
+    if (!done) Print_Message({}, Text_Of(done.error().text));
     return done ? named.status : Exit_Status::Some_Failed;
 }
 
@@ -202,7 +202,7 @@ void Put_Interrupted_Right()
 {
     System_Rename_Files files;
     for (const std::string& text : Rename_Journal_Folder(Standard_Journal_Folder()).Put_Interrupted_Right(files))
-        Print_Message({}, Path_From_Bytes(QByteArray::fromStdString(text)));
+        Print_Message({}, Text_Of(text));
 }
 
 Exit_Status Take_Last_Back(const QStringList& arguments)
@@ -215,7 +215,7 @@ Exit_Status Take_Last_Back(const QStringList& arguments)
     Rename_Journal_Folder journal(Standard_Journal_Folder());
     const auto back = Take_Back_Last_Rename(journal, files);
     if (!back) {
-        Print_Error(back.error());
+        Print_Message({}, Text_Of(back.error().text));
         return Exit_Status::Some_Failed;
     }
     if (*back == 0) Print_Message({}, QStringLiteral("there is no rename to take back"));

@@ -213,6 +213,27 @@ INSTANTIATE_TEST_SUITE_P(
                     Pattern("IMG_", "T"),
                     nullptr,
                     {"Ta0.jpg", "T7.jpg"}},
+        Naming_Case{"in_pattern_mode_without_digits_a_formula_sees_serial_00",
+                    {"beach.jpg", "lake.jpg"},
+                    With(Pattern("?", "x"), Subject_Date_Serial),
+                    nullptr,
+                    {"x-20260314-00.jpg", "x-20260314-00.jpg"},
+                    ""},
+        Naming_Case{"in_pattern_mode_a_start_that_is_no_number_keeps_the_rest",
+                    {"IMG_0012.jpg", "IMG_0013.jpg"},
+                    Pattern("IMG", "T"),
+                    "none",
+                    {"T_0012.jpg", "T_0013.jpg"}},
+        Naming_Case{"a_start_that_is_no_number_widens_what_a_formula_sees",
+                    {"IMG_7.jpg"},
+                    With(Pattern("IMG", "T"), {.name = Q("s"), .text = Q("FileSerial")}),
+                    "none",
+                    {"0000.jpg"}},
+        Naming_Case{"names_without_digits_are_numbered_from_a_given_start",
+                    {"beach-day.jpg", "beach.jpg"},
+                    Reserialized(From_To("beach", "Sea"), "2"),
+                    "08",
+                    {"Sea-day08.jpg", "Sea10.jpg"}},
         Naming_Case{
             "the_type_is_that_of_the_field", {"IMG_7.TIF"}, Typed(From_To("IMG", "T"), "jpg"), nullptr, {"T_7.jpg"}},
         Naming_Case{
@@ -318,6 +339,30 @@ TEST_F(Rename_Job_Test, While_A_Formula_Has_A_Fault_The_Names_Stay)
     job.Set_Inputs(faulty);
     EXPECT_FALSE(job.Fault());
     EXPECT_EQ(New_Names(job), QStringList{"Sea_7.jpg"}) << "what was left undone is done";
+}
+
+TEST_F(Rename_Job_Test, A_Formula_That_The_Update_Cannot_Compile_Is_Told_And_Gives_No_Names)
+{
+    Rename_Job job(host, Rows_Of({"IMG_7.jpg", "IMG_x.jpg"}));
+    job.Set_Inputs(From_To("IMG", "Trip"));
+    job.Set_Inputs(With(job.Inputs(), {.name = Q("f"), .text = Q("ChangeTo & & FileName")}));
+    ASSERT_TRUE(job.Fault());
+    EXPECT_FALSE(job.Update_Fault()) << "the check kept it from the update";
+    job.Update_Names();
+    ASSERT_TRUE(job.Update_Fault());
+    EXPECT_EQ(*job.Update_Fault(), *job.Fault());
+    EXPECT_EQ(New_Names(job), (QStringList{"", "Trip_x.jpg"})) << "a file without a serial needs no formula";
+    job.Set_Inputs(From_To("IMG", "Trip"));
+    EXPECT_FALSE(job.Update_Fault());
+}
+
+TEST_F(Rename_Job_Test, A_Formula_That_Fails_For_A_File_Is_No_Fault_Of_The_Update)
+{
+    Rename_Job job(host, Rows_Of({"IMG_0.jpg"}));
+    job.Set_Inputs(With(From_To("IMG", "x"), {.name = Q("d"), .text = Q("14 / FileSerial")}));
+    EXPECT_FALSE(job.Fault());
+    EXPECT_FALSE(job.Update_Fault());
+    EXPECT_EQ(New_Names(job), QStringList{""});
 }
 
 TEST_F(Rename_Job_Test, Duplicates_Are_Counted_By_Pairs_Without_Case)

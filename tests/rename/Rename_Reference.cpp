@@ -131,7 +131,7 @@ Reference_Result Reference_Names(const std::vector<Rename_Row>& rows, const Rena
     const long long interval = Typed_Number(inputs.reserialize_interval).value_or(1);
     if (reserialize && next >= 0)
         width = int(QString::number(next + (static_cast<long long>(rows.size()) - 1) * interval).size());
-    if (start && start_text.trimmed().size() > width) width = int(start_text.trimmed().size());
+    if (start_text.trimmed().size() > width) width = int(start_text.trimmed().size());
 
     Reference_Result result{
         .names = {}, .start_numbering = range.start, .smallest = range.smallest, .largest = range.largest};
