@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <unistd.h>
@@ -32,6 +33,14 @@ struct No_Printer final : Printer_Binding {
     void Open_Default_Printer() override {}
     QString Device_Name() const override { return {}; }
 };
+
+/// Nanoseconds that this thread had a processor.
+qint64 Thread_Work()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
 
 /// A line of /proc/self/status that counts in kB.
 double Status_Mebibytes(const std::string& name)
@@ -89,13 +98,19 @@ Heartbeat::Heartbeat()
 void Heartbeat::Beat()
 {
     const qint64 now = clock_.nsecsElapsed();
-    longest_ = std::max(longest_, now - last_);
+    const qint64 work = Thread_Work();
+    if (now - last_ > longest_) {
+        longest_ = now - last_;
+        worked_ = work - last_work_;
+    }
     last_ = now;
+    last_work_ = work;
 }
 
 double Heartbeat::Longest_Pause(const std::function<void()>& action, int rest)
 {
     last_ = clock_.nsecsElapsed();
+    last_work_ = Thread_Work();
     longest_ = 0;
     action();
     QEventLoop loop;

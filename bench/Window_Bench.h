@@ -42,12 +42,17 @@ public:
     /// Runs `action`, and the event loop for `rest` milliseconds after it; the longest pause, in milliseconds.
     double Longest_Pause(const std::function<void()>& action, int rest = 300);
 
+    /// How much of it this thread worked, in milliseconds; the rest it waited, for a processor or for other threads.
+    double Worked() const { return double(worked_) / 1e6; }
+
 private:
     void Beat();
     QTimer timer_;
     QElapsedTimer clock_;
     qint64 last_ = 0; // nanoseconds
     qint64 longest_ = 0;
+    qint64 last_work_ = 0;
+    qint64 worked_ = 0;
 };
 
 /// The main window on a folder, with an answer of Yes to every question.

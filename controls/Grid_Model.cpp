@@ -80,7 +80,8 @@ void Grid_Model::Resize_Columns(int count)
 {
     while (Columns() < count) columns_.push_back(New_Column());
     columns_.resize(std::size_t(count));
-    for (auto& row : rows_) row.cells.resize(std::size_t(count));
+    for (auto& row : rows_)
+        if (!row.cells.empty()) row.cells.resize(std::size_t(count));
     if (active_column_ > count) active_column_ = count;
 }
 
@@ -89,8 +90,10 @@ void Grid_Model::InsertColumns(int Grid_Column, int Column_Count)
     if (Column_Count < 1 || Grid_Column < 1 || Grid_Column > Columns() + 1) return;
     const std::int64_t count = std::int64_t(Columns()) + Column_Count;
     if (!properties_.Set_Value(Grid_Property::Columns, count)) return;
+    Own_All_Cells();
     columns_.insert(columns_.begin() + (Grid_Column - 1), std::size_t(Column_Count), New_Column());
     for (auto& row : rows_) {
+        if (row.cells.empty()) continue;
         const auto old_count = row.cells.size();
         row.cells.resize(std::size_t(count));
         std::rotate(row.cells.begin() + (Grid_Column - 1), row.cells.begin() + std::ptrdiff_t(old_count),
@@ -106,9 +109,11 @@ void Grid_Model::DeleteColumns(int Grid_Column, int Column_Count)
 {
     if (Grid_Column < 1 || Grid_Column > Columns() || Column_Count < 1) return;
     Column_Count = std::min(Column_Count, Columns() - Grid_Column + 1);
+    Own_All_Cells();
     const auto first = Grid_Column - 1;
     columns_.erase(columns_.begin() + first, columns_.begin() + first + Column_Count);
-    for (auto& row : rows_) row.cells.erase(row.cells.begin() + first, row.cells.begin() + first + Column_Count);
+    for (auto& row : rows_)
+        if (!row.cells.empty()) row.cells.erase(row.cells.begin() + first, row.cells.begin() + first + Column_Count);
     properties_.Set_Value(Grid_Property::Columns, Columns());
     std::erase_if(sort_keys_, [&](int key) { return key >= Grid_Column && key < Grid_Column + Column_Count; });
     for (auto& key : sort_keys_)
@@ -175,8 +180,7 @@ void Grid_Model::Sort_Now()
     if (Rows() < 2 || sort_keys_.empty() || !in_range) return;
     std::vector<Grid_Sort_Key> keys;
     for (const int key : sort_keys_) keys.push_back({key, Sort_Direction(key)});
-    row_map_ = Sorted_Row_Map(Rows(), keys, Is_On(Grid_Property::SortNullSmallest), [this](int row, int column) {
-        return rows_[std::size_t(row)].cells[std::size_t(column - 1)].value;
-    });
+    row_map_ = Sorted_Row_Map(Rows(), keys, Is_On(Grid_Property::SortNullSmallest),
+                              [this](int row, int column) { return Stored_Value(row + 1, column); });
     Refresh_Display_Map();
 }

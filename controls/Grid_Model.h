@@ -56,6 +56,12 @@ public:
     void RowCopy(int Original_Grid_Row, int Copy_Grid_Row); ///< values alone
 
     // Cells.
+    using Value_Source = std::function<QVariant(int Grid_Column, int stored_row)>;
+    /// Takes the place of all rows: as many new ones, in the order of their storage, whose values are asked for each time
+    /// that one is needed, so that a hundred thousand rows cost little more than those on view. A row that is written to
+    /// has values of its own from then on; when rows come or go or columns are inserted or deleted, all have. The source is
+    /// not called any more then, nor when no row is left.
+    void Set_Sourced_Rows(int count, Value_Source source);
     QVariant CellValue(int Grid_Column, int Grid_Row) const;
     void Set_CellValue(int Grid_Column, int Grid_Row, const QVariant& New_Value);
     /// The value in the column's format. With DataFormat a value without one has the usual format of its kind: numbers
@@ -135,12 +141,16 @@ public:
 private:
     Grid_Row_Record* Row_At(int Grid_Row);
     const Grid_Row_Record* Row_At(int Grid_Row) const;
-    Grid_Cell* Cell_At(int Grid_Column, int Grid_Row);
-    const Grid_Cell* Cell_At(int Grid_Column, int Grid_Row) const;
+    bool Has_Cell(int Grid_Column, int Grid_Row) const;
+    Grid_Cell* Cell_At(int Grid_Column, int Grid_Row);             ///< to write: the row has cells of its own then
+    const Grid_Cell* Cell_At(int Grid_Column, int Grid_Row) const; ///< null also when nothing was written to the row
     Grid_Cell::Extra* Extra_At(int Grid_Column, int Grid_Row);
     Grid_Row_Record New_Row() const;
     Grid_Column_Record New_Column() const;
     void Resize_Rows(int count);
+    void Own_Cells(int stored_row);
+    void Own_All_Cells();
+    QVariant Stored_Value(int stored_row, int Grid_Column) const;
     void Resize_Columns(int count);
     void Cut_Selection_To_Mode();
     void Remove_Stored_Rows(const std::vector<bool>& removed);
@@ -148,12 +158,13 @@ private:
     void Sort_Now();
     void Mark(Change change);
     void Tell(Change change) const;
-    QVariantList Row_Values(const Grid_Row_Record& row) const;
+    QVariantList Row_Values(int stored_row) const;
     void Select_Range(int first, int last, bool selected);
 
     Grid_Properties properties_;
     std::vector<Grid_Column_Record> columns_;
     std::vector<Grid_Row_Record> rows_;
+    Value_Source source_;          // of the rows without cells; none when they are empty
     std::vector<int> row_map_;     // display position to stored row, 0-based
     std::vector<int> display_map_; // the reverse
     std::vector<int> sort_keys_;

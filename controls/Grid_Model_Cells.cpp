@@ -109,13 +109,21 @@ bool Choice_Allowed(const QString& text, const Grid_Column_Record& column, bool 
 
 Grid_Cell* Grid_Model::Cell_At(int Grid_Column, int Grid_Row)
 {
-    return const_cast<Grid_Cell*>(std::as_const(*this).Cell_At(Grid_Column, Grid_Row));
+    if (!Has_Cell(Grid_Column, Grid_Row)) return nullptr;
+    Own_Cells(Stored_Row(Grid_Row));
+    return &Row_At(Grid_Row)->cells[std::size_t(Grid_Column - 1)];
 }
 
 const Grid_Cell* Grid_Model::Cell_At(int Grid_Column, int Grid_Row) const
 {
-    const auto* row = Row_At(Grid_Row);
-    return row && Grid_Column >= 1 && Grid_Column <= Columns() ? &row->cells[std::size_t(Grid_Column - 1)] : nullptr;
+    if (!Has_Cell(Grid_Column, Grid_Row)) return nullptr;
+    const auto& cells = Row_At(Grid_Row)->cells;
+    return cells.empty() ? nullptr : &cells[std::size_t(Grid_Column - 1)];
+}
+
+bool Grid_Model::Has_Cell(int Grid_Column, int Grid_Row) const
+{
+    return Stored_Row(Grid_Row) != 0 && Grid_Column >= 1 && Grid_Column <= Columns();
 }
 
 Grid_Cell::Extra* Grid_Model::Extra_At(int Grid_Column, int Grid_Row)
@@ -128,8 +136,7 @@ Grid_Cell::Extra* Grid_Model::Extra_At(int Grid_Column, int Grid_Row)
 
 QVariant Grid_Model::CellValue(int Grid_Column, int Grid_Row) const
 {
-    const auto* cell = Cell_At(Grid_Column, Grid_Row);
-    return cell ? cell->value : QVariant();
+    return Has_Cell(Grid_Column, Grid_Row) ? Stored_Value(Stored_Row(Grid_Row), Grid_Column) : QVariant();
 }
 
 void Grid_Model::Set_CellValue(int Grid_Column, int Grid_Row, const QVariant& New_Value)
@@ -235,7 +242,7 @@ void Grid_Model::Set_CellAttribute(int Grid_Column, int Grid_Row, int New_Attrib
 
 bool Grid_Model::Cell_Editable(int Grid_Column, int Grid_Row) const
 {
-    return Is_On(Grid_Property::AllowUpdate) && Cell_At(Grid_Column, Grid_Row) && Column(Grid_Column).allow_update &&
+    return Is_On(Grid_Property::AllowUpdate) && Has_Cell(Grid_Column, Grid_Row) && Column(Grid_Column).allow_update &&
            !CellHidden(Grid_Column, Grid_Row) && (CellAttribute(Grid_Column, Grid_Row) & Cell_Locked) == 0;
 }
 
@@ -261,18 +268,18 @@ bool Grid_Model::Set_ActiveText(const QString& New_Text)
     return value.has_value();
 }
 
-QVariantList Grid_Model::Row_Values(const Grid_Row_Record& row) const
+QVariantList Grid_Model::Row_Values(int stored_row) const
 {
     QVariantList values;
-    values.reserve(qsizetype(row.cells.size()));
-    for (const auto& cell : row.cells) values.append(cell.value);
+    values.reserve(Columns());
+    for (int column = 1; column <= Columns(); ++column) values.append(Stored_Value(stored_row, column));
     return values;
 }
 
 QVariant Grid_Model::GridData() const
 {
     QVariantList rows;
-    for (const int stored : row_map_) rows.append(QVariant(Row_Values(rows_[std::size_t(stored)])));
+    for (const int stored : row_map_) rows.append(QVariant(Row_Values(stored + 1)));
     return rows;
 }
 
@@ -281,6 +288,7 @@ void Grid_Model::Set_GridData(const QVariant& New_Data)
     const auto data = New_Data.toList();
     qsizetype columns = 0;
     for (const auto& row : data) columns = std::max(columns, row.toList().size());
+    source_ = nullptr;
     Resize_Rows(0);
     if (columns > 0) properties_.Set_Value(Grid_Property::Columns, columns);
     Resize_Columns(Value(Grid_Property::Columns));
@@ -289,6 +297,7 @@ void Grid_Model::Set_GridData(const QVariant& New_Data)
     active_column_ = 0;
     for (int row = 0; row < Rows(); ++row) {
         const auto values = data[row].toList();
+        Own_Cells(row + 1);
         for (int i = 0; i < values.size(); ++i) rows_[std::size_t(row)].cells[std::size_t(i)].value = values[i];
     }
     sort_keys_.clear();

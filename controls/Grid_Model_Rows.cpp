@@ -80,7 +80,6 @@ Grid_Row_Record Grid_Model::New_Row() const
 {
     Grid_Row_Record row;
     row.height = Value(Grid_Property::RowInitialHeight);
-    row.cells.resize(columns_.size());
     return row;
 }
 
@@ -90,6 +89,44 @@ void Grid_Model::Refresh_Display_Map()
     for (std::size_t i = 0; i < row_map_.size(); ++i) display_map_[std::size_t(row_map_[i])] = int(i);
 }
 
+void Grid_Model::Set_Sourced_Rows(int count, Value_Source source)
+{
+    const bool selection_changes = SelectedRowsCount() != 0;
+    source_ = nullptr;
+    Resize_Rows(0);
+    properties_.Set_Value(Grid_Property::Rows, count);
+    Resize_Rows(Value(Grid_Property::Rows));
+    source_ = std::move(source);
+    Clear_Sort_Keys();
+    sort_pending_ = false;
+    Mark(Change::Layout);
+    if (selection_changes) Tell(Change::Selection);
+}
+
+void Grid_Model::Own_Cells(int stored_row)
+{
+    auto& cells = rows_[std::size_t(stored_row - 1)].cells;
+    if (!cells.empty()) return;
+    std::vector<Grid_Cell> own(columns_.size());
+    for (int column = 1; column <= Columns(); ++column)
+        own[std::size_t(column - 1)].value = Stored_Value(stored_row, column);
+    cells = std::move(own);
+}
+
+void Grid_Model::Own_All_Cells()
+{
+    if (!source_) return;
+    for (int row = 1; row <= Rows(); ++row) Own_Cells(row);
+    source_ = nullptr;
+}
+
+QVariant Grid_Model::Stored_Value(int stored_row, int Grid_Column) const
+{
+    const auto& cells = rows_[std::size_t(stored_row - 1)].cells;
+    if (!cells.empty()) return cells[std::size_t(Grid_Column - 1)].value;
+    return source_ ? source_(Grid_Column, stored_row) : QVariant();
+}
+
 void Grid_Model::Resize_Rows(int count)
 {
     if (count < Rows()) {
@@ -97,6 +134,7 @@ void Grid_Model::Resize_Rows(int count)
         for (int i = count; i < Rows(); ++i) removed[std::size_t(row_map_[std::size_t(i)])] = true;
         return Remove_Stored_Rows(removed);
     }
+    if (count > Rows()) Own_All_Cells();
     rows_.reserve(std::size_t(count));
     while (Rows() < count) {
         row_map_.push_back(Rows());
@@ -108,6 +146,10 @@ void Grid_Model::Resize_Rows(int count)
 // Removed rows are marked by stored row; what stays keeps its order in both maps.
 void Grid_Model::Remove_Stored_Rows(const std::vector<bool>& removed)
 {
+    if (std::find(removed.begin(), removed.end(), false) == removed.end())
+        source_ = nullptr;
+    else
+        Own_All_Cells(); // stored rows get other numbers
     std::vector<int> new_place(rows_.size(), -1);
     int kept = 0;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
@@ -133,6 +175,7 @@ void Grid_Model::InsertRows(int Grid_Row, int Row_Count)
 {
     if (Row_Count < 1 || Grid_Row < 1 || Grid_Row > Rows() + 1) return;
     if (!properties_.Set_Value(Grid_Property::Rows, std::int64_t(Rows()) + Row_Count)) return;
+    Own_All_Cells();
     for (int i = 0; i < Row_Count; ++i) {
         row_map_.insert(row_map_.begin() + (Grid_Row - 1 + i), Rows());
         rows_.push_back(New_Row());
@@ -172,6 +215,8 @@ void Grid_Model::RowCopy(int Original_Grid_Row, int Copy_Grid_Row)
     const auto* original = Row_At(Original_Grid_Row);
     auto* copy = Row_At(Copy_Grid_Row);
     if (!original || !copy || original == copy) return;
-    for (std::size_t i = 0; i < columns_.size(); ++i) copy->cells[i].value = original->cells[i].value;
+    const int from = Stored_Row(Original_Grid_Row);
+    Own_Cells(Stored_Row(Copy_Grid_Row));
+    for (std::size_t i = 0; i < columns_.size(); ++i) copy->cells[i].value = Stored_Value(from, int(i) + 1);
     Mark(Change::Content);
 }

@@ -110,7 +110,7 @@ int Grid_Model::SelectedRowsCount() const
 QVariant Grid_Model::SelectionReturn() const
 {
     QVariantList rows;
-    for (const int row : SelectedRowsReturn()) rows.append(QVariant(Row_Values(*Row_At(row))));
+    for (const int row : SelectedRowsReturn()) rows.append(QVariant(Row_Values(Stored_Row(row))));
     return rows;
 }
 

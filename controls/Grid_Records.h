@@ -81,5 +81,5 @@ struct Grid_Row_Record {
     std::optional<Stored_Color> fore_color{};
     bool changed = false;
     bool selected = false;
-    std::vector<Grid_Cell> cells{};
+    std::vector<Grid_Cell> cells{}; ///< one for each column, or none as long as nothing was written to the row
 };

@@ -58,6 +58,7 @@ void Engine::Prepare(const Value_Table& predefined)
     }
     counter_ = 1;
     instructions_run_ = 0;
+    context_.memory.Start();
     error_ = {};
 }
 

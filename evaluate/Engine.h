@@ -76,6 +76,8 @@ public:
     int Current_Frame() const { return int(frames_.size()) - 1; }
     int Current_Procedure() const { return frames_.back().procedure; }
     Library_Context& Context() { return context_; }
+    std::int64_t Memory_Limit() const { return context_.memory.Limit(); }
+    void Set_Memory_Limit(std::int64_t bytes) { context_.memory.Set_Limit(bytes); } ///< from the next run on
 
 private:
     /// Where the variables stand that the running call sees.

@@ -13,6 +13,8 @@ Error_Number Engine::Assign_Array(Instruction& instruction, const QString& name)
     const std::size_t count = instruction.count;
     if (count < 1) return Error_Number::Not_An_Array;
     if (count > Depth()) return Error_Number::Stack_Underflow;
+    if (const Error_Number error = context_.memory.Take_Elements(std::int64_t(count)); error != Error_Number::None)
+        return error;
     Variable_Cell* cell = Resolve(instruction, name);
     if (!cell) return Error_Number::Unknown_Variable;
     std::vector<Variant> elements;
@@ -51,10 +53,13 @@ Error_Number Engine::Element(Instruction& instruction, const QString& name, bool
     if (store) value = Pop_Unchecked();
     std::size_t place = 0;
     if (const Error_Number error = Find_Element(*cell, int(count), place); error != Error_Number::None) return error;
-    if (store)
+    if (store) {
+        if (const Error_Number error = context_.memory.Take_Copy_Of(cell->Value); error != Error_Number::None)
+            return error;
         cell->Value.Writable_Array().elements[place] = std::move(value);
-    else
+    } else {
         value = cell->Value.Array().elements[place];
+    }
     Drop_Items(count);
     return store ? Error_Number::None : Push(std::move(value));
 }
@@ -87,7 +92,12 @@ Error_Number Engine::Re_Dim(Instruction& instruction, const QString& name, bool 
     if (const Error_Number error = Pop_Bounds(bounds); error != Error_Number::None) return error;
     Variable_Cell* cell = Resolve(instruction, name);
     if (!cell) return Error_Number::Unknown_Variable;
+    if (const auto elements = Element_Count(bounds)) // otherwise there will be nothing
+        if (const Error_Number error = context_.memory.Take_Elements(*elements); error != Error_Number::None)
+            return error;
     if (preserve && !cell->Value.Is_Empty()) {
+        if (const Error_Number error = context_.memory.Take_Copy_Of(cell->Value); error != Error_Number::None)
+            return error;
         if (const Error_Number error = Resize_Array(cell->Value, bounds); error != Error_Number::None) return error;
     } else {
         Evaluated<Variant> array = Make_Array(bounds);
@@ -126,8 +136,9 @@ Error_Number Engine::Replace_Mid(const Variant& operand, bool bytes)
     if (const Error_Number error = replace(text, start, limited ? &length : nullptr, value);
         error != Error_Number::None)
         return error;
+    const Error_Number error = context_.memory.Note(text);
     if (Variable_Cell* cell = Find_Cell(Current_Frame(), name)) cell->Value = std::move(text);
-    return Error_Number::None;
+    return error;
 }
 
 } // namespace Formula

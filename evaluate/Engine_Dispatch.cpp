@@ -20,7 +20,7 @@ Error_Number Binary(Variant& left, const Variant& right)
     return compare(left, right, Compare_Mode::Binary);
 }
 
-Error_Number General_Binary(Opcode opcode, Variant* top)
+Error_Number General_Binary(Opcode opcode, Variant* top, Formula_Memory& memory)
 {
     static constexpr Binary_Operator operators[] = {Add,
                                                     Subtract,
@@ -45,7 +45,7 @@ Error_Number General_Binary(Opcode opcode, Variant* top)
     static_assert(std::size(operators) == std::size_t(Opcode::Imp) - std::size_t(Opcode::Add) + 1);
     const Error_Number error = operators[std::size_t(opcode) - std::size_t(Opcode::Add)](top[-1], top[0]);
     top[0].Clear();
-    return error;
+    return error == Error_Number::None ? memory.Note(top[-1]) : error;
 }
 
 } // namespace
@@ -115,7 +115,7 @@ inline bool Engine::Quick_Test(const Reach& reach, bool& goes_on)
             HV_PUSH_TEST(holds)                                                                                        \
             break;                                                                                                     \
         }                                                                                                              \
-        if (way == Quick::None) error = General_Binary(operation, top);                                                \
+        if (way == Quick::None) error = General_Binary(operation, top, context_.memory);                               \
         --top;                                                                                                         \
         break;                                                                                                         \
     }
@@ -174,7 +174,7 @@ Error_Number Engine::Dispatch()
                 if (way == Quick::Value) break;
                 std::construct_at(top, *one);
                 std::construct_at(top + 1, *other);
-                error = General_Binary(at->opcode, top + 1);
+                error = General_Binary(at->opcode, top + 1, context_.memory);
                 break;
             }
             if (at->is_literal) {
@@ -232,7 +232,7 @@ Error_Number Engine::Dispatch()
         case Opcode::Eqv:
         case Opcode::Imp:
             HV_NEED(2)
-            error = General_Binary(at->opcode, top);
+            error = General_Binary(at->opcode, top, context_.memory);
             --top;
             break;
         case Opcode::Not:

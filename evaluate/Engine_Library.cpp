@@ -25,6 +25,7 @@ Error_Number Engine::Run_Built_In(const Built_In& built_in, std::size_t count)
     Variant result;
     const Error_Number error = built_in.run(context_, std::span(top_ - count + 1, count), result);
     if (error != Error_Number::None) return error;
+    if (const Error_Number full = context_.memory.Note(result); full != Error_Number::None) return full;
     Drop_Items(count);
     return Push(std::move(result));
 }

@@ -61,6 +61,8 @@ public:
     void Set_AllowedAccess(unsigned New_AllowedAccess) { engine_.allowed_access = New_AllowedAccess; }
     std::int64_t InstructionLimit() const { return engine_.instruction_limit; } ///< of one run
     void Set_InstructionLimit(std::int64_t New_Limit) { engine_.instruction_limit = New_Limit; }
+    std::int64_t MemoryLimit() const { return engine_.Memory_Limit(); } ///< bytes that a run may hold
+    void Set_MemoryLimit(std::int64_t New_Limit) { engine_.Set_Memory_Limit(New_Limit); }
     /// What processes pending events: called after every instruction from the 10,000th of a run on.
     void Set_ProcessEvents(std::function<void()> Process_Events) { engine_.process_events = std::move(Process_Events); }
 

@@ -15,6 +15,8 @@ list(APPEND hv_evaluate_sources
     Engine_Variables.cpp
     Formula_Consent.cpp
     Formula_Consent.h
+    Formula_Memory.cpp
+    Formula_Memory.h
     Keyword_Table.cpp
     Keyword_Table.h
     Literal_Values.cpp

@@ -11,13 +11,17 @@ Name_Value_List List_From_Rows(const std::vector<Name_Value_Pair>& rows)
     return list;
 }
 
+bool Stands_In(const Name_Value_List& list, const Name_Value_Pair& row)
+{
+    for (int i = 1; i <= list.Count(); ++i)
+        if (list[i] == row) return true;
+    return false;
+}
+
 std::vector<Name_Value_Pair> New_Rows(const Name_Value_List& before, const Name_Value_List& now)
 {
     std::vector<Name_Value_Pair> rows;
-    for (int i = 1; i <= now.Count(); ++i) {
-        bool was_there = false;
-        for (int j = 1; j <= before.Count(); ++j) was_there |= before[j] == now[i];
-        if (!was_there) rows.push_back(now[i]);
-    }
+    for (int i = 1; i <= now.Count(); ++i)
+        if (!Stands_In(before, now[i])) rows.push_back(now[i]);
     return rows;
 }

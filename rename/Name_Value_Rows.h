@@ -6,5 +6,7 @@
 /// is named by its text.
 Name_Value_List List_From_Rows(const std::vector<Name_Value_Pair>& rows);
 
+bool Stands_In(const Name_Value_List& list, const Name_Value_Pair& row);
+
 /// The rows of `now` that were not in `before`: what the user wrote or changed.
 std::vector<Name_Value_Pair> New_Rows(const Name_Value_List& before, const Name_Value_List& now);

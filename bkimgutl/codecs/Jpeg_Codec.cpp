@@ -41,9 +41,9 @@ struct Parent_Save {
     Pixel_Symmetry symmetry; ///< of the bitmap's pixels, from the parent's as stored
 
     Pixels Choose() const;
-    /// Another orientation turns the picture where its coded data must stay: an incomplete unit would come to lie at the
-    /// wrong end, or an index of further pictures behind this one points into the file.
-    bool Is_Better_Turned_By_Tag(bool can_turn) const;
+    /// Further pictures stand behind this one, which an index finds by counting bytes: the coded data keeps its length, and
+    /// another orientation turns the picture.
+    bool Must_Keep_Its_Length() const;
     Encode_Settings Settings() const;
 };
 
@@ -55,18 +55,20 @@ Pixels Parent_Save::Choose() const
     if (request.quality != Quality_Of_Parent || !same) return Pixels::Encoded;
     if (symmetry == Symmetry_Of_Orientation(parent.facts.orientation)) return Pixels::As_Stored;
     if (symmetry.Is_Identity()) return Pixels::Reoriented;
-    const bool possible = Can_Turn_Without_Loss(coding, parent.head.width, parent.head.height, symmetry);
-    if (Is_Better_Turned_By_Tag(possible)) return Pixels::Reoriented;
-    return possible ? Pixels::Turned : Pixels::Encoded;
+    if (Must_Keep_Its_Length()) return Pixels::Reoriented;
+    // Elsewhere the stored pixels are turned, so that the picture stands upright in programs that know no orientation too.
+    // An incomplete unit that would come to lie at the left or the top cannot: then they are encoded once more.
+    return Can_Turn_Without_Loss(coding, parent.head.width, parent.head.height, symmetry) ? Pixels::Turned
+                                                                                           : Pixels::Encoded;
 }
 
-bool Parent_Save::Is_Better_Turned_By_Tag(bool can_turn) const
+bool Parent_Save::Must_Keep_Its_Length() const
 {
+    if (End_Of_Picture(parent.file, parent.head) >= parent.file.Size()) return false;
     const Jpeg_Segment* camera = parent.head.Find(Segment_Kind::EXIF);
     if (camera == nullptr) return false;
     const auto block = Read_Segment(parent.file, *camera);
-    if (!block || !Has_Orientation_In_EXIF_Block(*block)) return false;
-    return !can_turn || End_Of_Picture(parent.file, parent.head) < parent.file.Size();
+    return block && Has_Orientation_In_EXIF_Block(*block);
 }
 
 Encode_Settings Parent_Save::Settings() const

@@ -13,6 +13,7 @@
 #include <mutex>
 #include <oneapi/tbb/info.h>
 #include <optional>
+#include <sys/resource.h>
 #include <system_error>
 #include <thread>
 
@@ -27,6 +28,15 @@
 namespace {
 
 constexpr std::int32_t First_Divisor = 8;
+
+/// The thread that takes shows what was read and answers the user: where processors are short it goes before those that
+/// read, or its window waits until they have had their turns. On Linux a thread has a niceness of its own.
+void Step_Back()
+{
+    constexpr id_t This_Thread = 0;
+    constexpr int Steps = 5;
+    (void)setpriority(PRIO_PROCESS, This_Thread, getpriority(PRIO_PROCESS, This_Thread) + Steps);
+}
 
 struct Loaded {
     Picture_Contents contents{};
@@ -169,6 +179,7 @@ Load_Ahead::Work::~Work()
 
 void Load_Ahead::Work::Run()
 {
+    Step_Back();
     const Cancellation_Scope scope(stop);
     while (const auto index = Begin_Next())
         Deliver(*index, Read(requests[*index], [&](std::int64_t pixels) {

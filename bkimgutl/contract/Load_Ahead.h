@@ -51,6 +51,7 @@ std::int32_t Divisor_That_Keeps(std::int32_t side_at_8, std::int32_t least_side)
 ///         Use(ahead.Take());
 ///     }
 ///
+/// Where processors are short its threads stand back behind the caller's.
 /// Memory: at most Most_Ahead files are begun and not taken yet, and two very large pictures are never decoded side by
 /// side.
 /// Ending it early is safe at any time: decoders give up at their next row, and nothing stays behind.

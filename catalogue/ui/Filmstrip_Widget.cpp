@@ -11,6 +11,7 @@ namespace {
 constexpr QColor Strip_Color(0xC0, 0xC0, 0xC0);
 constexpr QColor Cell_Color(0xB3, 0xB3, 0xB3);
 constexpr QColor Frame_Color(0x40, 0x40, 0x40);
+constexpr QColor Neutral_Color(0xBD, 0xBD, 0xBD);
 
 QRect To_Pixels(const Twips_Rectangle& twips)
 {
@@ -19,12 +20,16 @@ QRect To_Pixels(const Twips_Rectangle& twips)
 }
 
 constexpr int Most_Made_At_Once = 4; // scripts take some milliseconds each
+constexpr int Reading_Look_Milliseconds = 5;
 constexpr int Row_Pixels = Filmstrip_Layout::Pitch / Filmstrip_Layout::Pixel;
 
 } // namespace
 
 Filmstrip_Widget::Filmstrip_Widget(Halvine_Form& form, QWidget* parent)
-    : QAbstractScrollArea(parent), form_(form), budget_(form.State(), form.Pictures())
+    : QAbstractScrollArea(parent),
+      form_(form),
+      budget_(form.State(), form.Pictures()),
+      reader_(form.State(), form.Pictures())
 {
     Filmstrip_Accessible::Install();
     setObjectName(QStringLiteral("Thumbnail_Picture"));
@@ -214,6 +219,8 @@ void Filmstrip_Widget::Paint_Cell(QPainter& painter, int index)
         const Pixel_Size size = Size_Of_Bitmap(bitmap);
         const Twips_Rectangle place = Filmstrip_Layout::Picture_Place(layout_.Cell(index), size.width, size.height);
         Draw_Bitmap(painter, To_Pixels(place).translated(shift), bitmap);
+    } else {
+        Paint_Neutral(painter, index);
     }
     if (!budget_.Is_Ready(item) && std::find(to_make_.begin(), to_make_.end(), index) == to_make_.end()) {
         to_make_.push_back(index);
@@ -237,17 +244,57 @@ void Filmstrip_Widget::Paint_Hint(QPainter& painter) const
                      tr("Choose files at the left and press Pick, or drop pictures here."));
 }
 
+/// The shape of a picture whose thumbnail is still to come.
+void Filmstrip_Widget::Paint_Neutral(QPainter& painter, int index) const
+{
+    const Picture_Item& item = form_.State().pictures.Item(index);
+    const bool on_its_side = item.Rotate % 180 == 90;
+    const Twips_Rectangle place =
+        Filmstrip_Layout::Picture_Place(layout_.Cell(index), on_its_side ? item.Vert_Pixels : item.Horz_Pixels,
+                                        on_its_side ? item.Horz_Pixels : item.Vert_Pixels);
+    painter.fillRect(To_Pixels(place).translated(0, -offset_), Neutral_Color);
+}
+
+/// What is in memory goes first, one at a turn; what has to be read comes when it is there.
 void Filmstrip_Widget::Make_Next()
 {
     const int height = viewport()->height() + Row_Pixels;
-    while (!to_make_.empty()) {
-        const int index = to_make_.front();
-        to_make_.erase(to_make_.begin());
+    std::erase_if(to_make_, [&](int index) {
         const QRect place = Cell_On_View(index);
-        if (!form_.State().pictures.Is_Index(index) || place.bottom() < 0 || place.top() > height) continue;
-        if (!budget_.Use(form_.State().pictures.Item(index).Picture_Key)) continue; // stays a bare cell
-        Set_Thumbnail_Frame(index);
-        break;
+        return !form_.State().pictures.Is_Index(index) || place.bottom() < 0 || place.top() > height;
+    });
+    const bool made = Make_One_In_Memory() || Take_One_Read();
+    std::vector<int> to_read;
+    for (const int index : to_make_) {
+        const Picture_Item& item = form_.State().pictures.Item(index);
+        if (!item.Thumbnail_Bitmap) to_read.push_back(item.Picture_Key);
     }
-    if (!to_make_.empty()) making_.start(0);
+    reader_.Want(to_read);
+    if (!to_make_.empty()) making_.start(made ? 0 : Reading_Look_Milliseconds);
+}
+
+bool Filmstrip_Widget::Make_One_In_Memory()
+{
+    const auto in_memory = std::find_if(to_make_.begin(), to_make_.end(), [this](int index) {
+        return bool(form_.State().pictures.Item(index).Thumbnail_Bitmap);
+    });
+    if (in_memory == to_make_.end()) return false;
+    Made(*in_memory);
+    return true;
+}
+
+bool Filmstrip_Widget::Take_One_Read()
+{
+    const auto key = reader_.Take();
+    if (!key) return false;
+    Made(form_.State().pictures.Index_From_Key(*key));
+    return true;
+}
+
+/// A file that cannot be read leaves its cell as it is.
+void Filmstrip_Widget::Made(int index)
+{
+    std::erase(to_make_, index);
+    const Picture_Item& item = form_.State().pictures.Item(index);
+    if (item.Thumbnail_Bitmap && budget_.Use(item.Picture_Key)) Set_Thumbnail_Frame(index);
 }

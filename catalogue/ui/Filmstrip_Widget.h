@@ -2,6 +2,7 @@
 
 #include "catalogue/Filmstrip_Mouse.h"
 #include "catalogue/Thumbnail_Budget.h"
+#include "catalogue/Thumbnail_Reader.h"
 
 #include <QtCore/QTimer>
 #include <QtCore/QVariantAnimation>
@@ -63,7 +64,11 @@ protected:
 private:
     void Paint_Cell(QPainter& painter, int index);
     void Paint_Hint(QPainter& painter) const;
+    void Paint_Neutral(QPainter& painter, int index) const;
     void Make_Next();
+    bool Make_One_In_Memory();
+    bool Take_One_Read();
+    void Made(int index);
     void Carry_Out(const Strip_Action& action, bool later);
     void Set_Cursor(int index);
     void Begin_Drag();
@@ -72,11 +77,12 @@ private:
 
     Halvine_Form& form_;
     Thumbnail_Budget budget_;
+    Thumbnail_Reader reader_;
     Filmstrip_Layout layout_;
     QVariantAnimation scrolling_;
     QTimer current_later_; // a held key must not load every picture that it passes
     QTimer making_;        // thumbnails that were given up or whose script changed, one at each turn of the event loop
-    std::vector<int> to_make_;
+    std::vector<int> to_make_; // indices of cells on view
     int made_since_paint_ = 0;
     int offset_ = 0; // pixels of the strip above the view
     int cursor_key_ = 0;

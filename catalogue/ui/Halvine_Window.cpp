@@ -4,7 +4,6 @@
 #include "catalogue/Recover_Folder.h"
 
 #include "catalogue/ui/Elided_Label.h"
-#include "catalogue/ui/Picture_List_Grid.h"
 
 Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
     : parts_(std::move(parts)), frame_(*this, &parts_.ports.platform, Main_Window_Placement, /*Design_From_Form=*/false)
@@ -107,10 +106,9 @@ QWidget* Halvine_Window::Make_Pictures()
     picture_split_->Initialize(nullptr, strip_, magnify_);
     picture_split_->Set_SplitRatio(0.57); // three columns in a window of the usual size
     magnify_->hide();                     // until there is a current picture
-    list_ = new bkcGrid;
+    list_ = new Picture_List_Grid(parts_.form.State());
     list_->setObjectName(QStringLiteral("Picture_List_bkcGrid"));
     list_->setAccessibleName(tr("Thumbnail list"));
-    Set_Up_Picture_List(*list_);
     pages_ = new QStackedWidget;
     pages_->setObjectName(QStringLiteral("Picture_Frame"));
     pages_->addWidget(picture_split_);
@@ -190,11 +188,12 @@ void Halvine_Window::Connect_Parts()
     connect(pattern_text_, &QLineEdit::editingFinished, this, [this] { Set_Pattern_String(pattern_text_->text()); });
     connect(list_, &bkcGrid::SelChange, this, [this] {
         if (!Shows_Picture_List()) return;
-        Take_Selection(*list_, parts_.form);
+        list_->Take_Selection(parts_.form);
         Update_Status();
     });
     connect(list_, &bkcGrid::DblClick, this, [this](int, int row) {
-        const int index = list_->Content().Stored_Row(row);
+        const int index = parts_.form.State().pictures.Index_From_Key(list_->Key_At(row));
+        if (index < 1) return; // it went meanwhile
         Leave_Picture_List();
         parts_.form.Pictures().Set_Current_Picture(index);
         strip_->Scroll_To_Index(index);

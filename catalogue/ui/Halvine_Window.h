@@ -3,6 +3,7 @@
 #include "catalogue/Catalogue_Commands.h"
 #include "catalogue/ui/Filmstrip_Widget.h"
 #include "catalogue/ui/Magnify_Widget.h"
+#include "catalogue/ui/Picture_List_Grid.h"
 #include "controls/ui/bkcButtonPanel.h"
 #include "controls/ui/bkcExplorer.h"
 #include "frame/Close_Sequence.h"
@@ -158,7 +159,7 @@ private:
     QStackedWidget* pages_ = nullptr;
     Filmstrip_Widget* strip_ = nullptr;
     Magnify_Widget* magnify_ = nullptr;
-    bkcGrid* list_ = nullptr;
+    Picture_List_Grid* list_ = nullptr;
     QWidget* status_frame_ = nullptr;
     QWidget* progress_frame_ = nullptr;
     QProgressBar* progress_bar_ = nullptr;

@@ -2,7 +2,6 @@
 
 #include "catalogue/ui/Bitmap_Image.h"
 #include "catalogue/ui/Halvine_Window.h"
-#include "catalogue/ui/Picture_List_Grid.h"
 #include "catalogue/ui/Save_Options_Dialog.h"
 #include "catalogue/ui/Script_Item_Dialog.h"
 
@@ -200,7 +199,7 @@ bool Halvine_Window::Leave_Picture_List()
 
 void Halvine_Window::Show_Picture_List()
 {
-    Fill_Picture_List(*list_, parts_.form.State());
+    list_->Fill();
     pages_->setCurrentIndex(1);
     list_->setFocus();
 }

@@ -29,7 +29,7 @@ QVariant Value_Of(const Picture_Item& item, int column)
     case 1: return item.Path;
     case 2: return item.File_Name;
     case 3: return Extension_Part(item.File_Name).toUpper();
-    case 4: return Date_Time_From_Date(item.File_Date);
+    case 4: return item.File_Date;
     case 5: return item.File_Size_KB;
     case 6: return item.Horz_Pixels;
     case 7: return item.Vert_Pixels;
@@ -39,51 +39,62 @@ QVariant Value_Of(const Picture_Item& item, int column)
     }
 }
 
+void Set_Up_Column(Grid_Column_Record& column, int index)
+{
+    column.header_text = QCoreApplication::translate("Picture_List_Grid", Columns[index].title);
+    column.width = Columns[index].width;
+    column.text_align = int(Columns[index].align);
+    column.header_text_align = Columns[index].align;
+    // Dates stay numbers of days: turning a hundred thousand of them into times of the calendar takes a sort too long.
+    if (index == 3) column.data_type = int(Grid_Data_Type::Date);
+    if (index == 3) column.format[int(Grid_Data_Type::Date)] = QStringLiteral("General Date");
+    if (index == 4) column.format[0] = QStringLiteral("#,##0\"KB\"");
+}
+
 } // namespace
 
-void Set_Up_Picture_List(bkcGrid& grid)
+Picture_List_Grid::Picture_List_Grid(const Catalogue_State& state, QWidget* parent) : bkcGrid(parent), state_(state)
 {
-    grid.setTextElideMode(Qt::ElideMiddle); // names and paths differ at their ends
-    Grid_Model& content = grid.Content();
+    setTextElideMode(Qt::ElideMiddle); // names and paths differ at their ends
+    Grid_Model& content = Content();
     content.Set_Columns(int(std::size(Columns)));
     content.Set_SelectionMode(2);
     for (const auto property : {Grid_Property::AllowColumnSort, Grid_Property::AllowColumnSizing,
                                 Grid_Property::AllowCopy, Grid_Property::ScrollTrack, Grid_Property::ToolTipEnabled})
         content.Set(property, true);
     for (int i = 0; i < int(std::size(Columns)); ++i)
-        content.Change_Column(i + 1, [&](Grid_Column_Record& column) {
-            column.header_text = QCoreApplication::translate("Picture_List_Grid", Columns[i].title);
-            column.width = Columns[i].width;
-            column.text_align = int(Columns[i].align);
-            column.header_text_align = Columns[i].align;
-            if (i == 3) column.format[int(Grid_Data_Type::Date)] = QStringLiteral("General Date");
-            if (i == 4) column.format[0] = QStringLiteral("#,##0\"KB\"");
-        });
+        content.Change_Column(i + 1, [i](Grid_Column_Record& column) { Set_Up_Column(column, i); });
 }
 
-void Fill_Picture_List(bkcGrid& grid, const Catalogue_State& state)
+void Picture_List_Grid::Fill()
 {
-    Grid_Model& content = grid.Content();
+    Grid_Model& content = Content();
     content.Set_AutoPaint(false);
-    content.Clear_Sort_Keys();
-    content.Set_Rows(0); // a new list stands in the order of the filmstrip
-    content.Set_Rows(state.pictures.Count());
+    keys_.clear();
     std::vector<int> selected;
-    for (int row = 1; row <= state.pictures.Count(); ++row) {
-        const Picture_Item& item = state.pictures.Item(row);
-        for (int column = 1; column <= int(std::size(Columns)); ++column)
-            content.Set_CellValue(column, row, Value_Of(item, column));
-        if (state.selection.Test_Index(row)) selected.push_back(row);
+    for (int row = 1; row <= state_.pictures.Count(); ++row) {
+        keys_.push_back(state_.pictures.Item(row).Picture_Key);
+        if (state_.selection.Test_Key(keys_.back())) selected.push_back(row);
     }
+    content.Set_Sourced_Rows(state_.pictures.Count(), [this](int column, int stored_row) {
+        const Picture_Item* item = state_.pictures.Find(keys_[std::size_t(stored_row) - 1]);
+        return item != nullptr ? Value_Of(*item, column) : QVariant();
+    });
     content.Select_Rows(selected); // at once: each change of the selection is told
     content.Set_AutoPaint(true);
-    grid.Update();
-    content.Set_Active(1, std::max(1, state.Current_Picture_Index()));
+    Update();
+    content.Set_Active(1, std::max(1, state_.Current_Picture_Index()));
 }
 
-void Take_Selection(const bkcGrid& grid, Halvine_Form& form)
+int Picture_List_Grid::Key_At(int Grid_Row) const
+{
+    const int stored = Content().Stored_Row(Grid_Row);
+    return stored > 0 ? keys_[std::size_t(stored) - 1] : 0;
+}
+
+void Picture_List_Grid::Take_Selection(Halvine_Form& form) const
 {
     form.Set_Picture_Selected(0, false);
-    for (const int row : grid.Content().SelectedRowsReturn())
-        form.Set_Picture_Selected(grid.Content().Stored_Row(row), true);
+    for (const int row : Content().SelectedRowsReturn())
+        form.Set_Picture_Selected(state_.pictures.Index_From_Key(Key_At(row)), true);
 }

@@ -111,6 +111,7 @@ Error_Number Sorted(Library_Context& context, Arguments arguments, Variant& resu
     FORMULA_CHECK(last);
     const auto range = Sort_Range_Of(view->value->Array().bounds[0], *first, *last);
     FORMULA_CHECK(range);
+    if (const auto full = context.memory.Take_Copy_Of(*view->value); full != Error_Number::None) return full;
     auto& elements = view->value->Writable_Array().elements;
     const auto problem = Shell_Sort(elements, range->base, range->count, {by_length, *descending});
     return problem == Error_Number::None ? Yield(result, true) : problem;

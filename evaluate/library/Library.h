@@ -1,8 +1,10 @@
 #pragma once
 
+#include "evaluate/Formula_Memory.h"
 #include "evaluate/library/Formula_Host_Services.h"
 #include "evaluate/variant/Evaluate_Error.h"
 #include "evaluate/variant/Variant.h"
+#include "frame/files/Limits.h"
 
 #include <span>
 #include <string_view>
@@ -51,6 +53,7 @@ struct Library_Context {
     Variable_Access& variables;
     Random_State random = {};
     QStringList pending_folder_entries = {}; ///< what further calls of Dir yield
+    Formula_Memory memory{Current_Limits().formula_bytes};
 };
 
 /// arguments   those that were written, in order; trailing ones may be missing. The routine may spoil them.

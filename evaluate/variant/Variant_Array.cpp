@@ -4,8 +4,6 @@
 
 namespace Formula {
 
-namespace {
-
 Evaluated<std::int64_t> Element_Count(std::span<const Array_Bound> bounds)
 {
     std::int64_t total = bounds.empty() ? 0 : 1;
@@ -17,8 +15,6 @@ Evaluated<std::int64_t> Element_Count(std::span<const Array_Bound> bounds)
     }
     return total;
 }
-
-} // namespace
 
 Evaluated<Variant> Make_Array(std::span<const Array_Bound> bounds)
 {

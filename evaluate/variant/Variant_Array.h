@@ -22,6 +22,9 @@ struct Variant_Array {
     std::vector<Variant> elements;
 };
 
+/// How many elements an array with these bounds has. Fails as Make_Array does.
+Evaluated<std::int64_t> Element_Count(std::span<const Array_Bound> bounds);
+
 /// An array of Empty elements. Fails with 9 when an upper bound lies more than one below its lower bound, with 7 when
 /// there would be more elements than a formula may have.
 Evaluated<Variant> Make_Array(std::span<const Array_Bound> bounds);

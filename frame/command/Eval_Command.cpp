@@ -7,6 +7,7 @@
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Dates.h"
 #include "evaluate/variant/Variant_Array.h"
+#include "frame/Qt_Settings.h"
 #include "frame/command/Command.h"
 #include "frame/command/Terminal.h"
 #include "frame/files/Limits.h"
@@ -34,6 +35,7 @@ constexpr const char* Help =
 /// A message box is a line on standard error.
 class Terminal_Host final : public System_Host {
 public:
+    using System_Host::System_Host;
     int Message_Box(const Host_Message& message) override
     {
         Print_Message({}, message.prompt);
@@ -202,7 +204,8 @@ Exit_Status Print_Variables(const bkcEvaluate& evaluator, const QStringList& nam
 /// before the run, so that every variable takes its value.
 Exit_Status Run_Job(const Eval_Job& job, const QString& text)
 {
-    Terminal_Host host;
+    Qt_Settings settings;
+    Terminal_Host host(&settings);
     bkcEvaluate evaluator(host);
     evaluator.Set_PromptUninitialized(false);
     if (job.file) evaluator.Set_AllowedAccess(File_Access | job.allowed);

@@ -49,6 +49,7 @@ Limits Read_Limits()
     TAKE(formula_string_characters);
     TAKE(formula_array_elements);
     TAKE(formula_instructions);
+    TAKE(formula_bytes);
     TAKE(file_name_bytes);
     TAKE(folder_depth);
 #undef TAKE

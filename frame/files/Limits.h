@@ -27,6 +27,7 @@ struct Limits {
     std::int64_t formula_string_characters = 16 << 20;
     std::int64_t formula_array_elements = 16'000'000;
     std::int64_t formula_instructions = 50'000'000; ///< for one value
+    std::int64_t formula_bytes = 1 << 30;           ///< of all values that a run holds
     int file_name_bytes = 255;
     int folder_depth = 64;
 };

@@ -77,10 +77,13 @@ void Rename_Describe_Windows::File_Data_Formula_Dialog()
                   state_.File_Data_Formulas, Formula_Kind::Caption);
 }
 
-std::optional<Formula_Fault> Rename_Describe_Windows::Fault_Of(const Name_Value_Pair& row, Formula_Kind kind) const
+std::optional<Formula_Fault> Rename_Describe_Windows::Fault_Of(const Name_Value_Pair& row,
+                                                               const Name_Value_List& before, Formula_Kind kind) const
 {
-    // What is being typed may read what a typed formula may.
-    const Chosen_Formula formula{.name = row.Name, .text = row.Value, .allowed_access = Formula::Typed_Access};
+    // What is being typed may read what a typed formula may. A row that merely stood in the list may have come with a
+    // file, and must not read more than it was allowed just because the user looks at it.
+    Chosen_Formula formula = Chosen(row);
+    if (!Stands_In(before, row)) formula.allowed_access = Formula::Typed_Access;
     if (kind == Formula_Kind::Rename) return Check_Rename_Formula(host_, formula);
     const QString blank = QStringLiteral(" ");
     return Caption_Of(host_, formula,
@@ -91,13 +94,14 @@ std::optional<Formula_Fault> Rename_Describe_Windows::Fault_Of(const Name_Value_
 void Rename_Describe_Windows::Edit_Formulas(const QString& caption, const QString& text, Name_Value_List& list,
                                             Formula_Kind kind)
 {
-    Name_List_Form form(catalogue_,
-                        {.caption = caption,
-                         .text = text,
-                         .name_column = tr("Formula Name"),
-                         .value_column = tr("'Change This Part To' Formula"),
-                         .check = [this, kind](const Name_Value_Pair& row) { return Fault_Of(row, kind); }},
-                        list, Owner());
+    Name_List_Form form(
+        catalogue_,
+        {.caption = caption,
+         .text = text,
+         .name_column = tr("Formula Name"),
+         .value_column = tr("'Change This Part To' Formula"),
+         .check = [this, kind, &list](const Name_Value_Pair& row) { return Fault_Of(row, list, kind); }},
+        list, Owner());
     Show_Form(form);
     if (!form.Is_Accepted()) return;
     const Name_Value_List before = list;

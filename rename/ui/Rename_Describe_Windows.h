@@ -39,7 +39,8 @@ public:
 private:
     enum class Formula_Kind { Rename, Caption };
     void Edit_Formulas(const QString& caption, const QString& text, Name_Value_List& list, Formula_Kind kind);
-    std::optional<Formula_Fault> Fault_Of(const Name_Value_Pair& row, Formula_Kind kind) const;
+    std::optional<Formula_Fault> Fault_Of(const Name_Value_Pair& row, const Name_Value_List& before,
+                                          Formula_Kind kind) const;
 
     Halvine_Form& catalogue_;
     Program_State& state_;

@@ -224,6 +224,94 @@ TEST(Grid_Cells, The_Whole_Content_Goes_Out_In_Display_Order)
     EXPECT_EQ(grid.GridData(), other.GridData());
 }
 
+/// Two columns whose values are asked for, with the requests counted.
+class Grid_Sourced : public testing::Test {
+protected:
+    Grid_Sourced()
+    {
+        grid.Set_Sourced_Rows(3, [this](int column, int stored_row) {
+            ++asked;
+            return QVariant(10 * stored_row + column);
+        });
+    }
+    int asked = 0;
+    Grid_Model grid;
+};
+
+TEST_F(Grid_Sourced, Asks_For_What_Is_Needed_Alone)
+{
+    EXPECT_EQ(3, grid.Rows());
+    EXPECT_EQ(0, asked);
+    EXPECT_EQ(QVariant(21), grid.CellValue(1, 2));
+    EXPECT_EQ("32", grid.CellText(2, 3).toStdString());
+    EXPECT_EQ(2, asked);
+    EXPECT_FALSE(grid.CellValue(3, 1).isValid());
+    EXPECT_FALSE(grid.CellHidden(1, 1));
+    EXPECT_EQ(2, asked);
+}
+
+TEST_F(Grid_Sourced, Sorts_Selects_And_Goes_Out_Like_Any_Other)
+{
+    grid.SortColumn(1, -1);
+    grid.Update();
+    grid.SelectRow(1);
+    EXPECT_EQ(3, grid.Stored_Row(1));
+    EXPECT_EQ(QVariant(QVariantList{QVariantList{31, 32}}), grid.SelectionReturn());
+    EXPECT_EQ(QVariant(QVariantList{QVariantList{31, 32}, QVariantList{21, 22}, QVariantList{11, 12}}),
+              grid.GridData());
+}
+
+TEST_F(Grid_Sourced, A_Row_That_Is_Written_To_Has_Values_Of_Its_Own)
+{
+    grid.Set_CellValue(1, 2, 5);
+    grid.RowCopy(1, 3);
+    EXPECT_EQ(QVariant(QVariantList{QVariantList{11, 12}, QVariantList{5, 22}, QVariantList{11, 12}}), grid.GridData());
+}
+
+TEST_F(Grid_Sourced, Values_Stay_With_Their_Rows_And_Columns_When_Others_Come_And_Go)
+{
+    grid.DeleteRows(1, 1);
+    grid.InsertColumns(1, 1);
+    grid.DeleteColumns(2, 1);
+    grid.InsertRows(1, 1);
+    EXPECT_EQ(QVariant(QVariantList{QVariantList{QVariant(), QVariant()}, QVariantList{QVariant(), 22},
+                                    QVariantList{QVariant(), 32}}),
+              grid.GridData());
+}
+
+TEST_F(Grid_Sourced, Rows_That_Are_Added_Are_Empty)
+{
+    grid.InsertRows(1, 1);
+    EXPECT_EQ(QVariant(), grid.CellValue(1, 1));
+    EXPECT_EQ(QVariant(31), grid.CellValue(1, 4));
+    grid.Set_Sourced_Rows(1, [](int, int) { return QVariant(7); });
+    grid.Set_Rows(2);
+    EXPECT_EQ(QVariant(7), grid.CellValue(1, 1));
+    EXPECT_EQ(QVariant(), grid.CellValue(1, 2));
+}
+
+TEST_F(Grid_Sourced, Is_Asked_No_More_When_Its_Rows_Went)
+{
+    grid.Set_Rows(0);
+    grid.Set_Rows(2);
+    EXPECT_FALSE(grid.CellValue(1, 1).isValid());
+    EXPECT_EQ(0, asked);
+}
+
+TEST_F(Grid_Sourced, New_Rows_Stand_In_The_Order_Of_Their_Storage_With_None_Selected)
+{
+    int told = 0;
+    grid.SortColumn(1, -1);
+    grid.Update();
+    grid.SelectRow(1);
+    grid.On_Change = [&](Grid_Model::Change change) { told += change == Grid_Model::Change::Selection; };
+    grid.Set_Sourced_Rows(2, [](int, int stored_row) { return QVariant(stored_row); });
+    EXPECT_EQ(1, told);
+    EXPECT_EQ(0, grid.SelectedRowsCount());
+    EXPECT_TRUE(grid.Sort_Keys().empty());
+    EXPECT_EQ(QVariant(QVariantList{QVariantList{1, 1}, QVariantList{2, 2}}), grid.GridData());
+}
+
 TEST(Grid_Cells, Copied_Text_Needs_The_Right_To_Copy)
 {
     auto grid = Numbered(2);

@@ -1,6 +1,7 @@
 #include "controls/Grid_Model.h"
 
 #include <gtest/gtest.h>
+#include <numeric>
 #include <random>
 
 namespace {
@@ -53,6 +54,52 @@ TEST(Grid_Sort_Law, Many_Rows_Come_Out_In_Order_And_Complete)
     auto rows = map;
     std::sort(rows.begin(), rows.end());
     for (int i = 0; i < 2000; ++i) EXPECT_EQ(i, rows[std::size_t(i)]);
+}
+
+/// The sort as it is promised, without any haste: the values themselves are compared at each step.
+std::vector<int> Plainly_Sorted(const std::vector<QVariant>& first, const std::vector<QVariant>& second)
+{
+    const auto order = [&](int moving, int other) {
+        for (const auto* values : {&first, &second}) {
+            const QVariant& left = (*values)[std::size_t(moving)];
+            const QVariant& right = (*values)[std::size_t(other)];
+            const int sign = values == &first ? 1 : -1;
+            if (const int compared = Compare_Values(left, right)) return compared * sign;
+            if (left.isValid() != right.isValid()) return left.isValid() ? sign : -sign;
+        }
+        return 0;
+    };
+    std::vector<int> map(first.size());
+    std::iota(map.begin(), map.end(), 0);
+    const int count = int(map.size());
+    int gap = 1;
+    while (gap <= (count + 1) / 3) gap = 3 * gap + 1;
+    for (; gap >= 1; gap /= 3)
+        for (int i = gap; i < count; ++i)
+            for (int at = i; at >= gap && order(map[std::size_t(at)], map[std::size_t(at - gap)]) < 0; at -= gap)
+                std::swap(map[std::size_t(at)], map[std::size_t(at - gap)]);
+    return map;
+}
+
+TEST(Grid_Sort_Law, Agrees_With_A_Plain_Sort_Of_Mixed_Values_And_Two_Keys_Down_To_The_Order_Of_Equal_Rows)
+{
+    std::mt19937 random(11);
+    const auto text = [&] {
+        const QString tail(int(random() % 5), QChar(char16_t(u'a' + random() % 3)));
+        return QStringLiteral("Img_%1%2").arg(random() % 3).arg(tail);
+    };
+    for (const int count : {2, 3, 40, 700}) {
+        std::vector<QVariant> first, second;
+        for (int i = 0; i < count; ++i) {
+            const auto kind = random() % 8;
+            first.push_back(kind == 0 ? QVariant() : kind == 1 ? QVariant(int(random() % 5)) : QVariant(text()));
+            second.push_back(random() % 4 == 0 ? QVariant() : QVariant(int(random() % 4)));
+        }
+        const auto map = Sorted_Row_Map(count, {{1, 1}, {2, -1}}, true, [&](int row, int column) {
+            return (column == 1 ? first : second)[std::size_t(row)];
+        });
+        EXPECT_EQ(Plainly_Sorted(first, second), map) << count;
+    }
 }
 
 TEST(Grid_Sort_Keys, A_Second_Key_Orders_Rows_That_Are_Equal_In_The_First)

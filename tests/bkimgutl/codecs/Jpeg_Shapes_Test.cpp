@@ -339,21 +339,16 @@ TEST_F(Jpeg_Odd, A_Missing_End_Mark_Stays_Missing)
 }
 
 // A side of 90 is no whole number of units of 16: this turn would bring the broken ones to the left.
-TEST_F(Jpeg_Odd, Where_Units_Would_Break_Another_Orientation_Turns_Without_Loss)
+TEST_F(Jpeg_Odd, Where_Units_Would_Break_The_Picture_Is_Encoded_Upright_With_Its_Own_Tables)
 {
-    const std::string path =
-        Put("a.jpg", Jpeg_File(Meadow(90, 64, 4), {.jfif = false, .segments = {Odd_Camera_Block(true)}}));
-    const File_Bytes first = Get(path);
+    const File_Bytes first = Jpeg_File(Meadow(90, 64, 4), {.jfif = false, .segments = {Odd_Camera_Block(true)}});
+    const std::string path = Put("a.jpg", first);
     const auto turned = Load(path, 1, 90);
     ASSERT_TRUE(Save(turned, path, {.comment = "c", .parent = path})) << Error_Text();
-    EXPECT_EQ(Coded_Data(first), Coded_Data(Get(path)));
-    EXPECT_TRUE(Same_Pixels(turned->View(), Load(path)->View()));
+    EXPECT_TRUE(Pixels_Within(60, turned->View(), Load(path)->View()));
+    EXPECT_EQ(Decode_Plainly(first).tables, Decode_Plainly(Get(path)).tables);
     EXPECT_EQ(64, Facts(path).width);
-    EXPECT_EQ(8, Orientation(path));
-    // On the way back a turn in whole units is possible again.
-    const auto before = Load(Put("b.jpg", first));
-    for (int i = 0; i < 3; ++i) ASSERT_TRUE(Save(Load(path, 1, 90), path, {.parent = path})) << Error_Text();
-    EXPECT_TRUE(Same_Pixels(before->View(), Load(path)->View()));
+    EXPECT_EQ(1, Orientation(path));
 }
 
 TEST_F(Jpeg_Odd, Whole_Units_Are_Written_Upright)

@@ -11,10 +11,13 @@
 #include "tests/bkimgutl/Reference_Pictures.h"
 #include "tests/support/Test_Folder.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <random>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -273,6 +276,26 @@ TEST_F(Ahead, A_Program_That_Exits_While_Files_Are_Read_Ends_Cleanly)
                   std::exit(7); // the list is never ended, its threads are in the middle of their files
                   return 0;
               }));
+}
+
+/// How far the threads of this process stand back, one entry for each.
+std::vector<int> Nicenesses()
+{
+    std::vector<int> all;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task"))
+        all.push_back(getpriority(PRIO_PROCESS, id_t(std::stoi(thread.path().filename()))));
+    return all;
+}
+
+TEST_F(Ahead, Its_Threads_Let_The_One_That_Takes_Go_First)
+{
+    const auto requests = Many(30);
+    Load_Ahead ahead(requests, 2);
+    Release(ahead.Take().bitmap); // by now at least one has begun
+    const auto all = Nicenesses();
+    const int own = getpriority(PRIO_PROCESS, 0);
+    EXPECT_LT(own, *std::max_element(all.begin(), all.end()));
+    EXPECT_EQ(own, *std::min_element(all.begin(), all.end()));
 }
 
 TEST_F(Ahead, Files_That_Vanish_Between_Take_And_Take_Fail_In_Their_Place)

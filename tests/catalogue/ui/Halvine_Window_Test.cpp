@@ -262,6 +262,35 @@ TEST_F(Window_Test, The_Strip_Follows_The_Prepared_Script_And_Cleared_Scripts)
     EXPECT_EQ(plain, Cell_Image(*window, 2));
 }
 
+TEST_F(Window_Test, A_Given_Up_Thumbnail_Comes_Back_Where_A_Neutral_Shape_Stood)
+{
+    Open_And_Pick(2);
+    const auto cell = [this] {
+        return window->Filmstrip().viewport()->grab(window->Filmstrip().Cell_On_View(2)).toImage();
+    };
+    const QImage picture = cell();
+    form.State().pictures.Item(2).Thumbnail_Bitmap.Reset();
+    const QImage neutral = cell();
+    EXPECT_NE(picture, neutral);
+    EXPECT_NE(neutral.pixel(64, 1), neutral.pixel(64, 64)) << "the shape of the picture in its cell";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bool(form.State().pictures.Item(2).Thumbnail_Bitmap); }));
+    EXPECT_EQ(picture, Cell_Image(*window, 2));
+}
+
+TEST_F(Window_Test, Given_Up_Thumbnails_Beside_One_That_Cannot_Be_Read_Come_Back)
+{
+    Open_And_Pick(9);
+    for (int index = 1; index <= 9; ++index) form.State().pictures.Item(index).Thumbnail_Bitmap.Reset();
+    ASSERT_TRUE(QFile::remove(Path(1)));
+    window->Filmstrip().viewport()->grab();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        int read = 0;
+        for (int index = 2; index <= 6; ++index) read += bool(form.State().pictures.Item(index).Thumbnail_Bitmap);
+        return read == 5;
+    }));
+    EXPECT_FALSE(form.State().pictures.Item(1).Thumbnail_Bitmap);
+}
+
 TEST_F(Window_Test, A_Closed_Window_Leaves_No_Drawn_Thumbnail_Behind)
 {
     const int before = Bitmap_Count();

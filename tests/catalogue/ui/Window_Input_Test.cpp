@@ -1,4 +1,6 @@
+#include "controls/Value_Format.h"
 #include "frame/Settings_Store.h"
+#include "frame/text/Date_Utilities.h"
 #include "frame/text/Path_Utilities.h"
 #include "frame/text/Uri_List.h"
 #include "tests/catalogue/ui/Window_Fixture.h"
@@ -279,6 +281,32 @@ TEST_F(Window_Input, The_Picture_List_Sorts_By_Its_Headings_And_Selects_The_Righ
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(2, 1)).center());
     EXPECT_FALSE(window->Shows_Picture_List());
     EXPECT_EQ(1, Current());
+}
+
+TEST_F(Window_Input, The_Picture_List_Tells_Its_Pictures_As_They_Are_And_Forgets_Those_That_Went)
+{
+    Open_And_Pick(3);
+    Click(2);
+    window->Commands().Run({Menu::Options, 401});
+    const Grid_Model& content = Part<bkcGrid>("Picture_List_bkcGrid")->Content();
+    const Picture_Item& item = form.State().pictures.Item(2);
+    const QStringList expected{item.Path,
+                               QStringLiteral("02.jpg"),
+                               QStringLiteral("JPG"),
+                               Format_Value(Date_Time_From_Date(item.File_Date), QStringLiteral("General Date")),
+                               QString::number(item.File_Size_KB) + "KB",
+                               QStringLiteral("176"),
+                               QStringLiteral("120"),
+                               QStringLiteral("24")};
+    for (int column = 1; column <= 8; ++column)
+        EXPECT_EQ(expected[column - 1].toStdString(), content.CellText(column, 2).toStdString()) << column;
+    EXPECT_EQ(std::vector{2}, content.SelectedRowsReturn());
+    const int gone[] = {1};
+    form.Picking().Remove_Pictures(gone);
+    EXPECT_EQ("", content.CellText(2, 1).toStdString());
+    auto* list = Part<bkcGrid>("Picture_List_bkcGrid");
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(2, 1)).center());
+    EXPECT_EQ(std::vector{2}, Selected()) << "the third of the list is the second picture now";
 }
 
 } // namespace

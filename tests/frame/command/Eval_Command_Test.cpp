@@ -1,10 +1,16 @@
 // hv eval as other programs call it: the real binary, its two outputs and its status.
 
+#include <QtCore/QDir>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
+
+QString Q(const char* text)
+{
+    return QString::fromUtf8(text);
+}
 
 struct Eval_Case {
     const char* name;
@@ -20,9 +26,11 @@ struct Answer {
     int status = -1;
 };
 
-Answer Evaluate(const QStringList& arguments)
+Answer Evaluate(const QStringList& arguments,
+                const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.start(QStringLiteral(HALVINE_BINARY_DIR "/bin/hv"), QStringList{QStringLiteral("eval")} + arguments);
     process.closeWriteChannel();
     EXPECT_TRUE(process.waitForFinished(60'000));
@@ -134,10 +142,10 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
         file.close();
-        return Evaluate(options + QStringList{QStringLiteral("-f"), file.fileName()});
+        return Evaluate(options + QStringList{QStringLiteral("-f"), file.fileName()}, environment);
     }
 
-private:
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     QTemporaryDir folder_;
 };
 
@@ -161,6 +169,63 @@ TEST_F(Formula_File, May_Not_Look_Around_Until_It_Is_Allowed)
 TEST_F(Formula_File, May_Not_Open_Boxes)
 {
     EXPECT_EQ(1, Evaluate_File("MsgBox(\"hello\")").status);
+}
+
+/// With settings as the program keeps them, in a configuration folder of the test's own.
+class Formula_Settings : public Formula_File {
+protected:
+    void SetUp() override
+    {
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_.path());
+        ASSERT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("Brennick")));
+        QFile file(Settings_Path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(Stored);
+    }
+    QString Settings_Path() const { return folder_.filePath(QStringLiteral("Brennick/Halvine.ini")); }
+
+    const QStringList allow_settings = {QStringLiteral("--allow-formula"), QStringLiteral("settings")};
+    // Keys are stored percent-encoded, since a slash would open a group; the encoding's own sign is encoded once more.
+    static constexpr const char* Stored = "[Formulas%252FTrips%252FPlaces]\nHome=Lake Side\nWork=Harbour\n"
+                                          "[Other%252FTrips]\nHome=Secret\n";
+};
+
+TEST_F(Formula_Settings, A_Typed_Formula_Reads_Them)
+{
+    EXPECT_EQ("Lake Side\n",
+              Evaluate({Q("GetSetting(\"Trips\", \"Places\", \"Home\")")}, environment).out.toStdString());
+    EXPECT_EQ("blue\n",
+              Evaluate({Q("GetSetting(\"Trips\", \"Places\", \"Car\", \"blue\")")}, environment).out.toStdString());
+    EXPECT_EQ("Home\nWork\nLake Side\nHarbour\n",
+              Evaluate({Q("GetAllSettings(\"Trips\", \"Places\")")}, environment).out.toStdString());
+}
+
+TEST_F(Formula_Settings, A_Formula_From_A_File_Reads_Them_When_Allowed)
+{
+    const char* const formula = "GetSetting(\"Trips\", \"Places\", \"Home\", \"blue\")";
+    EXPECT_EQ("Lake Side\n", Evaluate_File(formula, allow_settings).out.toStdString());
+    EXPECT_EQ("Home\nWork\nLake Side\nHarbour\n",
+              Evaluate_File("GetAllSettings(\"Trips\", \"Places\")", allow_settings).out.toStdString());
+    const Answer refused = Evaluate_File(formula);
+    EXPECT_EQ(1, refused.status);
+    EXPECT_TRUE(refused.messages.contains(Q("error 70: Permission denied"))) << refused.messages.toStdString();
+}
+
+TEST_F(Formula_Settings, Only_Those_For_Formulas_Are_Within_Reach)
+{
+    EXPECT_EQ("blue\n", Evaluate({Q("GetSetting(\"..\", \"Other/Trips\", \"Home\", \"blue\")")}, environment).out);
+    EXPECT_EQ("blue\n", Evaluate({Q("GetSetting(\"Other\", \"Trips\", \"Home\", \"blue\")")}, environment).out);
+}
+
+TEST_F(Formula_Settings, Stay_As_They_Are)
+{
+    EXPECT_EQ(0, Evaluate({Q("GetSetting(\"Trips\", \"Places\", \"Home\")")}, environment).status);
+    QFile file(Settings_Path());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(Stored, file.readAll().toStdString());
+    EXPECT_EQ(QStringList{Q("Halvine.ini")},
+              QDir(folder_.filePath(Q("Brennick"))).entryList(QDir::Files | QDir::Hidden))
+        << "nothing beside it";
 }
 
 } // namespace

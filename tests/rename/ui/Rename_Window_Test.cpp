@@ -455,6 +455,45 @@ TEST_F(Rename_Window_Test, A_Formula_List_Shows_The_Fault_Of_Its_Row_And_What_Is
     EXPECT_EQ(windows.Chosen(program.Rename_Formulas[1]).allowed_access, Formula::File_Access);
 }
 
+TEST_F(Rename_Window_Test, A_Row_From_A_File_Reads_No_More_Because_The_User_Looks_At_It)
+{
+    const auto denied = [this] {
+        return Part<QLabel>("Formula_Error_Label").text().startsWith(Q("Permission denied")) &&
+               Part<QFrame>("Formula_Error_Frame").isVisible();
+    };
+    for (Name_Value_List* list : {&program.Rename_Formulas, &program.File_Data_Formulas}) {
+        const bool renames = list == &program.Rename_Formulas;
+        const Name_Value_Pair from_file{Q(renames ? "Home" : "Place"), Q("Environ(\"HOME\")")};
+        list->Append(from_file);
+        const int row = list->Count() + 1;
+        const auto open = [&] {
+            if (renames)
+                windows.Rename_Formula_Dialog();
+            else
+                windows.File_Data_Formula_Dialog();
+        };
+        user = [&] {
+            Grid().Content().Set_Active(2, row);
+            EXPECT_TRUE(denied()) << "as it came";
+            Edit(2, row, "Environ(\"USER\")");
+            Grid().Content().Set_Active(2, row);
+            EXPECT_FALSE(denied()) << "now it is the user's";
+            Edit(2, row, "Environ(\"HOME\")");
+            Grid().Content().Set_Active(2, row);
+            EXPECT_TRUE(denied()) << "the file's again";
+            window->close();
+        };
+        open();
+        Formula::Formula_Consent(platform.dialogs, platform.settings).Remember_Typed(from_file.Name, from_file.Value);
+        user = [&] {
+            Grid().Content().Set_Active(2, row);
+            EXPECT_FALSE(Part<QFrame>("Formula_Error_Frame").isVisible()) << "allowed before";
+            window->close();
+        };
+        open();
+    }
+}
+
 TEST_F(Rename_Window_Test, File_Data_Formulas_Have_A_List_Of_Their_Own)
 {
     const int count = program.File_Data_Formulas.Count();
