@@ -92,6 +92,26 @@ TEST_F(Listing, Agrees_With_A_Plain_Search_Through_Random_Appends_And_Removals)
     }
 }
 
+TEST_F(Listing, A_Removed_Picture_Is_Found_Neither_By_Its_Key_Nor_By_A_Name_That_Others_Share)
+{
+    const int keys[] = {Add("a.jpg"), Add("a.jpg"), Add("a.jpg"), Add("b.jpg")};
+    const int last_of_three[] = {3};
+    form.State().pictures.Remove(last_of_three);
+    EXPECT_EQ(-1, form.State().pictures.Index_From_Key(keys[2]));
+    EXPECT_EQ((Indices{1, 2}), form.State().pictures.Indices_From_Name("/photos/a.jpg"));
+    form.State().pictures.Remove_All();
+    EXPECT_EQ(Indices(), form.State().pictures.Indices_From_Name("/photos/a.jpg"));
+}
+
+TEST_F(Listing, Pictures_That_Get_One_Name_Stay_In_The_Order_Of_The_List)
+{
+    Add("a.jpg");
+    Add("b.jpg");
+    form.State().pictures.Set_Name(1, "/photos/", "b.jpg");
+    EXPECT_EQ(1, form.State().pictures.Index_From_Name("/photos/b.jpg"));
+    EXPECT_EQ((Indices{1, 2}), form.State().pictures.Indices_From_Name("/photos/b.jpg"));
+}
+
 TEST_F(Listing, Removing_All_In_Any_Order_And_Twice_Leaves_Nothing_To_Be_Found)
 {
     const int keys[] = {Add("a.jpg"), Add("b.jpg"), Add("c.jpg")};

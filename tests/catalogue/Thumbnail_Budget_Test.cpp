@@ -36,6 +36,18 @@ TEST_F(Budget, Gives_Up_What_Was_Not_On_View_For_The_Longest_Time)
     EXPECT_TRUE(form.State().pictures.Item(Count).Thumbnail_Bitmap);
 }
 
+TEST_F(Budget, What_Comes_On_View_Again_Is_Kept_Longer)
+{
+    Pick_Many();
+    Thumbnail_Budget budget(form.State(), form.Pictures(), 1);
+    const auto use = [&](int index) { budget.Use(form.State().pictures.Item(index).Picture_Key); };
+    for (int index = 1; index <= Thumbnail_Budget::Least_Kept; ++index) use(index);
+    use(1);
+    use(Count);
+    EXPECT_TRUE(form.State().pictures.Item(1).Thumbnail_Bitmap);
+    EXPECT_FALSE(form.State().pictures.Item(2).Thumbnail_Bitmap);
+}
+
 TEST_F(Budget, Reads_A_Thumbnail_Again_When_It_Comes_On_View)
 {
     Pick_Many();

@@ -5,6 +5,7 @@
 
 #include <QtCore/QFile>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -36,7 +37,7 @@ TEST_F(Reading_Thumbnails, Gives_What_The_Pick_Had_Given)
 {
     const int key = Pick(Make("a.jpg", 1600, 960));
     const auto pixels = Pixels_Of(Item(key).Thumbnail_Bitmap.Get());
-    const int divisor = Item(key).Scale_Divisor;
+    const int divisor = std::exchange(Item(key).Scale_Divisor, 1); // another program made the file smaller before
     Item(key).Thumbnail_Bitmap.Reset();
     Want({key});
     EXPECT_EQ(key, Await());

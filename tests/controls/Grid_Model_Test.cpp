@@ -279,6 +279,19 @@ TEST_F(Grid_Sourced, Values_Stay_With_Their_Rows_And_Columns_When_Others_Come_An
               grid.GridData());
 }
 
+TEST_F(Grid_Sourced, Values_Move_Along_With_An_Inserted_Column)
+{
+    grid.InsertColumns(1, 1);
+    EXPECT_EQ(QVariant(), grid.CellValue(1, 3));
+    EXPECT_EQ(QVariant(31), grid.CellValue(2, 3));
+}
+
+TEST_F(Grid_Sourced, Values_Move_Up_To_A_Deleted_Column)
+{
+    grid.DeleteColumns(1, 1);
+    EXPECT_EQ(QVariant(32), grid.CellValue(1, 3));
+}
+
 TEST_F(Grid_Sourced, Rows_That_Are_Added_Are_Empty)
 {
     grid.InsertRows(1, 1);

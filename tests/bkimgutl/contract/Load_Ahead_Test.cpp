@@ -145,6 +145,7 @@ protected:
         std::vector<std::string> paths{Put("large.jpg", full), folder.File("texts.jpg"), Jpeg("tiny.jpg", 100, 80, 2)};
         paths.push_back(Put("grey.jpg", Jpeg_File(To_Grey(Portrait(600, 500, 3)))));
         paths.push_back(Jpeg("progressive.jpg", 1100, 700, 4, true));
+        paths.push_back(Put("camera.jpg", Jpeg_File(Meadow(400, 300, 9), {.segments = {{0xE1, Camera_Block({})}}})));
         Write_Tiff_File(folder.File("a.tif"), Night_Town(900, 700, 5), {.compression = 5, .description = "town"});
         Write_Tiff_File(folder.File("tiles.tif"), Meadow(300, 200, 6), {.tile_size = 64, .orientation = 6});
         paths.push_back(folder.File("a.tif"));
@@ -164,6 +165,7 @@ protected:
         std::vector<Picture_Request> requests;
         for (const auto& path : paths)
             requests.push_back({.path = path, .rotation = int(requests.size() % 4) * 90, .least_side = Cell});
+        requests.push_back({.path = paths[0], .rotation = 45, .least_side = Cell}); // a header without any pixels
         return requests;
     }
     std::vector<Picture_Request> Many(int count, int width = 800, int height = 600)
@@ -253,6 +255,18 @@ TEST_F(Ahead, Never_Begins_More_Files_Than_It_Has_Places_For)
         Release(ahead.Take().bitmap);
         std::this_thread::sleep_for(2ms); // time to run away
         EXPECT_LE(Count_Of_Decoded_Pictures_CPP() - before, taken + 2 * threads);
+    }
+}
+
+TEST_F(Ahead, Very_Large_Pictures_Are_Decoded_One_After_Another)
+{
+    const auto requests = Many(12, 1100, 800);
+    const auto before = Count_Of_Decoded_Pictures_CPP();
+    Load_Ahead ahead(requests, 4, /*pixels_side_by_side=*/1000);
+    for (int taken = 0; !ahead.Is_At_End(); ++taken) {
+        std::this_thread::sleep_for(10ms); // time to begin another one
+        EXPECT_LE(Count_Of_Decoded_Pictures_CPP() - before, taken + 1);
+        Release(ahead.Take().bitmap);
     }
 }
 
