@@ -135,6 +135,16 @@ void Catalogue_Commands::Pick_Paths(const QStringList& paths, bool append, bool 
     if (picked_from_ && !paths.isEmpty()) picked_from_(Folder_Part(paths.front()));
 }
 
+void Catalogue_Commands::Pick_Dropped(const QStringList& paths)
+{
+    Run_Unlisted([&] {
+        if (paths.isEmpty())
+            Dialogs().Refuse(QStringLiteral("No pictures available."));
+        else
+            Pick_Paths(paths, true, false);
+    });
+}
+
 void Catalogue_Commands::Pick(bool append, bool refresh_selection)
 {
     QStringList paths = host_.Selected_File_Paths();

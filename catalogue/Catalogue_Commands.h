@@ -37,6 +37,9 @@ public:
     /// Files from elsewhere, such as a drop: picked behind the present pictures, or in their place.
     void Pick_Paths(const QStringList& paths, bool append, bool refresh_selection);
 
+    /// The files of a drop on the filmstrip, picked behind the present pictures. None are refused in words.
+    void Pick_Dropped(const QStringList& paths);
+
     // Wishes of the folder pane. Like commands they are refused while another one runs.
     void New_Folder_In(const QString& parent);
     void Rename_Folder(const QString& folder);

@@ -56,7 +56,7 @@ bool Restore_Snapshot_File(const QString& snapshot, const QDateTime& now, QStrin
 {
     kept_as.clear();
     if (!Test_Snapshot_Name(snapshot)) {
-        reason = snapshot + QStringLiteral(": is no snapshot");
+        reason = Name_Part(snapshot) + QStringLiteral(" is no snapshot, nothing was restored.");
         return false;
     }
     const QString original = Snapshot_Base_Name(snapshot);
@@ -141,7 +141,6 @@ bool Snapshot_Commands::Restore_From_Selected_Snapshot()
     const std::vector<int> keys = Selected_Keys(state_);
     if (keys.empty() || pick_.Pick_In_Progress()) return false;
     const QString snapshot = state_.pictures.Find(keys.front())->Full_Name();
-    if (!Test_Snapshot_Name(snapshot)) return false;
     const QString original = Snapshot_Base_Name(snapshot);
     QString kept_as;
     QString reason;

@@ -133,6 +133,18 @@ std::vector<Folder_Entry> List_Files(const QStringList& paths)
     return entries;
 }
 
+QStringList Files_In_Place_Of_Folders(const QStringList& paths, const QString& pattern)
+{
+    QStringList files;
+    for (const QString& path : paths) {
+        const auto listed = List_Folder({.folder = path, .pattern = pattern});
+        if (!listed) files << path; // a file, or what cannot be read
+        for (const Folder_Entry& entry : listed.value_or(std::vector<Folder_Entry>{}))
+            files << path + (path.endsWith(u'/') ? QString() : QStringLiteral("/")) + entry.name;
+    }
+    return files;
+}
+
 bool Has_Folders(const QString& folder, bool hidden)
 {
     const auto stream = Open_Folder(folder);

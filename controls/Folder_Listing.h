@@ -31,6 +31,11 @@ Result<std::vector<Folder_Entry>> List_Folder(const Folder_Question& question);
 /// Facts of files given by path; files that are gone or not regular are left out, in the order given.
 std::vector<Folder_Entry> List_Files(const QStringList& paths);
 
+/// What stands in the place of paths that were dropped or handed over: a file stays as it is, a folder gives way to those
+/// of its files that match the pattern, sorted by name, hidden ones left out. A folder that cannot be read stays too, for
+/// whoever reads the files to tell of it.
+QStringList Files_In_Place_Of_Folders(const QStringList& paths, const QString& pattern);
+
 bool Has_Folders(const QString& folder, bool hidden); ///< false when it cannot be read
 
 bool Is_Folder(const QString& path); ///< links count as what they lead to

@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
 # Makes pictures of the program in its main states, into build/screenshots: empty, picking, filled, full-window view, list
-# view, menus, the smallest window, a slide show with its control window and over the whole screen, each in a light and some
-# in a dark palette, and at 150% and 200%. It needs Xvfb, xdotool and ImageMagick's import; the program must be built.
+# view, menus, the smallest window, the help, the rename window, a slide show with its control window and over the whole
+# screen, each in a light and some in a dark palette, and at 150% and 200%. It needs Xvfb, xdotool and ImageMagick's import;
+# the program must be built.
 #
-#   dev/screenshots.sh [PRESET]     release by default
+#   dev/screenshots.sh [PRESET [FOLDER]]     release by default, with the samples or the pictures of FOLDER
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 bin=$PWD/build/${1:-release}/bin
 out=$PWD/build/screenshots
-pictures=$PWD/samples
+pictures=${2:-$PWD/samples}
 for tool in Xvfb xdotool import; do
     command -v "$tool" >/dev/null || {
         echo "$tool is missing: apt-get install xvfb xdotool imagemagick" >&2
@@ -137,6 +138,20 @@ shoot slides-menu
 keys f F11 # Display Full Window
 sleep 0.5
 shoot slide-show-screen
+stop
+
+start "$pictures"
+focus_files
+keys F1
+sleep 1
+shoot help
+stop
+start "$pictures"
+pick_all
+sleep 3
+keys F2
+sleep 1
+shoot rename
 stop
 
 tour ""

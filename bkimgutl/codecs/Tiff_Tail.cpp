@@ -52,6 +52,8 @@ bool Can_Be_Cut(const Tiff_Structure& structure, const Tiff_Directory& directory
 bool Coded_Data_Lies_Before(std::uint64_t end, const Tiff_Structure& structure, const Tiff_Directory& directory)
 {
     const bool tiled = directory.Find(Tiff_Tag::Tile_Offsets) != nullptr;
+    // Readers take the sizes of one for those of the other, whichever comes last, and a save sorts the entries.
+    if (directory.Find(tiled ? Tiff_Tag::Strip_Byte_Counts : Tiff_Tag::Tile_Byte_Counts) != nullptr) return false;
     const Tiff_Entry* at = directory.Find(tiled ? Tiff_Tag::Tile_Offsets : Tiff_Tag::Strip_Offsets);
     const Tiff_Entry* sizes = directory.Find(tiled ? Tiff_Tag::Tile_Byte_Counts : Tiff_Tag::Strip_Byte_Counts);
     if (at == nullptr || sizes == nullptr || at->count != sizes->count) return false;

@@ -36,12 +36,10 @@ std::optional<Strip_Key> Strip_Key_Of(int key)
 
 const QString Uri_List_Type = QStringLiteral("text/uri-list");
 
-/// What is no picture is told in the list of failures; folders are none, and nobody meant to pick them.
-QStringList Dropped_Files(const QMimeData& data)
+/// Files and folders. What is no picture is told in the list of failures.
+QStringList Dropped_Paths(const QMimeData& data)
 {
-    QStringList paths = Paths_Of_Uri_List(data.data(Uri_List_Type));
-    paths.removeIf([](const QString& path) { return Is_Folder(path); });
-    return paths;
+    return Paths_Of_Uri_List(data.data(Uri_List_Type));
 }
 
 } // namespace
@@ -169,7 +167,7 @@ void Filmstrip_Widget::Begin_Drag()
 
 void Filmstrip_Widget::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (form_.Return_Drag_Source() != this && !Dropped_Files(*event->mimeData()).isEmpty()) {
+    if (form_.Return_Drag_Source() != this && !Dropped_Paths(*event->mimeData()).isEmpty()) {
         event->setDropAction(Qt::CopyAction);
         event->accept();
     }
@@ -183,12 +181,14 @@ void Filmstrip_Widget::dragMoveEvent(QDragMoveEvent* event)
 
 void Filmstrip_Widget::dropEvent(QDropEvent* event)
 {
-    const QStringList paths = Dropped_Files(*event->mimeData());
+    const QStringList paths = Dropped_Paths(*event->mimeData());
     if (form_.Return_Drag_Source() == this || paths.isEmpty()) return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
     // After the drop: reading takes its time, and the program that the files come from waits for the answer.
-    QTimer::singleShot(0, this, [this, paths] { emit Files_Dropped(paths); });
+    QTimer::singleShot(0, this, [this, paths] {
+        emit Files_Dropped(Files_In_Place_Of_Folders(paths, form_.State().Default_Extensions));
+    });
 }
 
 bool Filmstrip_Widget::Show_Tooltip(const QHelpEvent& event)

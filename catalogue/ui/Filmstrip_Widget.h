@@ -41,7 +41,7 @@ signals:
     void Current_Wanted(int index);
     void Popup_Wanted(const QPoint& global_point);
     void Blow_Up_Wanted();
-    void Files_Dropped(const QStringList& paths);
+    void Files_Dropped(const QStringList& paths); ///< the pictures of dropped folders among them; none: they have none
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -151,7 +151,10 @@ QWidget* Halvine_Window::Make_Status_Frame()
     design_size_->installEventFilter(this);
     auto* help = new QPushButton(tr("Help"));
     help->setObjectName(QStringLiteral("Help_Command"));
-    help->setShortcut(QKeySequence::HelpContents);
+    auto* help_key = new QAction(help->text(), this); // of the window: the button is hidden in the large view
+    help_key->setShortcut(QKeySequence::HelpContents);
+    addAction(help_key);
+    connect(help_key, &QAction::triggered, this, &Halvine_Window::Help);
     help->setToolTip(tr("Help (F1)"));
     connect(help, &QPushButton::clicked, this, &Halvine_Window::Help);
     layout->addWidget(help);
@@ -172,7 +175,7 @@ void Halvine_Window::Connect_Parts()
     });
     connect(strip_, &Filmstrip_Widget::Blow_Up_Wanted, this, [this] { Show_Full_Window(true); });
     connect(strip_, &Filmstrip_Widget::Files_Dropped, this, [this](const QStringList& paths) {
-        commands_.Pick_Paths(paths, true, false);
+        commands_.Pick_Dropped(paths);
         Schedule_Actions();
     });
     connect(magnify_, &Magnify_Widget::Full_Window_Wanted, this, [this](bool on) {

@@ -144,7 +144,7 @@ private:
     const Placed_Form& Form() const override { return frame_; }
     std::array<float, 2> Splitter_Positions() const override;
     void Set_Splitter_Positions(const std::vector<float>& positions);
-    void Quit_Help() override {}
+    void Quit_Help() override { parts_.ports.platform.shell.Quit_Help(); }
     void Unload_Other_Windows() override;
 
     Halvine_Window_Parts parts_;

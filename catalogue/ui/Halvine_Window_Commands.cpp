@@ -100,7 +100,7 @@ void Halvine_Window::Run(Command_Id id)
 void Halvine_Window::Help()
 {
     Leave_Full_Views();
-    parts_.ports.platform.dialogs.Refuse(QStringLiteral("Feature Not Implemented"));
+    parts_.ports.platform.shell.Open_Help({});
 }
 
 void Halvine_Window::Schedule_Actions()

@@ -54,6 +54,9 @@ private:
         void Beep() override {}
         void Show_Busy_Pointer(bool) override {}
         QSize Screen_Size_Twips() const override { return {1920 * 15, 1080 * 15}; }
+        void Hold_Off_Screen_Saver(bool) override {}
+        void Open_Help(const QString&) override {}
+        void Quit_Help() override {}
     };
     No_Events events_;
     System_Clock clock_;

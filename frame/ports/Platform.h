@@ -46,6 +46,9 @@ public:
     virtual void Beep() = 0;
     virtual void Show_Busy_Pointer(bool busy) = 0;
     virtual QSize Screen_Size_Twips() const = 0;
+    virtual void Hold_Off_Screen_Saver(bool on) = 0;  ///< calls do not nest
+    virtual void Open_Help(const QString& topic) = 0; ///< empty: no page in particular
+    virtual void Quit_Help() = 0;
 };
 
 /// All ports in one place; what owns the program fills it once.

@@ -87,9 +87,15 @@ public:
     void Beep() override { ++beeps; }
     void Show_Busy_Pointer(bool busy) override { busy_depth += busy ? 1 : -1; }
     QSize Screen_Size_Twips() const override { return screen; }
+    void Hold_Off_Screen_Saver(bool on) override { screen_saver_held_off = on; }
+    void Open_Help(const QString& topic) override { help_opened << topic; }
+    void Quit_Help() override { ++help_quits; }
     QStringList trashed; ///< the file is removed for good
     QString refuse_trash_with;
     QSize screen = QSize(1920 * 15, 1080 * 15);
+    bool screen_saver_held_off = false;
+    QStringList help_opened; ///< topics
+    int help_quits = 0;
     int beeps = 0;
     int busy_depth = 0;
 };

@@ -4,6 +4,7 @@ Slide_Wiring::Slide_Wiring(Halvine_Form& form, Halvine_Window& window, Program_S
                            const std::function<QIcon(const QString& id)>& icon)
     : form_(form),
       window_(window),
+      shell_(platform.shell),
       recent_shows_(platform.settings, QStringLiteral("Recent-Show")),
       recent_folders_(platform.settings, QStringLiteral("Recent-Folder")),
       shows_(form.State(), form.Picking(), program),
@@ -39,4 +40,10 @@ void Slide_Wiring::Set_Full_Window(bool on)
     if (!on) full_screen_.End();
     window_.Set_Full_Window_View(on);
     if (on) full_screen_.Begin();
+}
+
+void Slide_Wiring::Set_Show_Look(bool running)
+{
+    window_.Set_Slide_Show_Look(running);
+    shell_.Hold_Off_Screen_Saver(running);
 }

@@ -28,10 +28,11 @@ private:
     bool Is_Busy() const override { return window_.Commands().Is_Busy(); }
     bool Is_Full_Window() const override { return window_.Is_In_Full_Window_View(); }
     void Set_Full_Window(bool on) override;
-    void Set_Show_Look(bool running) override { window_.Set_Slide_Show_Look(running); }
+    void Set_Show_Look(bool running) override;
 
     Halvine_Form& form_;
     Halvine_Window& window_;
+    Shell& shell_;
     Recent_List recent_shows_;
     Recent_List recent_folders_;
     Slide_Shows shows_;

@@ -43,10 +43,23 @@ QSize Qt_Shell::Screen_Size_Twips() const
     return screen != nullptr ? Twips_From_Pixels(screen->availableSize()) : QSize();
 }
 
+void Qt_Shell::Open_Help(const QString& topic)
+{
+    if (help_ == nullptr) help_ = std::make_unique<Help_Form>(platform_);
+    help_->Open_Topic(topic);
+}
+
+void Qt_Shell::Quit_Help()
+{
+    if (help_ != nullptr) help_->close(); // keeps its place
+    help_.reset();
+}
+
 Qt_Platform::Qt_Platform()
     : platform{dialogs_, events_,
                clock_,   settings_,
                shell_,   [](std::function<void()> call) { return std::make_unique<Qt_Timer>(std::move(call)); }}
 {
     dialogs_.Set_Platform(platform);
+    shell_.Set_Platform(platform);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "frame/ui/Qt_Dialogs.h"
 #include "frame/Qt_Settings.h"
+#include "frame/ui/Help_Form.h"
+#include "frame/ui/Qt_Dialogs.h"
+#include "frame/ui/Screen_Saver_Hold.h"
 
 #include <QtCore/QTimer>
 
@@ -32,6 +34,16 @@ public:
     void Beep() override;
     void Show_Busy_Pointer(bool busy) override; ///< calls come in pairs and may nest
     QSize Screen_Size_Twips() const override;   ///< what the desktop leaves to windows of the primary screen
+    void Hold_Off_Screen_Saver(bool on) override { screen_saver_.Set(on); }
+    void Open_Help(const QString& topic) override;
+    void Quit_Help() override;
+
+    void Set_Platform(const Platform& platform) { platform_ = &platform; } ///< keeps the place of the help window
+
+private:
+    const Platform* platform_ = nullptr;
+    std::unique_ptr<Help_Form> help_;
+    Screen_Saver_Hold screen_saver_;
 };
 
 /// The platform of the program with windows; one lives as long as the application object.

@@ -61,11 +61,12 @@ TEST_F(Snapshots, A_Restore_Loses_Nothing_And_Records_Follow_Their_File)
     EXPECT_EQ(3, form.Return_Picture_Key(Path("sea.jpg"), false));
 }
 
-TEST_F(Snapshots, What_Is_No_Snapshot_Restores_Nothing)
+TEST_F(Snapshots, What_Is_No_Snapshot_Restores_Nothing_And_Says_So)
 {
     form.Set_Picture_Key_Selected(Pick_New("sea.jpg"), true);
     EXPECT_FALSE(form.Snapshots().Restore_From_Selected_Snapshot());
     EXPECT_EQ(QStringList{"sea.jpg"}, Names());
+    EXPECT_EQ("sea.jpg is no snapshot, nothing was restored.", Last_Message());
 }
 
 } // namespace

@@ -172,6 +172,20 @@ TEST(Folder_Tree, Reading_Again_Keeps_What_Stays)
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(int(i), home.children[i]->row);
 }
 
+TEST(Files_In_Place_Of_Folders, Are_Its_Matching_Files_And_What_Cannot_Be_Read_Stays)
+{
+    const Test_Folder folder;
+    Make_Folder(folder.File("sub"));
+    for (const char* name : {"sub/b.jpg", "sub/A.JPG", "sub/c.txt", "sub/.hidden.jpg", "z.txt"})
+        Put_File(folder.File(name), "x");
+    const QString base = Path_Of(folder);
+    EXPECT_EQ((QStringList{base + "/z.txt", base + "/sub/A.JPG", base + "/sub/b.jpg", base + "/none"}),
+              Files_In_Place_Of_Folders({base + "/z.txt", base + "/sub", base + "/none"}, "*.jpg;*.tif"));
+    EXPECT_EQ((QStringList{base + "/sub/A.JPG", base + "/sub/b.jpg"}),
+              Files_In_Place_Of_Folders({base + "/sub/"}, "*.jpg"));
+    EXPECT_TRUE(Files_In_Place_Of_Folders({base + "/sub"}, "*.tif").isEmpty());
+}
+
 TEST(Explorer_Model, Keeps_Selection_And_Order_Over_A_Refresh)
 {
     const Test_Folder folder;

@@ -202,3 +202,17 @@ TEST_F(Tiff_Damaged, A_File_That_Leaves_The_Size_Of_Its_Data_To_Guess_Is_Written
     EXPECT_TRUE(Same_Pixels(bitmap.View(), Loaded(Path("b.tif")).View()));
     EXPECT_EQ(256U, Tag_Number(Path("b.tif"), Tiff_Tag::Strip_Byte_Counts));
 }
+
+TEST_F(Tiff_Damaged, A_File_With_Sizes_Of_Strips_And_Of_Tiles_Is_Written_Anew)
+{
+    // Readers take either for the other, whichever comes last, and a save of texts would sort them.
+    const auto is_carried = [&](const std::vector<Raw_Entry>& more) {
+        auto bytes = Grey_Tiff(more, 0, 400);
+        Tiff_Layout().Put(bytes.data() + 10 + 5 * 12 + 8, 4, 130);
+        Write_File(Path(), bytes);
+        const auto file = Regular_File::Open(Path());
+        return file && TIFF_Codec().Is_Complete(*file);
+    };
+    EXPECT_TRUE(is_carried({{279, Long, 1, 256}}));
+    EXPECT_FALSE(is_carried({{279, Long, 1, 256}, {325, Long, 1, 8}}));
+}

@@ -81,6 +81,42 @@ TEST_F(Window_Input, Delete_Discards_The_Selected_Pictures_And_Leaves_Their_File
     EXPECT_TRUE(QFile::exists(Path(2)));
 }
 
+TEST_F(Window_Input, Delete_In_The_File_Grid_Trashes_Files_And_Discards_No_Picture)
+{
+    Open_And_Pick(3);
+    Click(3);
+    bkcGrid& files = window->Explorer().ExplorerGrid();
+    QTest::mouseClick(files.viewport(), Qt::LeftButton, {}, files.visualRect(files.model()->index(0, 0)).center());
+    ASSERT_EQ(std::vector{3}, Selected());
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(1U, entry.scripted.dialogs.response_asked.size()) << "one question, and Cancel is its answer";
+    EXPECT_TRUE(entry.scripted.shell.trashed.empty());
+    EXPECT_EQ(3, form.State().pictures.Count());
+    entry.scripted.dialogs.responses = {Response_Code::Yes};
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(QStringList{Path(1)}, entry.scripted.shell.trashed);
+    ASSERT_EQ(2, form.State().pictures.Count()) << "only the record of the file goes with it";
+    EXPECT_EQ("03.jpg", form.State().pictures.Item(2).File_Name.toStdString());
+}
+
+TEST_F(Window_Input, F1_And_The_Help_Button_Open_The_Help_Once_Each)
+{
+    Open_And_Pick(2);
+    window->Filmstrip().setFocus();
+    Key(Qt::Key_F1);
+    EXPECT_EQ(1, entry.scripted.shell.help_opened.size());
+    QTest::mouseClick(Part<QPushButton>("Help_Command"), Qt::LeftButton);
+    EXPECT_EQ(2, entry.scripted.shell.help_opened.size());
+    Click(1);
+    Key(Qt::Key_Return);
+    ASSERT_TRUE(window->Is_In_Full_Window_View());
+    Key(Qt::Key_F1);
+    EXPECT_EQ(3, entry.scripted.shell.help_opened.size()) << "also where the button is hidden";
+    EXPECT_FALSE(window->Is_In_Full_Window_View());
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(1, entry.scripted.shell.help_quits);
+}
+
 TEST_F(Window_Input, F5_Reads_The_Folder_Again)
 {
     Make_Pictures(2);
@@ -206,9 +242,35 @@ TEST_F(Window_Input, What_Is_No_File_Is_Not_Wanted_As_A_Drop)
     QMimeData elsewhere;
     elsewhere.setData("text/uri-list", "http://example.org/x.jpg\r\n");
     EXPECT_FALSE(Drop_On(View(), elsewhere, {QPoint(40, 40)}));
-    QMimeData a_folder;
-    a_folder.setData("text/uri-list", Uri_List_Of({QString::fromStdString(folder.Path())}));
-    EXPECT_FALSE(Drop_On(View(), a_folder, {QPoint(40, 40)}));
+}
+
+TEST_F(Window_Input, The_Pictures_Of_A_Dropped_Folder_Are_Appended_But_Not_Those_Of_Its_Folders)
+{
+    Open_And_Pick(3);
+    const QString sub = QString::fromStdString(folder.Path()) + "/sub";
+    ASSERT_TRUE(QDir().mkpath(sub + "/deep"));
+    for (const char* name : {"/b.jpg", "/a.JPG", "/deep/c.jpg"}) ASSERT_TRUE(QFile::copy(Path(1), sub + name));
+    Put_File((sub + "/notes.txt").toStdString(), "no picture");
+    QMimeData data;
+    data.setData("text/uri-list", Uri_List_Of({sub, Path(2)}));
+    EXPECT_TRUE(Drop_On(View(), data, {QPoint(40, 40)}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.State().pictures.Count() == 6; }, 3000));
+    EXPECT_EQ(sub + "/a.JPG", form.State().pictures.Item(4).Full_Name());
+    EXPECT_EQ(sub + "/b.jpg", form.State().pictures.Item(5).Full_Name());
+    EXPECT_EQ(Path(2), form.State().pictures.Item(6).Full_Name());
+    EXPECT_TRUE(entry.scripted.dialogs.asked.empty()) << "the text file was not meant";
+}
+
+TEST_F(Window_Input, A_Dropped_Folder_Without_Pictures_Is_Told)
+{
+    Open_And_Pick(1);
+    const QString sub = QString::fromStdString(folder.Path()) + "/sub";
+    ASSERT_TRUE(QDir().mkpath(sub));
+    QMimeData data;
+    data.setData("text/uri-list", Uri_List_Of({sub}));
+    EXPECT_TRUE(Drop_On(View(), data, {QPoint(40, 40)}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !entry.scripted.dialogs.asked.empty(); }, 3000));
+    EXPECT_EQ("No pictures available.", entry.scripted.dialogs.asked[0].text);
 }
 
 TEST_F(Window_Input, A_Drop_During_A_Pick_Changes_Nothing)

@@ -162,13 +162,15 @@ TEST_F(Slide_Wiring_Test, The_Panels_Button_Starts_And_Stops)
     EXPECT_TRUE(visible("Start slide show"));
 }
 
-TEST_F(Slide_Wiring_Test, The_Ground_Is_Black_During_The_Show)
+TEST_F(Slide_Wiring_Test, The_Ground_Is_Black_And_The_Screen_Stays_On_During_The_Show)
 {
     Open_And_Pick_With_Slides(2);
     Run(Menu::Slides, 401);
     auto* magnify = Part<QWidget>("Magnify_Picture");
     EXPECT_EQ(magnify->grab().toImage().pixelColor(2, 2), QColor(Qt::black));
+    EXPECT_TRUE(entry.scripted.shell.screen_saver_held_off);
     Run(Menu::Slides, 402);
+    EXPECT_FALSE(entry.scripted.shell.screen_saver_held_off);
     EXPECT_EQ(magnify->grab().toImage().pixelColor(2, 2), magnify->palette().color(QPalette::Window));
 }
 
@@ -351,6 +353,22 @@ TEST_F(Slide_Wiring_Test, The_Next_Run_Has_The_Lists_Of_The_Last)
     ASSERT_NE(nullptr, item);
     EXPECT_FALSE(item->isEnabled());
     EXPECT_EQ(item->text(), Q("&1 /nowhere/gone && old.hvs"));
+}
+
+TEST_F(Slide_Wiring_Test, After_A_Show_Over_The_Whole_Screen_The_Status_Line_Tells_The_Windows_Size_Again)
+{
+    Open_And_Pick_With_Slides(2);
+    auto* size = Part<QLabel>("Design_Size_Label");
+    const QString before = size->text();
+    Run(Menu::Slides, 302);
+    Run(Menu::Slides, 401);
+    QApplication::processEvents();
+    ASSERT_TRUE(window->isFullScreen());
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    QApplication::processEvents();
+    EXPECT_FALSE(window->isFullScreen());
+    EXPECT_EQ(before, size->text());
+    EXPECT_EQ(Q("%1 x %2").arg(window->width()).arg(window->height()), size->text());
 }
 
 TEST_F(Slide_Wiring_Test, A_Menu_Command_Ends_A_Show_Over_The_Whole_Screen_And_Leaves_One_In_The_Window)
