@@ -14,8 +14,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace bkimgutl::HWY_NAMESPACE {
 
-constexpr int short_window = 8; // a block of a register
-
 HWY_INLINE Ints Window_Products(const Weight_Bank& bank, const std::int16_t* plane, int x)
 {
     const Shorts_Tag d;
@@ -45,44 +43,9 @@ HWY_INLINE Ints Four_Windows(const Weight_Bank& bank, const std::int16_t* plane,
                       Window_Products(bank, plane, x + 2), Window_Products(bank, plane, x + 3));
 }
 
-#if HWY_MAX_BYTES > 16
-/// What stands at from(0), from(1), ..., eight samples each.
-template <class From>
-HWY_INLINE Shorts Blocks_Of(From&& from)
-{
-    const Shorts_Tag d;
-    const hn::Half<Shorts_Tag> half;
-#if HWY_MAX_BYTES == 64
-    const hn::Half<decltype(half)> block;
-    return hn::Combine(d, hn::Combine(half, hn::LoadU(block, from(3)), hn::LoadU(block, from(2))),
-                       hn::Combine(half, hn::LoadU(block, from(1)), hn::LoadU(block, from(0))));
-#else
-    return hn::Combine(d, hn::LoadU(half, from(1)), hn::LoadU(half, from(0)));
-#endif
-}
-
-/// The products of the short windows x, x + 4, ..., a block each.
-HWY_INLINE Ints Short_Products(const Weight_Bank& bank, const std::int16_t* plane, int x)
-{
-    const Shorts samples = Blocks_Of([&](int i) { return plane + bank.Start(x + 4 * i); });
-    const Shorts weights = Blocks_Of([&](int i) { return bank.Weights(x + 4 * i); });
-    return Add_Products(hn::Zero(Ints_Tag()), samples, weights);
-}
-
-/// Windows of eight samples leave most of a register empty, so several share one. Their sums come out in order.
-HWY_INLINE Ints Short_Window_Sums(const Weight_Bank& bank, const std::int16_t* plane, int x)
-{
-    return Block_Sums(Short_Products(bank, plane, x), Short_Products(bank, plane, x + 1),
-                      Short_Products(bank, plane, x + 2), Short_Products(bank, plane, x + 3));
-}
-#endif
-
 /// The sums of as many windows as a register has lanes.
 HWY_INLINE Ints Window_Sums(const Weight_Bank& bank, const std::int16_t* plane, int x)
 {
-#if HWY_MAX_BYTES > 16
-    if (bank.Window() == short_window) return Short_Window_Sums(bank, plane, x);
-#endif
 #if HWY_MAX_BYTES == 64
     const hn::Half<Ints_Tag> half;
     const auto folded = [&](int first) HWY_ATTR {
