@@ -29,6 +29,21 @@ int Luminance_Blocks(const std::uint8_t* pixels, int width, std::uint8_t* lumina
     return x;
 }
 
+int Split_Blocks(const std::uint8_t* pixels, int width, std::uint8_t* channels)
+{
+    const Bytes_Tag d;
+    const int lanes = int(hn::Lanes(d));
+    int x = 0;
+    for (; x + lanes <= width; x += lanes) {
+        Bytes blue, green, red;
+        hn::LoadInterleaved3(d, pixels + 3 * std::ptrdiff_t(x), blue, green, red);
+        hn::StoreU(blue, d, channels + x);
+        hn::StoreU(green, d, channels + width + x);
+        hn::StoreU(red, d, channels + 2 * std::ptrdiff_t(width) + x);
+    }
+    return x;
+}
+
 } // namespace bkimgutl::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -36,6 +51,7 @@ HWY_AFTER_NAMESPACE();
 
 namespace bkimgutl {
 HWY_EXPORT(Luminance_Blocks);
+HWY_EXPORT(Split_Blocks);
 } // namespace bkimgutl
 
 void Luminance_Row(const std::uint8_t* pixels, int width, std::uint8_t* luminance)
@@ -45,6 +61,13 @@ void Luminance_Row(const std::uint8_t* pixels, int width, std::uint8_t* luminanc
         const std::uint8_t* pixel = pixels + 3 * std::ptrdiff_t(x);
         luminance[x] = std::uint8_t(RGB_To_Luminance(pixel[2], pixel[1], pixel[0]));
     }
+}
+
+void Split_Row(const std::uint8_t* pixels, int width, std::uint8_t* channels)
+{
+    using namespace bkimgutl;
+    for (int x = HWY_DYNAMIC_DISPATCH(Split_Blocks)(pixels, width, channels); x < width; ++x)
+        for (int c = 0; c < 3; ++c) channels[std::ptrdiff_t(c) * width + x] = pixels[3 * std::ptrdiff_t(x) + c];
 }
 
 #endif

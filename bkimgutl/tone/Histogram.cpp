@@ -5,61 +5,91 @@
 #include "bkimgutl/core/Row_Loop.h"
 #include "bkimgutl/tone/Component_Row.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <memory>
 #include <mutex>
 #include <vector>
 
-// Neighbouring pixels are often equal, and two increments of one counter in a row wait for each other; so neighbours are
-// counted in different tables, which are summed at the end. Each thread has its own.
+// Increments of counters in memory are what takes the time, one a cycle at best, so large pictures count pairs of
+// neighbours: half as many increments. Neighbours are alike, so that of the counters of all pairs few are in use, and those
+// stay in the first cache. Two increments of one counter in a row wait for each other; so they take turns in several
+// tables, which are summed at the end. Each task has its own.
 
 namespace {
 
-constexpr std::size_t tables = 8;
+constexpr std::size_t tables = 8, pair_tables = 2, levels = 256, pairs = levels * levels;
+constexpr std::size_t least_pixels_for_pairs = std::size_t(1) << 20; // fewer do not pay for clearing and adding up
+constexpr std::size_t pixels_per_task = std::size_t(1) << 15;        // without pairs
 
 class Counter {
 public:
+    explicit Counter(bool takes_pairs) : pair_counts_(takes_pairs ? pair_tables * pairs : 0) {}
+
     void Count(const std::uint8_t* bytes, std::size_t count)
     {
-        std::size_t i = 0;
-        for (; i + 8 <= count; i += 8) {
-            std::uint64_t eight = 0;
-            std::memcpy(&eight, bytes + i, 8);
-            Count_Eight(eight);
-        }
+        counted_ += count;
+        std::size_t i = pair_counts_.empty() ? Count_Eights(bytes, count) : Count_Pairs(bytes, count);
         for (; i < count; ++i) ++counts_[0][bytes[i]];
-    }
-
-    // Every third byte.
-    void Count_Channel(const std::uint8_t* bytes, std::size_t count)
-    {
-        std::size_t i = 0;
-        for (; i + 8 <= count; i += 8, bytes += 24)
-            for (std::size_t k = 0; k < 8; ++k) ++counts_[k][bytes[3 * k]];
-        for (; i < count; ++i, bytes += 3) ++counts_[0][*bytes];
     }
 
     void Count_Where(const std::uint8_t* bytes, const std::uint8_t* mask, std::size_t count)
     {
+        counted_ += count;
         for (std::size_t i = 0; i < count; ++i) counts_[i % tables][bytes[i]] += mask[i] != 0;
     }
 
-    // Before 32 bits can overflow.
+    // Well before 32 bits can overflow.
+    bool Is_Full() const { return counted_ >= std::size_t(1) << 30; }
+
     void Move_To(Histogram_Counts& sums)
     {
         for (auto& table : counts_)
-            for (std::size_t i = 0; i < 256; ++i) sums[i] += std::exchange(table[i], 0U);
+            for (std::size_t i = 0; i < levels; ++i) sums[i] += std::exchange(table[i], 0U);
+        for (std::size_t row = 0; row < pair_counts_.size(); row += levels)
+            Add_Pairs(pair_counts_.data() + row, row / levels % levels, sums);
+        std::fill(pair_counts_.begin(), pair_counts_.end(), 0U);
+        counted_ = 0;
     }
 
 private:
-    void Count_Eight(std::uint64_t eight)
+    std::size_t Count_Eights(const std::uint8_t* bytes, std::size_t count)
     {
-        for (std::size_t k = 0; k < 8; ++k, eight >>= 8) ++counts_[k][eight & 255];
+        std::size_t i = 0;
+        for (; i + 8 <= count; i += 8)
+            for (std::size_t k = 0; k < 8; ++k) ++counts_[k][bytes[i + k]];
+        return i;
+    }
+
+    std::size_t Count_Pairs(const std::uint8_t* bytes, std::size_t count)
+    {
+        std::uint32_t* counts = pair_counts_.data();
+        std::size_t i = 0;
+        for (; i + 16 <= count; i += 16)
+            for (std::size_t k = 0; k < 8; ++k) {
+                std::uint16_t pair = 0; // which of the two is the upper byte makes no difference to the sums
+                std::memcpy(&pair, bytes + i + 2 * k, 2);
+                ++counts[k % pair_tables * pairs + pair];
+            }
+        return i;
+    }
+
+    // The counters of all pairs with the same upper byte.
+    static void Add_Pairs(const std::uint32_t* counts, std::size_t upper, Histogram_Counts& sums)
+    {
+        std::uint64_t all = 0;
+        for (std::size_t lower = 0; lower < levels; ++lower) {
+            sums[lower] += counts[lower];
+            all += counts[lower];
+        }
+        sums[upper] += all;
     }
 
     // 16 more than needed, against tables whose counters lie a multiple of 4096 bytes apart; the gain measured was small.
-    std::array<std::array<std::uint32_t, 256 + 16>, tables> counts_{};
+    std::array<std::array<std::uint32_t, levels + 16>, tables> counts_{};
+    std::vector<std::uint32_t> pair_counts_;
+    std::size_t counted_ = 0;
 };
 
 // Rows of values of one component, and which of them count.
@@ -70,7 +100,8 @@ public:
           mask_(mask),
           component_(component),
           values_(std::size_t(picture.width)),
-          counted_(std::size_t(picture.width))
+          counted_(std::size_t(picture.width)),
+          channels_(3 * std::size_t(picture.width))
     {}
 
     void Count_Row(int y, Counter& counter)
@@ -80,13 +111,14 @@ public:
         const std::uint8_t* mask = mask_ == nullptr ? nullptr : mask_ + std::size_t(y) * width;
         if (component_ >= Component_Cyan) return Count_Ink(row, mask, counter);
         if (picture_.Is_Grey()) return Count_Bytes(row, mask, counter);
-        if (component_ == Component_RGB && mask == nullptr) return counter.Count(row, 3 * width);
         if (component_ == Component_Luminance) {
             Luminance_Row(row, picture_.width, values_.data());
             return Count_Bytes(values_.data(), mask, counter);
         }
-        for (int channel = 0; channel < 3; ++channel)
-            if ((component_ & Component_Blue >> channel) != 0) Count_Channel(row + channel, mask, counter);
+        Split_Row(row, picture_.width, channels_.data());
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            if ((component_ & Component_Blue >> channel) != 0)
+                Count_Bytes(channels_.data() + channel * width, mask, counter);
     }
 
 private:
@@ -96,13 +128,6 @@ private:
             counter.Count(values, values_.size());
         else
             counter.Count_Where(values, mask, values_.size());
-    }
-
-    void Count_Channel(const std::uint8_t* first, const std::uint8_t* mask, Counter& counter)
-    {
-        if (mask == nullptr) return counter.Count_Channel(first, values_.size());
-        for (std::size_t x = 0; x < values_.size(); ++x) values_[x] = first[3 * x];
-        counter.Count_Where(values_.data(), mask, values_.size());
     }
 
     void Count_Ink(const std::uint8_t* row, const std::uint8_t* mask, Counter& counter)
@@ -133,6 +158,7 @@ private:
     const CMYK_Tables& tables_ = Current_CMYK_Tables();
     std::vector<std::uint8_t> values_;
     std::vector<std::uint8_t> counted_;
+    std::vector<std::uint8_t> channels_; // blue, then green, then red
 };
 
 bool Is_One_Component(int component_mask)
@@ -150,13 +176,16 @@ Result<Histogram_Counts> Component_Histogram(const Bitmap_View& picture, const s
     (void)Current_CMYK_Tables(); // built here, not by the first thread to ask
     Histogram_Counts sums{};
     std::mutex mutex;
-    For_Rows(picture.height, 4 * picture.Row_Bytes(), [&](int first, int end) {
+    const std::size_t width = std::size_t(picture.width), pixels = width * std::size_t(picture.height);
+    const bool takes_pairs = mask == nullptr && pixels >= least_pixels_for_pairs;
+    const int band = int((takes_pairs ? least_pixels_for_pairs : pixels_per_task) / width) + 1;
+    For_Rows((picture.height + band - 1) / band, 4 * picture.Row_Bytes() * std::size_t(band), [&](int first, int end) {
         Component_Rows rows(picture, mask, component_mask);
-        const auto counter = std::make_unique<Counter>();
+        const auto counter = std::make_unique<Counter>(takes_pairs);
         Histogram_Counts part{};
-        for (int y = first; y < end; ++y) {
+        for (int y = first * band; y < std::min(end * band, picture.height); ++y) {
             rows.Count_Row(y, *counter);
-            if ((y & 255) == 255) counter->Move_To(part);
+            if (counter->Is_Full()) counter->Move_To(part);
         }
         counter->Move_To(part);
         const std::lock_guard lock(mutex);
