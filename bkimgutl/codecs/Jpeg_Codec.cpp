@@ -59,7 +59,7 @@ Pixels Parent_Save::Choose() const
     // Elsewhere the stored pixels are turned, so that the picture stands upright in programs that know no orientation too.
     // An incomplete unit that would come to lie at the left or the top cannot: then they are encoded once more.
     return Can_Turn_Without_Loss(coding, parent.head.width, parent.head.height, symmetry) ? Pixels::Turned
-                                                                                           : Pixels::Encoded;
+                                                                                          : Pixels::Encoded;
 }
 
 bool Parent_Save::Must_Keep_Its_Length() const

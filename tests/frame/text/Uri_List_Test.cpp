@@ -14,14 +14,14 @@ struct Name_Case {
 
 class Uri_Lists : public testing::TestWithParam<Name_Case> {};
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Uri_Lists,
-    testing::Values(Name_Case{"plain", "/home/anna/sea.jpg", "file:///home/anna/sea.jpg\r\n"},
-                    Name_Case{"blanks_and_signs", "/a b/100%#?.jpg", "file:///a%20b/100%25%23%3F.jpg\r\n"},
-                    Name_Case{"utf_8", "/B\xC3\xA4r.jpg", "file:///B%C3%A4r.jpg\r\n"},
-                    Name_Case{"no_valid_text", "/\xFF\xE4.jpg", "file:///%FF%E4.jpg\r\n"},
-                    Name_Case{"a_line_feed_in_a_name", "/a\nb.jpg", "file:///a%0Ab.jpg\r\n"}),
-    [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, Uri_Lists,
+                         testing::Values(Name_Case{"plain", "/home/anna/sea.jpg", "file:///home/anna/sea.jpg\r\n"},
+                                         Name_Case{"blanks_and_signs", "/a b/100%#?.jpg",
+                                                   "file:///a%20b/100%25%23%3F.jpg\r\n"},
+                                         Name_Case{"utf_8", "/B\xC3\xA4r.jpg", "file:///B%C3%A4r.jpg\r\n"},
+                                         Name_Case{"no_valid_text", "/\xFF\xE4.jpg", "file:///%FF%E4.jpg\r\n"},
+                                         Name_Case{"a_line_feed_in_a_name", "/a\nb.jpg", "file:///a%0Ab.jpg\r\n"}),
+                         [](const auto& row) { return row.param.name; });
 
 TEST_P(Uri_Lists, Keep_The_Bytes_Of_A_Name)
 {
