@@ -253,6 +253,7 @@ private:
 
 const Codec& JPEG_Codec()
 {
-    static const Jpeg_Codec codec;
-    return codec;
+    // Never destroyed: threads may still read files when a program exits.
+    static const Jpeg_Codec* const codec = new Jpeg_Codec;
+    return *codec;
 }

@@ -379,6 +379,7 @@ private:
 
 const Codec& TIFF_Codec()
 {
-    static const Tiff_Codec codec;
-    return codec;
+    // Never destroyed: threads may still read files when a program exits.
+    static const Tiff_Codec* const codec = new Tiff_Codec;
+    return *codec;
 }

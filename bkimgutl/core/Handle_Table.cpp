@@ -27,8 +27,9 @@ struct Table {
 
 Table& The_Table()
 {
-    static Table table;
-    return table;
+    // Never destroyed: threads may still read files when a program exits.
+    static Table* const table = new Table;
+    return *table;
 }
 
 Slot* Find_Slot(Bitmap_Handle handle)
