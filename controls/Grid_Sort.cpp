@@ -75,6 +75,7 @@ void Set_Heads(std::vector<Comparable>& values)
         if (first == nullptr) first = &value;
         common = Common_Length(first->text, value.text, common);
     }
+    if (first == nullptr) return;
     for (Comparable& value : values)
         for (qsizetype i = common; i < common + 4 && value.kind == Comparable::Kind::Text; ++i)
             value.head = value.head << 16 | (i < value.text.size() ? value.text[i].unicode() : 0);
