@@ -67,6 +67,71 @@ Bitmap Scaled_Reference(const Bitmap_View& source, int width, int height, Interp
     return result;
 }
 
+struct Filter_Case {
+    const char* name;
+    Interpolation_Method method;
+    double support;
+    std::vector<std::pair<double, double>> values; ///< distance, weight
+};
+
+std::ostream& operator<<(std::ostream& out, const Filter_Case& row)
+{
+    return out << row.name;
+}
+
+class Interpolation_Filter : public testing::TestWithParam<Filter_Case> {};
+
+/// The values of the filters as they stand in textbooks; the reference of the other tests uses ours.
+INSTANTIATE_TEST_SUITE_P(
+    All, Interpolation_Filter,
+    testing::Values(
+        Filter_Case{"box", Interpolation_Method::Box, 0.5, {{0, 1}, {0.49, 1}, {0.51, 0}}},
+        Filter_Case{"triangle", Interpolation_Method::Triangle, 1, {{0, 1}, {0.25, 0.75}, {0.5, 0.5}, {0.75, 0.25}}},
+        Filter_Case{"bell",
+                    Interpolation_Method::Bell,
+                    1.5,
+                    {{0, 3.0 / 4}, {0.25, 11.0 / 16}, {0.5, 1.0 / 2}, {1, 1.0 / 8}, {1.25, 1.0 / 32}}},
+        Filter_Case{
+            "hermite", Interpolation_Method::Hermite, 1, {{0, 1}, {0.25, 27.0 / 32}, {0.5, 1.0 / 2}, {0.75, 5.0 / 32}}},
+        Filter_Case{"b_spline",
+                    Interpolation_Method::B_Spline,
+                    2,
+                    {{0, 2.0 / 3}, {0.5, 23.0 / 48}, {1, 1.0 / 6}, {1.5, 1.0 / 48}}},
+        Filter_Case{"lanczos_2",
+                    Interpolation_Method::Lanczos2,
+                    2,
+                    {{0, 1}, {0.5, 0.573159168507}, {1, 0}, {1.5, -0.063684352056}}},
+        Filter_Case{"lanczos_3",
+                    Interpolation_Method::Lanczos3,
+                    3,
+                    {{0, 1}, {0.5, 0.607927101854}, {1, 0}, {1.5, -0.135094911523}, {2, 0}, {2.5, 0.024317084074}}},
+        Filter_Case{"mitchell",
+                    Interpolation_Method::Mitchell,
+                    2,
+                    {{0, 8.0 / 9}, {0.5, 77.0 / 144}, {1, 1.0 / 18}, {1.5, -5.0 / 144}}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_P(Interpolation_Filter, Has_Its_Values_On_Both_Sides_And_None_Beyond)
+{
+    const Filter_Case& row = GetParam();
+    EXPECT_EQ(row.support, Interpolation_Support(row.method));
+    for (const auto& [distance, weight] : row.values) {
+        EXPECT_NEAR(weight, Interpolation_Weight(row.method, distance), 1e-9) << distance;
+        EXPECT_NEAR(weight, Interpolation_Weight(row.method, -distance), 1e-9) << -distance;
+    }
+    for (const double beyond : {row.support + 1e-9, row.support + 0.5, 100.0}) {
+        EXPECT_NEAR(0, Interpolation_Weight(row.method, beyond), 1e-15);
+        EXPECT_NEAR(0, Interpolation_Weight(row.method, -beyond), 1e-15);
+    }
+}
+
+/// A sample on the border of two boxes belongs to the one on its left.
+TEST(Interpolation_Filter, A_Border_Belongs_To_One_Box)
+{
+    EXPECT_EQ(1, Interpolation_Weight(Interpolation_Method::Box, 0.5));
+    EXPECT_EQ(0, Interpolation_Weight(Interpolation_Method::Box, -0.5));
+}
+
 struct Scale_Case {
     const char* name;
     int from_width, from_height, to_width, to_height;
