@@ -10,6 +10,7 @@
 #include <cstring>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 // Increments of counters in memory are what takes the time, one a cycle at best, so large pictures count pairs of
@@ -45,10 +46,11 @@ class Counter {
 public:
     explicit Counter(bool takes_pairs) : pair_counts_(takes_pairs ? pairs : 0) {}
 
-    void Count(const std::uint8_t* bytes, std::size_t count)
+    /// `ahead` is where the pixels begin that will be asked for next, as many; null where there are none.
+    void Count(const std::uint8_t* bytes, std::size_t count, const std::uint8_t* ahead)
     {
         counted_ += count;
-        std::size_t i = pair_counts_.empty() ? Count_Eights(bytes, count) : Count_Pairs(bytes, count);
+        std::size_t i = pair_counts_.empty() ? Count_Eights(bytes, count) : Count_Pairs(bytes, count, ahead);
         for (; i < count; ++i) ++counts_[0][bytes[i]];
     }
 
@@ -80,15 +82,18 @@ private:
         return i;
     }
 
-    std::size_t Count_Pairs(const std::uint8_t* bytes, std::size_t count)
+    // Counting leaves memory idle, so the next row is fetched meanwhile.
+    std::size_t Count_Pairs(const std::uint8_t* bytes, std::size_t count, const std::uint8_t* ahead)
     {
         std::uint32_t* counts = pair_counts_.data();
         std::size_t i = 0;
-        for (; i + stretch <= count; i += stretch)
+        for (; i + stretch <= count; i += stretch) {
+            if (ahead != nullptr) __builtin_prefetch(ahead + 3 * i, 0, 2);
             if (Is_One_Pair(bytes + i))
                 counts[Pair_At(bytes + i)] += stretch / 2;
             else
                 for (std::size_t k = 0; k < stretch; k += 2) ++counts[Pair_At(bytes + i + k)];
+        }
         return i;
     }
 
@@ -121,8 +126,10 @@ public:
           channels_(3 * std::size_t(picture.width))
     {}
 
-    void Count_Row(int y, Counter& counter)
+    /// `next` is the row that will be counted after this one, or y itself.
+    void Count_Row(int y, int next, Counter& counter)
     {
+        ahead_ = next != y && !picture_.Is_Grey() ? picture_.Row(next) : nullptr;
         const auto width = std::size_t(picture_.width);
         const std::uint8_t* row = picture_.Row(y);
         const std::uint8_t* mask = mask_ == nullptr ? nullptr : mask_ + std::size_t(y) * width;
@@ -142,7 +149,7 @@ private:
     void Count_Bytes(const std::uint8_t* values, const std::uint8_t* mask, Counter& counter)
     {
         if (mask == nullptr)
-            counter.Count(values, values_.size());
+            counter.Count(values, values_.size(), std::exchange(ahead_, nullptr)); // once is enough
         else
             counter.Count_Where(values, mask, values_.size());
     }
@@ -176,6 +183,7 @@ private:
     std::vector<std::uint8_t> values_;
     std::vector<std::uint8_t> counted_;
     std::vector<std::uint8_t> channels_; // blue, then green, then red
+    const std::uint8_t* ahead_ = nullptr;
 };
 
 bool Is_One_Component(int component_mask)
@@ -200,8 +208,9 @@ Result<Histogram_Counts> Component_Histogram(const Bitmap_View& picture, const s
         Component_Rows rows(picture, mask, component_mask);
         const auto counter = std::make_unique<Counter>(takes_pairs);
         Histogram_Counts part{};
-        for (int y = first * band; y < std::min(end * band, picture.height); ++y) {
-            rows.Count_Row(y, *counter);
+        const int last = std::min(end * band, picture.height) - 1;
+        for (int y = first * band; y <= last; ++y) {
+            rows.Count_Row(y, std::min(y + 1, last), *counter);
             if (counter->Is_Full()) counter->Move_To(part);
         }
         counter->Move_To(part);
