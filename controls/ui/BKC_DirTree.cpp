@@ -81,6 +81,12 @@ void BKC_DirTree::Set_BrowseOnly(bool New_BrowseOnly)
     setAcceptDrops(!New_BrowseOnly);
 }
 
+void BKC_DirTree::Set_Icons(const QIcon& Folder, const QIcon& Home)
+{
+    folders_->Set_Icons(Folder, Home);
+    viewport()->update();
+}
+
 bool BKC_DirTree::Set_Path(const QString& New_Path)
 {
     const auto way = folders_->Folders().Way_To(New_Path);

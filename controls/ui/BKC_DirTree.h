@@ -22,6 +22,8 @@ public:
     /// Default off. On: the user can ask for new folders, but not rename, copy, delete or drag them.
     bool BrowseOnly() const { return browse_only_; }
     void Set_BrowseOnly(bool New_BrowseOnly);
+    /// In the place of the style's. Folder is drawn in the state On where it is open.
+    void Set_Icons(const QIcon& Folder, const QIcon& Home);
     // Kept as they are given and never looked into.
     QString Alias() const { return alias_; }
     void Set_Alias(const QString& New_Alias) { alias_ = New_Alias; }

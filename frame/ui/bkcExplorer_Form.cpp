@@ -34,14 +34,14 @@ bkcExplorer_Form::bkcExplorer_Form(const Platform* platform, User_Dialogs& dialo
     layout->addWidget(explorer_, 1);
     layout->addLayout(Make_Bottom());
     Connect_Explorer();
-    resize(660, 440);
+    resize(760, 460);
 }
 
 QLayout* bkcExplorer_Form::Make_Top()
 {
-    const auto button = [this](const QIcon& icon, const QString& tip) {
+    const auto button = [](const QString& icon, const QString& tip) {
         auto* made = new QToolButton;
-        made->setIcon(icon);
+        made->setIcon(Icon(icon));
         made->setIconSize({20, 20});
         made->setAutoRaise(true);
         made->setFocusPolicy(Qt::TabFocus);
@@ -51,9 +51,9 @@ QLayout* bkcExplorer_Form::Make_Top()
     };
     auto* label = new QLabel(tr("&Look in:"));
     label->setBuddy(folder_);
-    back_ = button(style()->standardIcon(QStyle::SP_ArrowBack), tr("Back to the folder before"));
-    up_ = button(style()->standardIcon(QStyle::SP_ArrowUp), tr("Up to the folder above"));
-    auto* new_folder = button(Icon(QStringLiteral("IDI_HALVINE_NEW_FOLDER")), tr("Create new folder..."));
+    back_ = button(QStringLiteral("IDI_EXPLORER_BACK"), tr("Back to the folder before"));
+    up_ = button(QStringLiteral("IDI_EXPLORER_UP"), tr("Up to the folder above"));
+    auto* new_folder = button(QStringLiteral("IDI_HALVINE_NEW_FOLDER"), tr("Create new folder..."));
     connect(back_, &QToolButton::clicked, this, [this] { Go_To(explorer_->PreviousPath()); });
     connect(up_, &QToolButton::clicked, this, &bkcExplorer_Form::Go_Up);
     connect(new_folder, &QToolButton::clicked, this, [this] { New_Folder(explorer_->Path()); });
@@ -93,6 +93,7 @@ void bkcExplorer_Form::Connect_Explorer()
     explorer_->ExplorerGrid().Content().Set_SelectionMode(1);
     explorer_->ExplorerGrid().Drag_Data = nullptr;
     explorer_->ExplorerTree().Set_BrowseOnly(true);
+    explorer_->ExplorerTree().Set_Icons(Folder_Icon(), Icon(QStringLiteral("IDI_HOME")));
     connect(explorer_, &bkcExplorer::ChangePath, this, &bkcExplorer_Form::Show_Folder);
     connect(explorer_, &bkcExplorer::SelChange, this, &bkcExplorer_Form::Take_Row);
     connect(explorer_, &bkcExplorer::Create, this, [this](QString parent) { New_Folder(parent); });
