@@ -21,6 +21,9 @@ void Halvine_Window::Connect_Folder_Pane()
     connect(explorer_, &bkcExplorer::Rename, this, [this](QString folder) { commands_.Rename_Folder(folder); });
     connect(explorer_, &bkcExplorer::FolderList, this, [this](QString folder) { commands_.Copy_Folder(folder); });
     connect(explorer_, &bkcExplorer::Delete, this, [this](QString folder) { commands_.Delete_Folder(folder); });
+    connect(explorer_, &bkcExplorer::RefreshAlert, this, [this](const QString& folder, bool added) {
+        parts_.ports.platform.dialogs.Explorer_Tree_Refresh(folder, added);
+    });
     connect(explorer_, &bkcExplorer::DragDropRecycle, this,
             [this] { commands_.Delete_Files(explorer_->Selected_Files()); });
     connect(explorer_, &bkcExplorer::DragDrop, this, [this](const QString& folder, int shift) {
