@@ -103,6 +103,7 @@ void Catalogue_Commands::Carry_Out(const std::function<void()>& work)
     host_.Leave_Full_Window_View();
     left_list_ = host_.Leave_Picture_List();
     const Running_Command running(running_, form_.State().platform.shell);
+    form_.State().keeper->Keep_Now(); // what was done until now is safe, however long the command takes
     work();
 }
 
