@@ -70,9 +70,12 @@ Prepared_Pattern Prepared(const QString& pattern)
         if (pattern.compare(QLatin1StringView(row.name), Qt::CaseInsensitive) == 0)
             meant = QString::fromLatin1(row.pattern);
     prepared.sections = Sections_Of(meant);
+    // The first section that tells; in "0.00;;;Nil" the last is no date.
     for (const auto& section : prepared.sections) {
-        prepared.kind = Kind_Of(section);
-        if (prepared.kind != Pattern_Kind::Number) break;
+        if (const auto kind = Kind_Of(section)) {
+            prepared.kind = *kind;
+            break;
+        }
     }
     if (prepared.kind == Pattern_Kind::Date) prepared.date = Date_Steps_Of(prepared.sections[0]);
     return prepared;
@@ -142,7 +145,7 @@ std::vector<Pattern_Letters> Sections_Of(QStringView pattern)
     return sections;
 }
 
-Pattern_Kind Kind_Of(const Pattern_Letters& section)
+std::optional<Pattern_Kind> Kind_Of(const Pattern_Letters& section)
 {
     for (const auto& [letter, is_literal] : section) {
         if (is_literal) continue;
@@ -151,7 +154,7 @@ Pattern_Kind Kind_Of(const Pattern_Letters& section)
         if (Is_One_Of(letter.toLower(), "cdwmqyhnst")) return Pattern_Kind::Date;
         if (letter.toLower() == u'a') return Pattern_Kind::Date;
     }
-    return Pattern_Kind::Number;
+    return std::nullopt;
 }
 
 Evaluated<QString> Formatted(const Variant& value, const QString& pattern, const Week_Rule& rule)

@@ -5,6 +5,7 @@
 #include "evaluate/variant/Variant.h"
 
 #include <QtCore/QString>
+#include <optional>
 #include <vector>
 
 /// The patterns of Format: what they hold and how they are carried out. English (US) whatever the locale.
@@ -21,8 +22,8 @@ using Pattern_Letters = std::vector<Pattern_Letter>;
 std::vector<Pattern_Letters> Sections_Of(QStringView pattern);
 
 enum class Pattern_Kind { Number, Date, Text };
-/// What kind of value a section asks for: by its first sign that means something.
-Pattern_Kind Kind_Of(const Pattern_Letters& section);
+/// What kind of value a section asks for: by its first sign that means something; nothing without one.
+std::optional<Pattern_Kind> Kind_Of(const Pattern_Letters& section);
 
 /// What a step of a date pattern writes.
 enum class Date_Sign : std::uint8_t {
