@@ -172,24 +172,6 @@ TEST(Rename_Run, Files_That_Are_Gone_Do_Not_Bar_The_Way_Back)
     EXPECT_EQ(Moves_Back(record, files), (std::vector<Rename_Move>{{Folder, "x", "a"}}));
 }
 
-TEST(Rename_Record, Survives_Its_Text_With_Any_Bytes)
-{
-    const Rename_Record record{.moves = {{"/a b/", "x\ny", "%41\xff "}, {"/", "", "z"}},
-                               .steps = {{"/a b/x\ny", "/a b/%41\xff ", {7, ~std::uint64_t(0)}}}};
-    const QByteArray text = Text_Of_Record(record);
-    EXPECT_EQ(Record_From_Text(text), record);
-    for (qsizetype length = 0; length < text.size(); ++length)
-        EXPECT_FALSE(Record_From_Text(text.left(length))) << "cut at " << length;
-}
-
-TEST(Rename_Record, Is_Not_Read_With_A_Damaged_Line)
-{
-    EXPECT_TRUE(Record_From_Text("names\nmove /p/ a b\nstep /p/a /p/b 1 2\nend\n"));
-    for (const char* line : {"step /p/a /p/b x 2", "step /p/a /p/b 1 2x", "step /p/a /p/b 1 -2", "step /p/a /p/b 1",
-                             "move /p/ a", "leap /p/a /p/b 1 2", ""})
-        EXPECT_FALSE(Record_From_Text(QByteArray("names\n") + line + "\nend\n")) << line;
-}
-
 /// A folder of files with names out of few letters, a job on them as a user would type it, and names of his own here and
 /// there, so that swaps, rings, changes of case and collisions are common.
 class Random_Rename {
