@@ -285,6 +285,17 @@ TEST_F(Damaged_Journal_Test, Those_Set_Aside_Are_Pruned)
     EXPECT_EQ(Journals().size(), 20U + 2U);
 }
 
+TEST_F(Rename_Journal_Folder_Test, One_That_Could_Not_Be_Read_Again_Is_Not_Begun)
+{
+    const Rename_Move longest{std::string(255, '\xff'), std::string(255, '\xfe'), std::string(255, '\xfd')};
+    const auto begun = journal.Begin({.moves = std::vector<Rename_Move>(30'000, longest), .steps = {}});
+    ASSERT_FALSE(begun);
+    EXPECT_EQ(begun.error().text, journal_folder +
+                                      "/: the journal of a rename of 30000 files is too long; rename fewer "
+                                      "at a time");
+    EXPECT_TRUE(Journals().empty());
+}
+
 TEST_F(Rename_Journal_Folder_Test, One_That_Was_Never_Begun_Is_Removed_After_A_Day)
 {
     Put("a");

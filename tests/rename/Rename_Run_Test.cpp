@@ -164,6 +164,27 @@ TEST(Rename_Run, A_Folder_That_Others_Changed_Keeps_No_Temporary_Names)
     EXPECT_EQ(files.At("/p/elsewhere"), 4);
 }
 
+TEST(Rename_Run, A_File_Whose_Old_Name_Is_Taken_Goes_On_From_Its_Temporary_Name)
+{
+    Files_In_Memory files;
+    files.Put("/p/.rename-1.halvine", 1);
+    files.Put("/p/a", 2);
+    const std::vector<Rename_Step> steps = Rename_Plan(Four_Files(), {{Folder, "a", "b"}, {Folder, "b", "a"}}).Steps();
+    EXPECT_EQ(Leave_Temporary_Names({.moves = {}, .steps = steps}, files), "; /p/a is now /p/b; /p/b is now /p/a");
+    EXPECT_EQ(files.All(), (std::map<std::string, int>{{"/p/a", 2}, {"/p/b", 1}}));
+}
+
+TEST(Rename_Run, A_File_Goes_On_When_Its_Old_Name_Is_Not_Known)
+{
+    Files_In_Memory files;
+    files.Put("/p/.rename-1.halvine", 1);
+    const Rename_Record part{.moves = {}, .steps = {{"/p/.rename-1.halvine", "/p/b", {1, 1}}}};
+    EXPECT_EQ(Leave_Temporary_Names(part, files), "");
+    EXPECT_EQ(files.All(), (std::map<std::string, int>{{"/p/b", 1}}));
+    files.Put("/p/.rename-1.halvine", 2);
+    EXPECT_EQ(Leave_Temporary_Names(part, files), "; what was to be /p/b is now /p/.rename-1.halvine");
+}
+
 TEST(Rename_Run, Files_That_Are_Gone_Do_Not_Bar_The_Way_Back)
 {
     Files_In_Memory files;
