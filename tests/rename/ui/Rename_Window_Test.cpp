@@ -10,6 +10,7 @@ TEST_F(Rename_Window_Test, A_Holiday_Is_Named_While_The_User_Types)
     Put_Picture("IMG_0013.jpg");
     const QStringList names = Rename([&] {
         EXPECT_EQ(window->windowTitle(), "Halvine - Rename Selected");
+        EXPECT_EQ(Part<QPushButton>("Execute_Command").text(), "&Rename Selected");
         EXPECT_EQ(Head(1), "Current Name");
         EXPECT_EQ(Head(2), "New Name");
         EXPECT_EQ(Head(3), "OR User Name/Type");
@@ -17,6 +18,8 @@ TEST_F(Rename_Window_Test, A_Holiday_Is_Named_While_The_User_Types)
         EXPECT_EQ(Grid().Content().CellValue(4, 2).toInt(), 2) << "the picture's index";
         EXPECT_EQ(Text("Rename_Change_From_Text"), "IMG_") << "what all names begin with is proposed";
         EXPECT_FALSE(Part<QPushButton>("Execute_Command").isEnabled());
+        EXPECT_EQ(Part<QLabel>("Status_Label").text(),
+                  "2 files, 0 new names. Type into Change To what takes its place");
         Type("Rename_Change_From_Text", "IMG");
         Type("Rename_Change_To_Text", "T");
         EXPECT_EQ(New_Names(), (QStringList{Q("T_0012.jpg"), Q("T_0013.jpg")})) << "at the first key";
@@ -121,6 +124,28 @@ TEST_F(Rename_Window_Test, The_Users_Own_Name_Wins)
         Execute();
     });
     EXPECT_EQ(names, (QStringList{Q("Trip_0012.jpg"), Q("Sunset.jpg")}));
+}
+
+TEST_F(Rename_Window_Test, A_Folder_In_The_Users_Own_Name_Is_Left_Out)
+{
+    Put_Picture("IMG_0012.jpg");
+    const QStringList names = Rename([&] {
+        Edit(3, 1, "../2026/Sunset");
+        EXPECT_EQ(Cell(3, 1), "Sunset.jpg");
+        Execute();
+    });
+    EXPECT_EQ(names, QStringList{Q("Sunset.jpg")});
+}
+
+TEST_F(Rename_Window_Test, The_Users_Own_Name_Gets_The_Type_Of_All_New_Names)
+{
+    Put_Picture("IMG_0012.jpeg");
+    const QStringList names = Rename([&] {
+        Type("File_Type_Text", "jpg");
+        Edit(3, 1, "Sunset");
+        Execute();
+    });
+    EXPECT_EQ(names, QStringList{Q("Sunset.jpg")});
 }
 
 TEST_F(Rename_Window_Test, A_Name_That_Is_Being_Typed_Counts_When_Rename_Is_Pressed)
@@ -230,6 +255,19 @@ TEST_F(Rename_Window_Test, Enter_In_A_Field_Renames_Nothing)
                     EXPECT_TRUE(window->isVisible());
                     Press("Cancel_Command");
                 }).isEmpty());
+}
+
+TEST_F(Rename_Window_Test, Ctrl_Enter_Renames_When_There_Is_A_New_Name)
+{
+    Put_Picture("IMG_0012.jpg");
+    const QStringList names = Rename([&] {
+        auto& to = Part<QLineEdit>("Rename_Change_To_Text");
+        QTest::keyClick(&to, Qt::Key_Return, Qt::ControlModifier);
+        EXPECT_TRUE(window->isVisible()) << "nothing to rename";
+        Type("Rename_Change_To_Text", "Trip_");
+        QTest::keyClick(&to, Qt::Key_Return, Qt::ControlModifier);
+    });
+    EXPECT_EQ(names, QStringList{Q("Trip_0012.jpg")});
 }
 
 TEST_F(Rename_Window_Test, The_Pane_Shows_The_Picture_Of_The_Row)

@@ -30,6 +30,20 @@ TEST_F(Rename_Window_Test, Descriptions_Are_Written_Back_At_Describe)
     EXPECT_EQ(descriptions[0], "the sea") << "a cancel writes nothing";
 }
 
+TEST_F(Rename_Window_Test, Ctrl_Enter_Takes_The_Description_That_Is_Being_Typed)
+{
+    Put_Picture("a.jpg");
+    QStringList descriptions{QString()};
+    user = [&] {
+        ASSERT_TRUE(Grid().EditCellStart(2, 1));
+        auto* editor = Grid().findChild<QLineEdit*>();
+        QTest::keyClicks(editor, Q("the sea"));
+        QTest::keyClick(editor, Qt::Key_Return, Qt::ControlModifier);
+    };
+    EXPECT_TRUE(windows.Describe_Dialog(All(), descriptions));
+    EXPECT_EQ(descriptions, QStringList{Q("the sea")});
+}
+
 TEST_F(Rename_Window_Test, A_Description_That_No_File_Takes_Is_Refused)
 {
     Put_Picture("a.jpg");
