@@ -58,6 +58,7 @@ public:
     void Set_ScrollState(int New_State);
     bool AutoPaint() const { return auto_paint_; } ///< default on
     void Set_AutoPaint(bool New_AutoPaint);
+    QPixmap ButtonDragIcon() const { return button_drag_icon_; } ///< default none: the button itself is dragged
     void Set_ButtonDragIcon(const QPixmap& New_Icon) { button_drag_icon_ = New_Icon; }
     /// Unset colours, the default, are those of the palette.
     struct Colors {

@@ -1,10 +1,9 @@
 #include "controls/Button_Panel_Model.h"
+#include "tests/controls/Click.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr int Left = 1, Right = 2, Shift = 1, Control = 2;
 
 Button_Panel_Model Panel(int mode, int count = 5)
 {
@@ -14,15 +13,10 @@ Button_Panel_Model Panel(int mode, int count = 5)
     return panel;
 }
 
-struct Press {
-    int id;
-    int shift = 0;
-    int button = Left;
-};
 struct Mode_Case {
     const char* name;
     int mode;
-    std::vector<Press> presses;
+    std::vector<Click> presses;
     std::vector<int> down;
 };
 class Panel_Modes : public testing::TestWithParam<Mode_Case> {};
@@ -46,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(Panel_Modes, Decide_What_Is_Down)
 {
     auto panel = Panel(GetParam().mode);
-    for (const auto& press : GetParam().presses) panel.Press(press.button, press.shift, press.id);
+    for (const auto& press : GetParam().presses) panel.Press(press.button, press.shift, press.target);
     EXPECT_EQ(GetParam().down, panel.Get_Selected_ID_List());
 }
 
