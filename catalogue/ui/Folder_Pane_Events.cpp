@@ -13,7 +13,7 @@ constexpr int Control_Key = 2;
 void Halvine_Window::Connect_Folder_Pane()
 {
     connect(explorer_, &bkcExplorer::GridDblClick, this, [this](const QString& path) {
-        if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
+        if (QFileInfo(path).isFile()) commands_.Run_Unlisted([&] { commands_.Pick_Paths({path}, true, false); });
         Schedule_Actions();
     });
     // Copies of the paths: the tree's own may change while a command runs.

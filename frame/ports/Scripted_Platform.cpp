@@ -121,6 +121,7 @@ QStringList Settings_In_Memory::Value_Names(const QString& key)
 
 bool Scripted_Shell::Move_To_Trash(const QString& path, QString* reason)
 {
+    if (on_trash) on_trash();
     if (!refuse_trash_with.isEmpty()) {
         if (reason != nullptr) *reason = refuse_trash_with;
         return false;

@@ -92,7 +92,8 @@ public:
     void Hold_Off_Screen_Saver(bool on) override { screen_saver_held_off = on; }
     void Open_Help(const QString& topic) override { help_opened << topic; }
     void Quit_Help() override { ++help_quits; }
-    QStringList trashed; ///< the file is removed for good
+    QStringList trashed;            ///< the file is removed for good
+    std::function<void()> on_trash; ///< before each
     QString refuse_trash_with;
     QSize screen = QSize(1920 * 15, 1080 * 15);
     bool screen_saver_held_off = false;

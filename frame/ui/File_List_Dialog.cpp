@@ -19,7 +19,8 @@ File_List_Dialog::File_List_Dialog(const Platform* platform, const QString& Dial
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(new QLabel(tr("%n file(s)", nullptr, int(File_Name.size()))));
+    const auto count = File_Name.size();
+    column->addWidget(new QLabel(count == 1 ? tr("1 file") : tr("%1 files").arg(count)));
     column->addWidget(&Utility_bkcGrid(), 1);
     column->addWidget(buttons);
     buttons->button(QDialogButtonBox::Ok)->setFocus();
