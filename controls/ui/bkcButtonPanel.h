@@ -9,7 +9,8 @@
 #include <functional>
 #include <optional>
 
-/// A strip of picture buttons that wraps, each a tool button with the tooltip as accessible name. Ids, states and places are Button_Panel_Model's business.
+/// A strip of picture buttons that wraps, each a tool button with the tooltip as accessible name. Ids, states and places
+/// are Button_Panel_Model's business.
 /// Keyboard: Tab reaches the panel, arrows move the focus from button to button, Space or Enter clicks.
 class bkcButtonPanel : public QAbstractScrollArea {
     Q_OBJECT

@@ -177,7 +177,8 @@ bool Qt_Dialogs::Confirm_File_List(const QString& caption, const QStringList& fi
     return dialog.exec() == QDialog::Accepted;
 }
 
-std::unique_ptr<Progress_Window> Qt_Dialogs::Open_Progress(const QString& caption, const QString& text)
+std::unique_ptr<Progress_Window> Qt_Dialogs::Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                              const QString& text)
 {
     return std::make_unique<Progress_Form>(platform_, caption, text, QApplication::activeWindow());
 }
