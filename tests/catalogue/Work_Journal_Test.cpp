@@ -130,7 +130,7 @@ protected:
         return int(std::count_if(work.pictures.begin(), work.pictures.end(),
                                  [](const Kept_Picture& one) { return one.rotate != 0; }));
     }
-    /// What the user does in the middle of a step that cannot be interrupted: looks at what stands on the disk.
+    /// Looks at what stands on the disk in the middle of a step that cannot be interrupted.
     struct Looking_View : Recording_View {
         void Show_Current_Picture() override
         {
