@@ -208,7 +208,6 @@ void Picture_Pictures::Rotate_Picture(int key, int angle)
 void Picture_Pictures::Show_Turned(int key)
 {
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(key));
-    if (key == state_.current_picture_key) state_.keeper->Keep_Now(); // reading a large one takes seconds
     Refresh_Current_Picture(key);
     if (state_.slide_show->Is_File_Open()) state_.slide_show->Set_File_Modified();
     state_.keeper->Keep_If_Due();
@@ -217,6 +216,7 @@ void Picture_Pictures::Show_Turned(int key)
 void Picture_Pictures::Set_Current_Picture(int index)
 {
     Drop_Current_Picture();
+    state_.keeper->Keep_Now(); // reading a large one takes seconds
     if (state_.pictures.Is_Index(index)) {
         Picture_Item& item = state_.pictures.Item(index);
         state_.current_picture_key = item.Picture_Key;

@@ -27,6 +27,7 @@ public:
 
 private:
     Result<void> Keep();
+    bool Is_All_Written() const;
     QByteArray Changes();
     Result<void> Write(const QByteArray& changes);
     QByteArray Whole_Text() const;

@@ -95,6 +95,35 @@ TEST_F(Keeping_Work, Holds_The_Picks_And_Every_Kind_Of_Change)
     EXPECT_FALSE(work.pictures[1].Has_Changes());
 }
 
+TEST_F(Keeping_Work, Sees_Each_Kind_Of_Change_By_Itself)
+{
+    const int key = Pick_New("a.jpg");
+    const std::pair<const char*, std::function<void(Picture_Item&)>> kinds[] = {
+        {"rotation", [](Picture_Item& item) { item.Rotate = 90; }},
+        {"flip", [](Picture_Item& item) { item.Flip = 1; }},
+        {"slide time", [](Picture_Item& item) { item.Interval_In_Seconds = 1; }},
+        {"script", [](Picture_Item& item) { item.Script_Modified = true; }},
+        {"its text", [](Picture_Item& item) { Parse_Script_Items("Crop(1,2,3,4)", item.Script_Items); }},
+        {"script saved", [](Picture_Item& item) { item.Script_Modified = false; }},
+        {"description", [](Picture_Item& item) { item.Description_Modified = true; }},
+        {"its words", [](Picture_Item& item) { item.Description = "sea"; }},
+        {"description saved", [](Picture_Item& item) { item.Description_Modified = false; }},
+        {"inode", [](Picture_Item& item) { ++item.Identity.inode; }},
+        {"size", [](Picture_Item& item) { ++item.Identity.size; }},
+        {"time", [](Picture_Item& item) { ++item.Identity.modified_nanoseconds; }},
+        {"folder", [](Picture_Item& item) { item.Path.chop(1), item.Path += '!'; }},
+        {"name", [](Picture_Item& item) { item.File_Name = "b.jpg"; }},
+        {"path cut elsewhere", [](Picture_Item& item) { item.Path += item.File_Name, item.File_Name = "/c.jpg"; }},
+    };
+    journal->Write_Changes();
+    for (const auto& [name, change] : kinds) {
+        const auto before = Contents_Of(Journals()[0]).size();
+        change(Item(key));
+        journal->Write_Changes();
+        EXPECT_GT(Contents_Of(Journals()[0]).size(), before) << name;
+    }
+}
+
 TEST_F(Keeping_Work, Is_Flushed_To_The_Disk)
 {
     Pick_New("a.jpg");
@@ -130,7 +159,7 @@ protected:
         return int(std::count_if(work.pictures.begin(), work.pictures.end(),
                                  [](const Kept_Picture& one) { return one.rotate != 0; }));
     }
-    /// What the user does in the middle of a step that cannot be interrupted: looks at what stands on the disk.
+    /// Looks at what stands on the disk in the middle of a step that cannot be interrupted.
     struct Looking_View : Recording_View {
         void Show_Current_Picture() override
         {
