@@ -72,6 +72,7 @@ int File_Operations::Delete_Files(const QStringList& files)
         } else {
             failures.Add(file, reason);
         }
+        state_.keeper->Keep_If_Due();
     }
     following_.Show_All();
     failures.Tell(state_.platform.dialogs, QStringLiteral("delete"), QStringLiteral("deletions"));

@@ -208,8 +208,10 @@ void Picture_Pictures::Rotate_Picture(int key, int angle)
 void Picture_Pictures::Show_Turned(int key)
 {
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(key));
+    if (key == state_.current_picture_key) state_.keeper->Keep_Now(); // reading a large one takes seconds
     Refresh_Current_Picture(key);
     if (state_.slide_show->Is_File_Open()) state_.slide_show->Set_File_Modified();
+    state_.keeper->Keep_If_Due();
 }
 
 void Picture_Pictures::Set_Current_Picture(int index)

@@ -60,12 +60,25 @@ QByteArray Work_Journal::Whole_Text() const
     return text;
 }
 
+Result<void> Work_Journal::Keep()
+{
+    last_look_ = state_.platform.clock.Now().toMSecsSinceEpoch();
+    const QByteArray changes = Changes();
+    if (changes.isEmpty() && !must_rewrite_) return {};
+    auto written = Write(changes);
+    must_rewrite_ = !written;
+    return written;
+}
+
+void Work_Journal::Keep_If_Due()
+{
+    const qint64 now = state_.platform.clock.Now().toMSecsSinceEpoch();
+    if (std::abs(now - last_look_) >= Milliseconds_Between_Looks) Keep_Now(); // a clock may be set back
+}
+
 bool Work_Journal::Write_Changes()
 {
-    const QByteArray changes = Changes();
-    if (changes.isEmpty() && !must_rewrite_) return true;
-    const auto written = Write(changes);
-    must_rewrite_ = !written;
+    const auto written = Keep();
     if (written) return true;
     if (failure_told_) return false;
     failure_told_ = true;

@@ -5,6 +5,7 @@
 #include "bkimgutl/core/Cancellation.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
+#include "bkimgutl/core/Step_Back.h"
 
 #include <algorithm>
 #include <atomic>
@@ -13,7 +14,6 @@
 #include <mutex>
 #include <oneapi/tbb/info.h>
 #include <optional>
-#include <sys/resource.h>
 #include <system_error>
 #include <thread>
 
@@ -28,15 +28,6 @@
 namespace {
 
 constexpr std::int32_t First_Divisor = 8;
-
-/// The thread that takes shows what was read and answers the user: where processors are short it goes before those that
-/// read, or its window waits until they have had their turns. On Linux a thread has a niceness of its own.
-void Step_Back()
-{
-    constexpr id_t This_Thread = 0;
-    constexpr int Steps = 5;
-    (void)setpriority(PRIO_PROCESS, This_Thread, getpriority(PRIO_PROCESS, This_Thread) + Steps);
-}
 
 struct Loaded {
     Picture_Contents contents{};

@@ -96,6 +96,7 @@ bool Halvine_Window::Confirm_Abandon_Descriptions()
 void Halvine_Window::Release_Pictures()
 {
     magnify_->Set_Bitmap(0, {});
+    parts_.form.Pictures().Next().End();
     parts_.form.Pictures().Drop_Current_Picture();
     parts_.form.State().selection.Clear();
     parts_.form.State().pictures.Clear();

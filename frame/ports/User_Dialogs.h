@@ -33,7 +33,7 @@ struct Picker_Question {
     QString folder{};  ///< where it starts
     QString name{};    ///< proposed name; may carry a save qualifier behind the name
     QString pattern{}; ///< "*.jpg;*.jif;*.tif"
-    enum class Kind { Save_File, Open_File, Open_Files, Folder } kind = Kind::Save_File;
+    enum class Kind { Open_File = 0, Save_File = 1, Folder = 2 } kind = Kind::Save_File;
 };
 
 /// The progress window of the longest operations. It shows itself, keeps the window alive and knows whether the user
@@ -52,6 +52,8 @@ public:
     virtual Message_Answer Ask(const Message& message) = 0;
     virtual std::optional<QString> Input(const Input_Question& question) = 0;
     virtual QStringList Pick(const Picker_Question& question) = 0; ///< empty when cancelled
+    /// A folder came or went: a picker that is open shows it.
+    virtual void Explorer_Tree_Refresh(const QString& /*Refresh_FolderName*/, bool /*Folder_Added*/) {}
     virtual void Show_Text(const QString& caption, const QString& text) = 0;
     virtual void Show_File_List(const QString& caption, const QStringList& files) = 0;
     virtual std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) = 0;

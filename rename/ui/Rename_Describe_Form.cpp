@@ -1,5 +1,7 @@
 #include "rename/ui/Rename_Describe_Form.h"
 
+#include <QtGui/QShortcut>
+
 namespace {
 
 constexpr int Design_Width = 820;
@@ -108,9 +110,18 @@ QPushButton& Rename_Describe_Form::Add_Button(const QString& caption, const char
 {
     auto* button = new QPushButton(caption);
     button->setObjectName(QString::fromLatin1(object_name));
-    button->setAutoDefault(false); // Enter belongs to the field that is being typed into
+    button->setAutoDefault(false);
     buttons_->addWidget(button);
     return *button;
+}
+
+QPushButton& Rename_Describe_Form::Add_Execute_Button(const QString& caption)
+{
+    QPushButton& button = Add_Button(caption, "Execute_Command");
+    button.setToolTip(tr("Ctrl+Enter"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, &button, &QPushButton::click);
+    return button;
 }
 
 void Rename_Describe_Form::Add_Cancel()

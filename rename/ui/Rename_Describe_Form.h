@@ -36,7 +36,8 @@ protected:
     void Set_Pictures(const std::vector<int>& indices); ///< of the rows
     QVBoxLayout& Above() { return *above_; }            ///< for controls above the grid
     QLabel& Status() { return *status_; }
-    QPushButton& Add_Button(const QString& caption, const char* object_name);
+    /// Ctrl+Enter presses it too; Enter belongs to the field that is being typed into.
+    QPushButton& Add_Execute_Button(const QString& caption);
     void Add_Cancel();
 
     /// The fault as one line, and the formula with the characters from the fault's position to the end selected. Nothing
@@ -50,6 +51,7 @@ protected:
 
 private:
     QFrame* Make_Fault_Frame();
+    QPushButton& Add_Button(const QString& caption, const char* object_name);
     Halvine_Form& catalogue_;
     bkcGrid* grid_;
     Picture_Pane* pane_ = nullptr;

@@ -133,7 +133,8 @@ void Rename_Form::Show_Rows()
         }
     }
     Grid().Update();
-    Status().setText(preview_.Status());
+    const QString hint = preview_.Hint(job_.Inputs());
+    Status().setText(hint.isEmpty() ? preview_.Status() : preview_.Status() + QStringLiteral(". ") + hint);
 }
 
 void Rename_Form::Execute()

@@ -74,7 +74,9 @@ void Rename_Form::Make_Inputs()
     numbers->addWidget(File_Type_Text_);
     Above().addLayout(table);
     Above().addLayout(numbers);
-    Execute_Command_ = &Add_Button(tr("&Rename"), "Execute_Command");
+    // What the window was opened for, "Rename Selected" or "Copy/Rename Selected to Folder": nobody who wants copies is to
+    // wonder whether the originals change their names.
+    Execute_Command_ = &Add_Execute_Button(u'&' + windowTitle().section(QStringLiteral(" - "), -1));
     Add_Cancel();
 }
 

@@ -269,7 +269,7 @@ TEST_F(Rename_Commands_Test, A_No_To_Taking_Back_Leaves_The_Names)
     platform.dialogs.answers = {Message_Answer::No};
     commands.Take_Back();
     EXPECT_EQ(Listed(), QStringList{Q("x.jpg")});
-    EXPECT_TRUE(journal.Last_Done());
+    EXPECT_TRUE(journal.Last_Done().value());
 }
 
 TEST_F(Rename_Commands_Test, A_Crash_In_The_Middle_Is_Told_At_The_Next_Start)
