@@ -14,18 +14,36 @@
 
 // Increments of counters in memory are what takes the time, one a cycle at best, so large pictures count pairs of
 // neighbours: half as many increments. Neighbours are alike, so that of the counters of all pairs few are in use, and those
-// stay in the first cache. Two increments of one counter in a row wait for each other; so they take turns in several
-// tables, which are summed at the end. Each task has its own.
+// stay in the first cache. Two increments of one counter in a row wait for each other: single values take turns in several
+// tables, which are summed at the end, and a stretch of one pair, as in a flat sky, is counted at once. Each task has its own.
 
 namespace {
 
-constexpr std::size_t tables = 8, pair_tables = 2, levels = 256, pairs = levels * levels;
+constexpr std::size_t tables = 8, levels = 256, pairs = levels * levels;
 constexpr std::size_t least_pixels_for_pairs = std::size_t(1) << 20; // fewer do not pay for clearing and adding up
 constexpr std::size_t pixels_per_task = std::size_t(1) << 15;        // without pairs
 
+constexpr std::size_t stretch = 16; // values that are looked at together, eight pairs
+
+// Which of the two is the upper byte makes no difference to the sums.
+std::size_t Pair_At(const std::uint8_t* bytes)
+{
+    std::uint16_t pair = 0;
+    std::memcpy(&pair, bytes, 2);
+    return pair;
+}
+
+bool Is_One_Pair(const std::uint8_t* bytes)
+{
+    std::uint64_t first = 0, second = 0;
+    std::memcpy(&first, bytes, 8);
+    std::memcpy(&second, bytes + 8, 8);
+    return first == second && first == std::rotl(first, 16);
+}
+
 class Counter {
 public:
-    explicit Counter(bool takes_pairs) : pair_counts_(takes_pairs ? pair_tables * pairs : 0) {}
+    explicit Counter(bool takes_pairs) : pair_counts_(takes_pairs ? pairs : 0) {}
 
     void Count(const std::uint8_t* bytes, std::size_t count)
     {
@@ -48,7 +66,7 @@ public:
         for (auto& table : counts_)
             for (std::size_t i = 0; i < levels; ++i) sums[i] += std::exchange(table[i], 0U);
         for (std::size_t row = 0; row < pair_counts_.size(); row += levels)
-            Add_Pairs(pair_counts_.data() + row, row / levels % levels, sums);
+            Add_Pairs(pair_counts_.data() + row, row / levels, sums);
         std::fill(pair_counts_.begin(), pair_counts_.end(), 0U);
         counted_ = 0;
     }
@@ -66,12 +84,11 @@ private:
     {
         std::uint32_t* counts = pair_counts_.data();
         std::size_t i = 0;
-        for (; i + 16 <= count; i += 16)
-            for (std::size_t k = 0; k < 8; ++k) {
-                std::uint16_t pair = 0; // which of the two is the upper byte makes no difference to the sums
-                std::memcpy(&pair, bytes + i + 2 * k, 2);
-                ++counts[k % pair_tables * pairs + pair];
-            }
+        for (; i + stretch <= count; i += stretch)
+            if (Is_One_Pair(bytes + i))
+                counts[Pair_At(bytes + i)] += stretch / 2;
+            else
+                for (std::size_t k = 0; k < stretch; k += 2) ++counts[Pair_At(bytes + i + k)];
         return i;
     }
 

@@ -164,6 +164,32 @@ INSTANTIATE_TEST_SUITE_P(All, Area_Average_Of_A_Drawn_Picture,
                                          Average_Case{"side_of_seven", 1, 1, 7, -1, 0, 0, 0, 0, 0}),
                          [](const auto& row) { return row.param.name; });
 
+TEST(Histogram, Counts_Stretches_Of_One_Value_And_Of_Two_In_Turn)
+{
+    // More than a million pixels, an odd width, and stretches of all lengths between others.
+    constexpr int width = 1531, height = 701;
+    std::mt19937 random(5);
+    Bitmap bitmap = Plain_Picture(width, height, 1, 0, 0, 0);
+    const auto view = bitmap.Change();
+    Table expected{};
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width;) {
+            const int length = 1 + int(random() % 90), kind = int(random() % 4);
+            const int low = int(random() % 256), high = kind == 0 ? low : int(random() % 256);
+            for (int i = 0; i < length && x < width; ++i, ++x) {
+                view.Row(y)[x] = std::uint8_t(kind == 3 ? int(random() % 256) : i % 2 == 0 ? low : high);
+                ++expected[view.Row(y)[x]];
+            }
+        }
+    const Bitmap_Handle handle = Adopt(std::move(bitmap));
+    Table counts{};
+    std::int32_t samples = 0;
+    ASSERT_TRUE(Compute_Bitmap_Color_Component_Histogram_CPP(handle, Component_Luminance, counts.data(), &samples));
+    EXPECT_EQ(expected, counts);
+    EXPECT_EQ(width * height, samples);
+    EXPECT_TRUE(Release(handle));
+}
+
 TEST(Area_Average, Covers_The_Whole_Square_At_Every_Place)
 {
     const Bitmap_Handle handle = Adopt(Random_Picture(9, 8, 3, 11));
