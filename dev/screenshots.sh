@@ -57,8 +57,9 @@ start() { # start FOLDER: a first run, with settings and unsaved work of its own
     XDG_STATE_HOME=$(mktemp -d "$work/state.XXXX")
     HALVINE_START_FOLDER=$1 "$bin/halvine" &
     program=$!
-    window=$(xdotool search --sync --onlyvisible --pid "$program" --name Halvine | head -1)
+    xdotool search --sync --onlyvisible --pid "$program" --name Halvine >/dev/null
     sleep 1.5
+    window=$(xdotool search --onlyvisible --pid "$program" --name Halvine | head -1) # now that it has come to rest
 }
 
 stop() {

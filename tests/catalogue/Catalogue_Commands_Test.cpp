@@ -146,18 +146,10 @@ TEST_F(Commands, The_Pick_Button_Stops_A_Pick_That_Runs)
     EXPECT_FALSE(form.Picking().Pick_In_Progress());
 }
 
-/// A clock on which every look is 30 milliseconds later.
-class Slow_Clock : public Clock {
-public:
-    QDateTime Now() const override { return start.addMSecs(30 * calls++); }
-    QDateTime start = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
-    mutable int calls = 0;
-};
-
 TEST_F(Commands, The_Pick_Button_Stops_A_Short_Pick_Too_Though_It_Was_Not_Turned)
 {
     for (int i = 0; i < 5; ++i) host.all_files << Make(QStringLiteral("%1.jpg").arg(i));
-    Slow_Clock clock;
+    Stepping_Clock clock(30);
     Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
     Halvine_Form other(slow, &view, &slide_show);
     Catalogue_Commands others(other, host);
@@ -171,7 +163,7 @@ TEST_F(Commands, The_Pick_Button_Stops_A_Short_Pick_Too_Though_It_Was_Not_Turned
 TEST_F(Commands, A_Pick_Yields_After_Fifty_Milliseconds_Also_Within_A_Row)
 {
     for (int i = 0; i < 4; ++i) host.all_files << Make(QStringLiteral("%1.jpg").arg(i));
-    Slow_Clock clock;
+    Stepping_Clock clock(30);
     Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
     Halvine_Form other(slow, &view, &slide_show);
     Catalogue_Commands(other, host).Run({Menu::File, 101});
@@ -285,13 +277,19 @@ TEST_F(Commands, Both_Flips_Turn_The_Texts_Of_The_Script)
 TEST_F(Commands, Select_None_All_And_Invert)
 {
     for (const char* name : {"a", "b", "c"}) Add(name);
+    const auto shown_once = [&] {
+        return std::exchange(view.all_drawn, 0) == 1 && std::exchange(view.status_updates, 0) == 1;
+    };
     Run(Menu::Select, 102);
-    EXPECT_EQ(3, form.State().selection.Count());
+    EXPECT_EQ((std::vector{1, 2, 3}), form.State().selection.Selected_Indices());
+    EXPECT_TRUE(shown_once());
     Run(Menu::Select, 101);
     EXPECT_EQ(0, form.State().selection.Count());
+    EXPECT_TRUE(shown_once());
     Select({2});
     Run(Menu::Select, 103);
     EXPECT_EQ((std::vector{1, 3}), form.State().selection.Selected_Indices());
+    EXPECT_TRUE(shown_once());
 }
 
 TEST_F(Commands, Discard_Asks_First_And_Shift_On_The_Button_Discards_All)
@@ -337,6 +335,17 @@ TEST_F(Commands, Scripts_Are_Cleared_Copied_And_Pasted)
     EXPECT_TRUE(Item(a).Script_Modified);
     EXPECT_FALSE(Item(c).Script_Items.Is_Empty()); // in use elsewhere
     EXPECT_EQ("1 picture locked by another function.", Last_Message());
+}
+
+TEST_F(Commands, The_Script_That_Is_Copied_Is_That_Of_The_Picture_Selected_First)
+{
+    Add("a.jpg", "Crop(1,2,3,4)"), Add("b.jpg", "Crop(5,6,7,8)"), Add("c.jpg", "Crop(9,9,9,9)");
+    Select({2, 1});
+    Run(Menu::Script, 201);
+    Run(Menu::Script, 203);
+    EXPECT_EQ("Crop(5,6,7,8)", form.Recall_Picture_All_Script_Items(1));
+    EXPECT_EQ("Crop(5,6,7,8)", form.Recall_Picture_All_Script_Items(3));
+    EXPECT_TRUE(Item(3).Script_Modified);
 }
 
 TEST_F(Commands, Erasing_A_Script_That_Was_Not_There_Leaves_The_Record_Clean)
