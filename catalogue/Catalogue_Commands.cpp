@@ -265,10 +265,12 @@ void Catalogue_Commands::Save_Series(const QString& caption, const std::vector<i
 {
     if (keys.empty()) return;
     const int total = int(keys.size());
-    const auto progress = Dialogs().Open_Progress(caption, QStringLiteral("Saving 0 of %1").arg(total));
+    const auto progress =
+        Dialogs().Operation_Progress_Cancel_Dialog(caption, QStringLiteral("Saving 0 of %1").arg(total));
     for (int i = 0; i < total; ++i) {
-        progress->Show(QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(
+            QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         save(keys[std::size_t(i)]);
     }
     form_.State().view->Draw_All_Thumbnails();

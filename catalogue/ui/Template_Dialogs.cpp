@@ -25,7 +25,7 @@ Template_Dialog::Template_Dialog(Purpose purpose, const std::vector<Template_Nam
     setWindowTitle(renames ? tr("Halvine - Rename Templates") : tr("Halvine - Delete Templates"));
     Content().Set_SelectionMode(renames ? 1 : 2);
     Content().Set(Grid_Property::AllowUpdate, renames);
-    Content().Change_Column(2, [](Grid_Column_Record& column) { column.allow_update = false; });
+    Content().Set_ColumnAllowUpdate(2, false);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     ok_ = buttons->button(QDialogButtonBox::Ok);
     auto* layout = new QVBoxLayout(this);

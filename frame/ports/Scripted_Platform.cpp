@@ -65,7 +65,8 @@ void Scripted_Dialogs::Show_File_List(const QString& caption, const QStringList&
     lists_shown.emplace_back(caption, files);
 }
 
-std::unique_ptr<Progress_Window> Scripted_Dialogs::Open_Progress(const QString& caption, const QString& text)
+std::unique_ptr<Progress_Window> Scripted_Dialogs::Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                                    const QString& text)
 {
     progress_shown << caption << text;
     return std::make_unique<Scripted_Progress>(progress_shown, stop_after_progress_steps);

@@ -43,6 +43,12 @@ public:
     virtual ~Progress_Window() = default; ///< takes the window away
     virtual void Show(const QString& text, int done, int total) = 0;
     virtual bool Stop_Requested() = 0; ///< processes pending events first
+    /// Sets the texts, processes pending events, and answers Cancel when the user pressed Stop, otherwise None.
+    Response_Code Operation_Progress_Cancel_Dialog_Update(const QString& text, int done, int total)
+    {
+        Show(text, done, total);
+        return Stop_Requested() ? Response_Code::Cancel : Response_Code::None;
+    }
 };
 
 /// Everything the logic asks of the person. Logic never opens a window itself; tests and hv answer in the window's place.
@@ -56,7 +62,9 @@ public:
     virtual void Explorer_Tree_Refresh(const QString& /*Refresh_FolderName*/, bool /*Folder_Added*/) {}
     virtual void Show_Text(const QString& caption, const QString& text) = 0;
     virtual void Show_File_List(const QString& caption, const QStringList& files) = 0;
-    virtual std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) = 0;
+    /// Shows the window of a long operation, not modally, and returns at once.
+    virtual std::unique_ptr<Progress_Window> Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                              const QString& text) = 0;
 
     /// Yes, Yes To All, No, Cancel; a close by the system is Cancel. An empty caption means the program's name.
     virtual Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString& Dialog_Caption,

@@ -4,6 +4,7 @@
 #include "catalogue/Halvine_Form.h"
 #include "catalogue/Kept_Work_Offer.h"
 #include "catalogue/ui/Halvine_Window.h"
+#include "catalogue/ui/Qt_Window_System.h"
 #include "frame/State_Folder.h"
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
@@ -80,6 +81,7 @@ void Take_Palette()
 int Run(const QString& command_line)
 {
     Qt_Platform desktop;
+    const Qt_Window_System window_system;
     Program_Kernel kernel;
     Qt_Printer_Binding printer;
     const Entry_Ports ports{desktop.platform, kernel, printer, {Twips_Per_Pixel, Twips_Per_Pixel}};

@@ -177,9 +177,10 @@ bool Qt_Dialogs::Confirm_File_List(const QString& caption, const QStringList& fi
     return dialog.exec() == QDialog::Accepted;
 }
 
-std::unique_ptr<Progress_Window> Qt_Dialogs::Open_Progress(const QString& caption, const QString& text)
+std::unique_ptr<Progress_Window> Qt_Dialogs::Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                              const QString& text)
 {
-    return std::make_unique<Progress_Form>(caption, text, QApplication::activeWindow());
+    return std::make_unique<Progress_Form>(platform_, caption, text, QApplication::activeWindow());
 }
 
 Response_Code Qt_Dialogs::Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt)

@@ -22,7 +22,8 @@ public:
     void Explorer_Tree_Refresh(const QString& Refresh_FolderName, bool Folder_Added) override;
     void Show_Text(const QString& caption, const QString& text) override;
     void Show_File_List(const QString& caption, const QStringList& files) override;
-    std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) override;
+    std::unique_ptr<Progress_Window> Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                      const QString& text) override;
     Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt) override;
     Response_Code Delete_File_List_Cancel_Dialog(const QString& caption, const QString& prompt) override;
     Response_Code Commitment_Dialog(const QString& caption, const QString& prompt) override;

@@ -10,12 +10,14 @@ Utility_Grid_Form::Utility_Grid_Form(const Platform* platform, const QString& gr
     for (const auto property : {Grid_Property::AllowColumnSizing, Grid_Property::AllowCopy, Grid_Property::ScrollTrack,
                                 Grid_Property::ToolTipEnabled})
         Content().Set(property, true);
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        Content().Change_Column(int(i) + 1, [&](Grid_Column_Record& column) {
-            column.header_text = columns[i].header;
-            column.width = columns[i].width > 0 ? columns[i].width : column.width;
-            column.width_proportional = columns[i].width == 0;
-        });
+    for (int column = 1; column <= Content().Columns(); ++column) {
+        const auto& [header, width] = columns[std::size_t(column - 1)];
+        Content().Set_ColumnHeaderText(column, header);
+        if (width > 0)
+            Content().Set_ColumnWidth(column, width);
+        else
+            Content().Set_ColumnWidthProportional(column, 1);
+    }
 }
 
 void Utility_Grid_Form::Mark_Row(int Grid_Row, bool marked)

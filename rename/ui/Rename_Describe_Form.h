@@ -31,6 +31,8 @@ protected:
         int share; ///< of the width; 0 is hidden
         bool editable;
     };
+    /// With one editable column Enter goes from each row to the next, and Tab out of the rows; with several Tab goes from
+    /// cell to cell.
     void Set_Columns(std::initializer_list<Column> columns);
     void Set_Row_Count(int count);
     void Set_Pictures(const std::vector<int>& indices); ///< of the rows
@@ -48,6 +50,8 @@ protected:
     bool Finish_Edit() { return grid_->EditCellExit(); }
     Halvine_Form& Catalogue() { return catalogue_; }
     Platform& Ports() { return catalogue_.State().platform; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QFrame* Make_Fault_Frame();

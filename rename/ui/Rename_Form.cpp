@@ -134,7 +134,7 @@ void Rename_Form::Show_Rows()
     }
     Grid().Update();
     const QString hint = preview_.Hint(job_.Inputs());
-    Status().setText(hint.isEmpty() ? preview_.Status() : preview_.Status() + QStringLiteral(". ") + hint);
+    Status().setText(hint.isEmpty() ? preview_.Status() : hint);
 }
 
 void Rename_Form::Execute()

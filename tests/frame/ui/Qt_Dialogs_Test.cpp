@@ -213,7 +213,7 @@ QDialog* Progress_Dialog()
 
 TEST(Progress, A_Short_Operation_Shows_No_Window)
 {
-    Progress_Form progress("Progress", "Saving", nullptr);
+    Progress_Form progress(nullptr, "Progress", "Saving", nullptr);
     progress.Show("a.jpg", 1, 2);
     EXPECT_FALSE(progress.Stop_Requested());
     EXPECT_EQ(nullptr, Progress_Dialog());
@@ -221,7 +221,7 @@ TEST(Progress, A_Short_Operation_Shows_No_Window)
 
 TEST(Progress, A_Long_One_Does_And_Its_Size_Stays)
 {
-    Progress_Form progress("Progress", "Saving", nullptr);
+    Progress_Form progress(nullptr, "Progress", "Saving", nullptr);
     progress.Show("a.jpg", 1, 3);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !progress.Stop_Requested() && Progress_Dialog() != nullptr; }));
     const QSize before = Progress_Dialog()->size();
@@ -237,17 +237,31 @@ TEST(Progress, Stop_Escape_And_Close_All_Stop)
         [](QDialog* dialog) { QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton); },
         [](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); }, [](QDialog* dialog) { dialog->close(); }};
     for (const auto& way : ways) {
-        Progress_Form progress("Progress", "Saving", nullptr);
+        Progress_Form progress(nullptr, "Progress", "Saving", nullptr);
         EXPECT_TRUE(QTest::qWaitFor([&] { return !progress.Stop_Requested() && Progress_Dialog() != nullptr; }));
         way(Progress_Dialog());
         EXPECT_TRUE(progress.Stop_Requested());
     }
 }
 
+TEST(Progress, Remembers_Its_Place)
+{
+    Scripted_Platform scripted;
+    QPoint corner;
+    {
+        Progress_Form progress(&scripted.platform, "Progress", "Saving", nullptr);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !progress.Stop_Requested() && Progress_Dialog() != nullptr; }));
+        Progress_Dialog()->move(33, 44);
+        corner = Progress_Dialog()->geometry().topLeft() * 15; // twips
+    }
+    const QString place = scripted.settings.user["Brennick\\Halvine"]["Halvine-Message"];
+    EXPECT_TRUE(place.startsWith(QStringLiteral("WOR:%1:%2,").arg(corner.x()).arg(corner.y()))) << place.toStdString();
+}
+
 TEST(Progress, Outlives_Its_Owner)
 {
     auto owner = std::make_unique<QWidget>();
-    Progress_Form progress("Progress", "Saving", owner.get());
+    Progress_Form progress(nullptr, "Progress", "Saving", owner.get());
     owner.reset();
     progress.Show("a.jpg", 1, 2);
     EXPECT_TRUE(progress.Stop_Requested());
@@ -261,7 +275,7 @@ TEST(Names_Of_Widgets, Are_There_In_Every_Dialog)
     File_List_Dialog list(nullptr, "Files that cannot be read", {"/a.jpg"}, true, nullptr);
     EXPECT_EQ("", nameless(list));
     QWidget owner;
-    Progress_Form progress("Saving", "one", &owner);
+    Progress_Form progress(nullptr, "Saving", "one", &owner);
     EXPECT_EQ("", nameless(*owner.findChild<QDialog*>()));
     std::string shown = "nothing was shown";
     When_Asked([&](QWidget* modal) {

@@ -4,6 +4,37 @@
 
 namespace {
 
+TEST_F(Rename_Window_Test, Each_List_Has_Its_Texts)
+{
+    struct List_Texts {
+        std::function<void()> open;
+        const char *text, *name_column, *value_column;
+    };
+    const List_Texts lists[] = {
+        {[&] { windows.Rename_Pattern_Dialog(); }, "Enter Rename Pattern Name And Pattern Using Wildcards * ? # [ ]",
+         "Pattern Name", "'Change Part Of File Name' Pattern"},
+        {[&] { windows.Rename_Formula_Dialog(); }, "Enter Rename Formula Using VBA Expression Syntax", "Formula Name",
+         "'Change This Part To' Formula"},
+        {[&] { windows.File_Data_Formula_Dialog(); }, "Enter File Data Formula Using VBA Expression Syntax",
+         "Formula Name", "'Change This Part To' Formula"},
+    };
+    for (const List_Texts& list : lists) {
+        user = [&] {
+            QStringList texts;
+            for (const QLabel* label : window->findChildren<QLabel*>()) texts << label->text();
+            EXPECT_TRUE(texts.contains(Q(list.text))) << texts.join(u'\n').toStdString();
+            EXPECT_EQ(Head(1), Q(list.name_column));
+            EXPECT_EQ(Head(2), Q(list.value_column));
+            EXPECT_EQ(Grid().Content().Columns(), 2);
+            EXPECT_EQ(Part<QPushButton>("Execute_Command").text(), "Done");
+            EXPECT_EQ(Cell(1, 1), "(none)");
+            EXPECT_EQ(window->findChildren<QPushButton*>().size(), 1) << "Done alone";
+            window->reject();
+        };
+        list.open();
+    }
+}
+
 TEST_F(Rename_Window_Test, None_Cannot_Be_Edited)
 {
     user = [&] {

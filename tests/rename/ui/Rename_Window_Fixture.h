@@ -76,6 +76,11 @@ protected:
         QTest::keyClick(&field, Qt::Key_Delete);
         QTest::keyClicks(&field, Q(text));
     }
+    /// The first letter opens a cell's editor, which gets the others.
+    void Type_At_Focus(const char* text)
+    {
+        for (const QChar letter : Q(text)) QTest::keyClicks(QApplication::focusWidget(), letter);
+    }
     QString Text(const char* name) { return Part<QLineEdit>(name).text(); }
     void Choose(const char* name, const char* text) { Part<QComboBox>(name).setCurrentText(Q(text)); }
     void Press(const char* name) { QTest::mouseClick(&Part<QPushButton>(name), Qt::LeftButton); }

@@ -18,8 +18,7 @@ TEST_F(Rename_Window_Test, A_Holiday_Is_Named_While_The_User_Types)
         EXPECT_EQ(Grid().Content().CellValue(4, 2).toInt(), 2) << "the picture's index";
         EXPECT_EQ(Text("Rename_Change_From_Text"), "IMG_") << "what all names begin with is proposed";
         EXPECT_FALSE(Part<QPushButton>("Execute_Command").isEnabled());
-        EXPECT_EQ(Part<QLabel>("Status_Label").text(),
-                  "2 files, 0 new names. Type into Change To what takes its place");
+        EXPECT_EQ(Part<QLabel>("Status_Label").text(), "Type into Change To what takes its place");
         Type("Rename_Change_From_Text", "IMG");
         Type("Rename_Change_To_Text", "T");
         EXPECT_EQ(New_Names(), (QStringList{Q("T_0012.jpg"), Q("T_0013.jpg")})) << "at the first key";
@@ -80,12 +79,11 @@ TEST_F(Rename_Window_Test, A_Faulty_Formula_Shows_Its_Frame_And_The_Names_Stay)
         EXPECT_FALSE(Part<QFrame>("Formula_Error_Frame").isVisible());
         Choose("Rename_Formula_Combo", "Broken");
         EXPECT_TRUE(Part<QFrame>("Formula_Error_Frame").isVisible());
-        EXPECT_TRUE(Part<QLabel>("Formula_Error_Label").text().contains(Q(" (Formula Broken, Character Position ")))
+        EXPECT_TRUE(Part<QLabel>("Formula_Error_Label").text().endsWith(Q(" (Formula Broken, Character Position 12)")))
             << Part<QLabel>("Formula_Error_Label").text().toStdString();
         auto& text = Part<QLineEdit>("Formula_Error_Text");
         EXPECT_EQ(text.text(), "ChangeTo & FileVPix");
-        EXPECT_TRUE(text.hasSelectedText());
-        EXPECT_EQ(text.selectionStart() + text.selectedText().size(), text.text().size()) << "to the end";
+        EXPECT_EQ(text.selectedText(), "FileVPix") << "from the position to the end";
         EXPECT_EQ(New_Names(), before);
         EXPECT_FALSE(Part<QPushButton>("Execute_Command").isEnabled());
         Choose("Rename_Formula_Combo", "(none)");

@@ -30,6 +30,42 @@ TEST_F(Rename_Window_Test, Descriptions_Are_Written_Back_At_Describe)
     EXPECT_EQ(descriptions[0], "the sea") << "a cancel writes nothing";
 }
 
+TEST_F(Rename_Window_Test, Descriptions_Are_Typed_One_After_The_Other)
+{
+    for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) Put_Picture(name);
+    QStringList descriptions{QString(), QString(), QString()};
+    user = [&] {
+        for (const char* text : {"the sea", "a hill", "a boat"}) {
+            Type_At_Focus(text);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        }
+        EXPECT_EQ(Grid().Content().ActiveRow(), 3) << "the last row";
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), "Execute_Command") << "out of the rows";
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    };
+    EXPECT_TRUE(windows.Describe_Dialog(All(), descriptions));
+    EXPECT_EQ(descriptions, (QStringList{Q("the sea"), Q("a hill"), Q("a boat")}));
+}
+
+TEST_F(Rename_Window_Test, A_Time_That_Is_None_Is_Told_At_Enter_And_Stays_Open)
+{
+    for (const char* name : {"a.jpg", "b.jpg"}) Put_Picture(name);
+    std::vector<float> seconds{0, 0};
+    user = [&] {
+        Type_At_Focus("soon");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(Last_Message(), "\"soon\" is no time in seconds. A blank cell is the default time.");
+        EXPECT_TRUE(Grid().EditCellActive());
+        EXPECT_EQ(Grid().Content().ActiveRow(), 1);
+        Press("Execute_Command");
+        EXPECT_TRUE(window->isVisible()) << "nor does the button take it";
+        Grid().EditCellCancel();
+        Press("Cancel_Command");
+    };
+    EXPECT_FALSE(windows.Slide_Time_Dialog(All(), seconds, 2.0F));
+}
+
 TEST_F(Rename_Window_Test, Ctrl_Enter_Takes_The_Description_That_Is_Being_Typed)
 {
     Put_Picture("a.jpg");
