@@ -74,25 +74,6 @@ double Rounded_Decimal(double value, int digits)
     return rounded == 0 ? 0.0 : rounded;
 }
 
-QString Type_Name(Type type)
-{
-    switch (type) {
-    case Type::Empty: return QStringLiteral("Empty");
-    case Type::Null: return QStringLiteral("Null");
-    case Type::Integer: return QStringLiteral("Integer");
-    case Type::Long: return QStringLiteral("Long");
-    case Type::Single: return QStringLiteral("Single");
-    case Type::Double: return QStringLiteral("Double");
-    case Type::Date: return QStringLiteral("Date");
-    case Type::String: return QStringLiteral("String");
-    case Type::Error: return QStringLiteral("Error");
-    case Type::Boolean: return QStringLiteral("Boolean");
-    case Type::Byte: return QStringLiteral("Byte");
-    case Type::Array: return QStringLiteral("Variant()");
-    }
-    return {};
-}
-
 bool Is_Numeric(const Variant& value)
 {
     switch (value.Type()) {
@@ -119,6 +100,25 @@ std::uint32_t Next_Random(Random_State& state)
 }
 
 } // namespace
+
+QString Type_Name(Type type)
+{
+    switch (type) {
+    case Type::Empty: return QStringLiteral("Empty");
+    case Type::Null: return QStringLiteral("Null");
+    case Type::Integer: return QStringLiteral("Integer");
+    case Type::Long: return QStringLiteral("Long");
+    case Type::Single: return QStringLiteral("Single");
+    case Type::Double: return QStringLiteral("Double");
+    case Type::Date: return QStringLiteral("Date");
+    case Type::String: return QStringLiteral("String");
+    case Type::Error: return QStringLiteral("Error");
+    case Type::Boolean: return QStringLiteral("Boolean");
+    case Type::Byte: return QStringLiteral("Byte");
+    case Type::Array: return QStringLiteral("Variant()");
+    }
+    return {};
+}
 
 Error_Number Run_Abs(Library_Context&, Arguments arguments, Variant& result)
 {

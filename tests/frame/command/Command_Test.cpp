@@ -125,6 +125,27 @@ TEST_F(Hv, Help_And_Version_End_With_Zero)
     EXPECT_TRUE(help.out.contains(Q("--divisor")));
 }
 
+TEST_F(Hv, Every_Command_Stands_In_The_Manual_And_Is_Offered_To_The_Shell)
+{
+    const auto text = [](const char* name) {
+        QFile file(Q(HALVINE_SOURCE_DIR "/resources/") + Q(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        return QString::fromUtf8(file.readAll());
+    };
+    const QString manual = text("man/hv.1"), completion = text("completion/hv");
+    const QStringList offered = completion.section(Q("commands=\""), 1, 1).section(u'"', 0, 0).split(u' ');
+    int commands = 0;
+    for (const QString& line : Run("--help").out.split(u'\n')) {
+        if (!line.startsWith(Q("  "))) continue;
+        const QString command = line.trimmed().section(u' ', 0, 0);
+        ++commands;
+        EXPECT_TRUE(manual.contains(Q("hv ") + command)) << command.toStdString();
+        EXPECT_TRUE(offered.contains(command)) << command.toStdString();
+        EXPECT_TRUE(Run({command, Q("--help")}).out.contains(Q("--json"))) << command.toStdString();
+    }
+    EXPECT_EQ(offered.size(), commands);
+}
+
 TEST_F(Hv, A_Bad_File_Costs_One_Line_And_The_Others_Are_Done)
 {
     Make("a.jpg");
