@@ -9,3 +9,4 @@
 #include "bkimgutl/contract/Load_Ahead.h"
 #include "bkimgutl/contract/Tone.h"
 #include "bkimgutl/contract/Types.h"
+#include "bkimgutl/contract/Window_System.h"

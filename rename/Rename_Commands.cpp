@@ -188,13 +188,13 @@ void Rename_Commands::Run_Copies(const Batch& batch, const std::string& folder)
     if (!Make_Room(batch)) return parts_.show_file_changes();
     const int total = int(batch.moves.size());
     const QString doing = QStringLiteral("Copying %1 of %2");
-    const auto progress =
-        Dialogs().Open_Progress(QStringLiteral("Halvine - Copy/Rename Selected to Folder"), doing.arg(0).arg(total));
+    const auto progress = Dialogs().Operation_Progress_Cancel_Dialog(
+        QStringLiteral("Halvine - Copy/Rename Selected to Folder"), doing.arg(0).arg(total));
     File_Failures failures;
     for (int i = 0; i < total; ++i) {
         const Rename_Move& move = batch.moves[std::size_t(i)];
-        progress->Show(doing.arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(doing.arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         const auto copied =
             Copy_Whole_File(move.folder + move.old_name, folder + move.new_name, {.when_taken = When_Taken::Refuse});
         if (!copied) failures.Add(Old_Path(move), copied.error());

@@ -45,6 +45,8 @@ public:
     virtual Result<std::vector<std::byte>> Read_Profile(const Regular_File&) const { return std::vector<std::byte>(); }
     /// The XMP packet, whole; empty when there is none. It travels along likewise.
     virtual Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const = 0;
+    /// The image resources with the IPTC record, see Image_Resources.h; empty without any. They travel along likewise.
+    virtual Result<std::vector<std::byte>> Read_Resources(const Regular_File& file) const = 0;
     virtual Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const = 0; ///< upright, with its origin
     /// Whether all coded data seems to be there, as far as a look without decoding tells.
     virtual bool Is_Complete(const Regular_File& file) const = 0;

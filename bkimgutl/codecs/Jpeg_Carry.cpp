@@ -1,6 +1,7 @@
 #include "bkimgutl/codecs/Jpeg_Carry.h"
 
 #include "bkimgutl/codecs/EXIF_Block.h"
+#include "bkimgutl/codecs/Image_Resources.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Jpeg_XMP.h"
 
@@ -146,7 +147,16 @@ private:
             const auto profile = Profile_Of_Jpeg(parent_.file, parent_.head);
             keep_profile_ = profile && Fits(*profile, plan_.colors);
         }
+        if (Is_Other_Picture()) resources_ = Resources_Without_Thumbnails();
         return {};
+    }
+
+    Bytes Resources_Without_Thumbnails() const
+    {
+        auto resources = Resources_Of_Jpeg(parent_.file, parent_.head);
+        if (!resources) return {};
+        Blank_Thumbnails(*resources);
+        return std::move(*resources);
     }
 
     Result<void> Write_Missing_JFIF()
@@ -168,6 +178,7 @@ private:
         case Segment_Kind::Adobe: return plan_.pixels != Pixels::Encoded || Adobe_Says_YCbCr(segment);
         case Segment_Kind::Coding: return Copies_Data();
         case Segment_Kind::EXIF:
+        case Segment_Kind::Resources:
         case Segment_Kind::Foreign: return true;
         }
         return true;
@@ -186,7 +197,18 @@ private:
         if (&segment == first_JFIF_) Mend_JFIF(*data);
         if (&segment == first_EXIF_ && plan_.pixels != Pixels::As_Stored)
             Mend_EXIF_Block(*data, plan_.orientation, Is_Other_Picture());
+        if (segment.kind == Segment_Kind::Resources) Take_Resources(*data);
         return Write_Segment(target_, segment.marker, *data);
+    }
+
+    /// The mended resources go back into the segments that they came from.
+    void Take_Resources(Bytes& data)
+    {
+        const std::size_t bytes = data.size() - Resources_Head.size();
+        if (bytes > resources_.size() - resources_taken_) return;
+        std::copy_n(resources_.begin() + std::ptrdiff_t(resources_taken_), bytes,
+                    data.begin() + std::ptrdiff_t(Resources_Head.size()));
+        resources_taken_ += bytes;
     }
 
     void Mend_JFIF(Bytes& data) const
@@ -211,6 +233,8 @@ private:
     bool keep_profile_ = true;
     const Jpeg_Segment* first_JFIF_ = nullptr;
     const Jpeg_Segment* first_EXIF_ = nullptr;
+    Bytes resources_; ///< of all segments; empty where they go along as they stand
+    std::size_t resources_taken_ = 0;
 };
 
 /// Everything from `at` to the end of the file, what stands behind the picture included.
@@ -266,6 +290,8 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
     if (auto good = Write_Texts(target, plan); !good) return good;
     if (const Bytes xmp = XMP_Segment_Data(std::move(foreign.xmp)); !xmp.empty())
         if (auto good = Write_Segment(target, Marker_APP1, xmp); !good) return good;
+    Blank_Thumbnails(foreign.resources);
+    if (auto good = target.Write(Resource_Segments(foreign.resources)); !good) return good;
     if (!Fits(foreign.profile, plan.colors)) return {};
     return target.Write(Profile_Segments(foreign.profile));
 }

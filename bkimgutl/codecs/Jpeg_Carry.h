@@ -12,7 +12,7 @@
 // - comment and script, which are replaced,
 // - the resolution in JFIF, when it is not what the new file is to have,
 // - in the camera block, the orientation and the thumbnail, when the pixels are not the parent's as stored,
-// - the thumbnails of JFIF and JFXX in the same case,
+// - the thumbnails of JFIF, JFXX and the image resources in the same case,
 // - Adobe's mark and the colour profile, when the new pixels are of another colour model.
 //
 //   start | JFIF, JFXX, camera block | comment, script | everything else of the parent | tables and picture data
@@ -54,6 +54,7 @@ struct Foreign_Data {
     std::vector<std::byte> exif{};
     std::vector<std::byte> profile{};
     std::vector<std::byte> xmp{}; ///< left out when it is longer than a segment
+    std::vector<std::byte> resources{};
 };
 
 /// The same without a JPEG parent.

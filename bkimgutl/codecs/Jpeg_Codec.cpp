@@ -109,7 +109,7 @@ Result<void> Write_From_Jpeg(Replacement_File& target, const Save_Request& reque
     return {};
 }
 
-/// The camera block, the profile and the XMP packet of a TIFF parent, all empty without a parent.
+/// What a TIFF parent gives along, all empty without a parent.
 Result<void> Write_From_Others(Replacement_File& target, const Save_Request& request, Image_File_Type parent_type)
 {
     Foreign_Data foreign;
@@ -121,6 +121,7 @@ Result<void> Write_From_Others(Replacement_File& target, const Save_Request& req
         foreign.exif = std::move(*block);
         if (auto found = TIFF_Codec().Read_Profile(*file)) foreign.profile = std::move(*found);
         if (auto found = TIFF_Codec().Read_XMP(*file)) foreign.xmp = std::move(*found);
+        if (auto found = TIFF_Codec().Read_Resources(*file)) foreign.resources = std::move(*found);
     }
     const Bitmap_View pixels = request.bitmap->View();
     const Encode_Settings settings{.quality = request.quality < 0 ? Usual_Quality : request.quality, .like = nullptr};
@@ -230,6 +231,10 @@ public:
     Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const override
     {
         return With_Head(file, XMP_Of_Jpeg);
+    }
+    Result<std::vector<std::byte>> Read_Resources(const Regular_File& file) const override
+    {
+        return With_Head(file, Resources_Of_Jpeg);
     }
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {

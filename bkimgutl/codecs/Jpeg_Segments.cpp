@@ -61,6 +61,7 @@ Segment_Kind Kind_Of(const Jpeg_Segment& segment)
         {Marker_APP1, "Exif\0\0"sv, 6, Segment_Kind::EXIF},
         {Marker_APP2, "ICC_PROFILE\0"sv, 14, Segment_Kind::Profile},
         {Marker_APP10, "Halvine script\0"sv, 17, Segment_Kind::Script},
+        {Marker_APP13, Resources_Head, 14, Segment_Kind::Resources},
         {Marker_APP14, "Adobe"sv, 12, Segment_Kind::Adobe},
     };
     if (segment.marker == Marker_COM) return Segment_Kind::Comment;

@@ -6,18 +6,20 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 // The head of a JPEG file: the marker segments in front of its first scan. Only markers, lengths and the first bytes of
 // each segment are read; the contents stay in the file until somebody asks.
 
 enum class Segment_Kind {
-    JFIF,    ///< version, resolution
-    JFXX,    ///< a thumbnail beside JFIF
-    EXIF,    ///< camera block
-    Profile, ///< a part of an ICC profile
-    Adobe,   ///< says which colours are stored
-    Script,  ///< our own, see Jpeg_Texts.h
+    JFIF,      ///< version, resolution
+    JFXX,      ///< a thumbnail beside JFIF
+    EXIF,      ///< camera block
+    Profile,   ///< a part of an ICC profile
+    Resources, ///< a part of the image resources, see Image_Resources.h
+    Adobe,     ///< says which colours are stored
+    Script,    ///< our own, see Jpeg_Texts.h
     Comment,
     Foreign, ///< any other application segment
     Coding,  ///< tables, frame header and the like
@@ -67,5 +69,7 @@ std::int64_t End_Of_Picture(const Regular_File& file, const Jpeg_Head& head);
 std::vector<std::byte> Segment_Bytes(std::uint8_t marker, const std::vector<std::byte>& data);
 
 constexpr std::size_t Longest_Segment_Data = 65533;
+constexpr std::string_view Resources_Head("Photoshop 3.0\0", 14);
 constexpr std::uint8_t Marker_SOI = 0xD8, Marker_EOI = 0xD9, Marker_SOS = 0xDA, Marker_APP0 = 0xE0, Marker_APP1 = 0xE1,
-                       Marker_APP2 = 0xE2, Marker_APP10 = 0xEA, Marker_APP14 = 0xEE, Marker_COM = 0xFE;
+                       Marker_APP2 = 0xE2, Marker_APP10 = 0xEA, Marker_APP13 = 0xED, Marker_APP14 = 0xEE,
+                       Marker_COM = 0xFE;

@@ -156,6 +156,21 @@ Result<std::vector<std::byte>> Profile_Of_Jpeg(const Regular_File& file, const J
     return Joined_Parts(file, head, Profile_Parts());
 }
 
+Result<std::vector<std::byte>> Resources_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head)
+{
+    constexpr std::size_t most_bytes = std::size_t(64) << 20;
+    std::vector<std::byte> resources;
+    for (const Jpeg_Segment& segment : head.segments) {
+        if (segment.kind != Segment_Kind::Resources) continue;
+        const auto data = Read_Segment(file, segment);
+        if (!data) return data;
+        resources.insert(resources.end(), data->begin() + std::ptrdiff_t(Resources_Head.size()), data->end());
+        if (resources.size() > most_bytes)
+            return Failure("has image resources of more than " + std::to_string(most_bytes) + " bytes");
+    }
+    return resources;
+}
+
 Result<Picture_Facts> Facts_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head)
 {
     Picture_Facts facts{.width = head.width, .height = head.height, .pixel_depth = head.precision * head.components};

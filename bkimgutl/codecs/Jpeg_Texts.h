@@ -23,6 +23,8 @@ Result<std::string> Script_Of_Jpeg(const Regular_File& file, const Jpeg_Head& he
 
 Result<std::vector<std::byte>> EXIF_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head);
 Result<std::vector<std::byte>> Profile_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head);
+/// The image resources, put together from their segments in the file's order; empty without any.
+Result<std::vector<std::byte>> Resources_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head);
 
 /// Size and resolution upright; the resolution is JFIF's, or else EXIF's.
 Result<Picture_Facts> Facts_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head);

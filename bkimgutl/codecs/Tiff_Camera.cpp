@@ -172,16 +172,44 @@ std::vector<std::byte> Tiff_Assembly::Finish() &&
 
 namespace {
 
-constexpr std::uint16_t Camera_Tags[] = {Tiff_Tag::Make,         Tiff_Tag::Model,        Tiff_Tag::Orientation,
-                                         Tiff_Tag::X_Resolution, Tiff_Tag::Y_Resolution, Tiff_Tag::Resolution_Unit,
-                                         Tiff_Tag::Software,     Tiff_Tag::Date_Time,    Tiff_Tag::Artist,
-                                         Tiff_Tag::Copyright};
+/// Tags of the first directory that a camera block has in its own first directory, or that some programs put there: they
+/// tell about the picture, not about its pixels.
+struct Tag_Range {
+    std::uint16_t first, last;
+};
+constexpr Tag_Range Camera_Tags[] = {
+    {269, 269},     // name of the document
+    {271, 272},     // make, model
+    {274, 274},     // orientation
+    {282, 283},     // resolution
+    {285, 285},     // name of the page
+    {296, 296},     // unit of the resolution
+    {305, 306},     // software, date and time
+    {315, 316},     // artist, host computer
+    {18246, 18246}, // rating in stars
+    {18249, 18249}, // rating in percent
+    {33432, 33437}, // copyright, exposure time, F number
+    {34850, 34852}, // exposure program
+    {34855, 34867}, // sensitivity, time zone, self-timer
+    {36867, 36882}, // dates taken and digitized, time zones
+    {37121, 37399}, // exposure, light, lens, subject
+    {40091, 40095}, // title, comment, author, keywords and subject of a desktop's file properties
+    {50341, 50341}, // how to print
+};
 
-/// Tags that nearly every TIFF file has say nothing of a camera.
+bool Is_Camera_Tag(std::uint16_t tag)
+{
+    return std::any_of(std::begin(Camera_Tags), std::end(Camera_Tags),
+                       [tag](const Tag_Range& range) { return tag >= range.first && tag <= range.last; });
+}
+
+/// Orientation and resolution, which nearly every TIFF file has, say nothing of a camera.
 bool Tells_Of_A_Camera(const Tiff_Branch& root)
 {
-    return !root.children.empty() || std::any_of(root.fields.begin(), root.fields.end(), [](const auto& field) {
-        return field.tag == Tiff_Tag::Make || field.tag == Tiff_Tag::Model || field.tag >= Tiff_Tag::Software;
+    constexpr std::uint16_t plain[] = {Tiff_Tag::Orientation, Tiff_Tag::X_Resolution, Tiff_Tag::Y_Resolution,
+                                       Tiff_Tag::Resolution_Unit};
+    return !root.children.empty() || std::any_of(root.fields.begin(), root.fields.end(), [&](const auto& field) {
+        return std::find(std::begin(plain), std::end(plain), field.tag) == std::end(plain);
     });
 }
 
@@ -216,13 +244,13 @@ Result<std::vector<std::byte>> Camera_Block_Of_Tiff(const Tiff_Structure& struct
     if (!directory) return tl::make_unexpected(directory.error());
     auto root = Camera_Branch(structure, *directory, most_bytes);
     if (!root) return tl::make_unexpected(root.error());
-    for (const std::uint16_t tag : Camera_Tags) {
-        const Tiff_Entry* entry = directory->Find(tag);
-        if (entry == nullptr) continue;
-        auto value = structure.Value(*entry, most_bytes);
+    for (const Tiff_Entry& entry : directory->entries) {
+        if (!Is_Camera_Tag(entry.tag) || Find_Field(root->fields, entry.tag) != nullptr) continue;
+        auto value = structure.Value(entry, most_bytes);
+        if (!value && entry.size <= structure.Size() && entry.size > most_bytes) return Too_Large(most_bytes);
         if (value)
             root->fields.push_back(
-                {.tag = tag, .type = entry->type, .count = entry->count, .value = std::move(*value)});
+                {.tag = entry.tag, .type = entry.type, .count = entry.count, .value = std::move(*value)});
     }
     if (!Tells_Of_A_Camera(*root)) return std::vector<std::byte>();
     const Tiff_Layout layout{.little_endian = structure.Layout().little_endian, .big = false};

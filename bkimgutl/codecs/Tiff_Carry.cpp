@@ -1,6 +1,6 @@
 #include "bkimgutl/codecs/Tiff_Carry.h"
 
-#include "bkimgutl/codecs/Jpeg_Segments.h"
+#include "bkimgutl/codecs/Image_Resources.h"
 #include "bkimgutl/codecs/Tiff_Camera.h"
 
 #include <algorithm>
@@ -137,6 +137,7 @@ Result<Tiff_Fields> Carried_Fields(const Tiff_Structure& parent, const Tiff_Dire
         if (!value) continue; // points outside of the file: there is nothing to carry
         left -= value->size();
         if (entry.tag == Tiff_Tag::ICC_Profile && channels != 0 && !Profile_Fits(*value, channels)) continue;
+        if (entry.tag == Tiff_Tag::Photoshop) Blank_Thumbnails(*value);
         fields.push_back({.tag = entry.tag, .type = entry.type, .count = entry.count, .value = std::move(*value)});
     }
     return fields;
@@ -166,7 +167,7 @@ Result<Tiff_Carried> Carried_From_Tiff(const Tiff_Structure& parent, const Tiff_
 
 namespace {
 
-/// Profile, XMP and Photoshop data, which JPEG files keep in segments.
+/// Profile, XMP and image resources, which JPEG files keep in segments.
 Result<void> Take_Segments(const Regular_File& parent, int channels, Tiff_Fields& fields)
 {
     const auto profile = JPEG_Codec().Read_Profile(parent);
@@ -174,19 +175,12 @@ Result<void> Take_Segments(const Regular_File& parent, int channels, Tiff_Fields
         Set_Field(fields, Bytes_Field(Tiff_Tag::ICC_Profile, Tiff_Type::Undefined, *profile));
     if (const auto xmp = JPEG_Codec().Read_XMP(parent); xmp && !xmp->empty())
         Set_Field(fields, Bytes_Field(Tiff_Tag::XMP, Tiff_Type::Byte, *xmp));
-    const auto head = Read_Jpeg_Head(parent);
-    if (!head) return tl::make_unexpected(head.error());
-    using namespace std::string_view_literals;
-    constexpr auto start = "Photoshop 3.0\0"sv;
-    std::vector<std::byte> all; // goes on in further segments
-    for (const Jpeg_Segment& segment : head->segments) {
-        if (segment.bytes < start.size() || std::memcmp(segment.first.data(), start.data(), start.size()) != 0)
-            continue;
-        const auto data = Read_Segment(parent, segment);
-        if (!data) return tl::make_unexpected(data.error());
-        all.insert(all.end(), data->begin() + std::ptrdiff_t(start.size()), data->end());
-    }
-    if (!all.empty()) Set_Field(fields, Bytes_Field(Tiff_Tag::Photoshop, Tiff_Type::Byte, all));
+    auto resources = JPEG_Codec().Read_Resources(parent);
+    if (!resources) return tl::make_unexpected(resources.error());
+    Blank_Thumbnails(*resources);
+    if (!resources->empty()) Set_Field(fields, Bytes_Field(Tiff_Tag::Photoshop, Tiff_Type::Byte, *resources));
+    if (const auto iptc = IPTC_Of_Resources(*resources); !iptc.empty())
+        Set_Field(fields, Bytes_Field(Tiff_Tag::IPTC, Tiff_Type::Undefined, iptc));
     return {};
 }
 

@@ -1,3 +1,4 @@
+#include "bkimgutl/codecs/Image_Resources.h"
 #include "bkimgutl/codecs/Save_Checks.h"
 #include "bkimgutl/codecs/Tiff_Camera.h"
 #include "bkimgutl/codecs/Tiff_Carry.h"
@@ -337,6 +338,15 @@ public:
     Result<std::vector<std::byte>> Read_XMP(const Regular_File& file) const override
     {
         return Value_Of(file, Tiff_Tag::XMP);
+    }
+    Result<std::vector<std::byte>> Read_Resources(const Regular_File& file) const override
+    {
+        // Either may be damaged, or not be there, without the other.
+        const auto or_none = [](Result<std::vector<std::byte>> value) {
+            return std::move(value).value_or(std::vector<std::byte>());
+        };
+        auto iptc = IPTC_In_Order(or_none(Value_Of(file, Tiff_Tag::IPTC)));
+        return Resources_With_IPTC(or_none(Value_Of(file, Tiff_Tag::Photoshop)), iptc);
     }
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {

@@ -39,6 +39,7 @@ enum Number : std::uint16_t {
     Sub_Directories = 330,
     XMP = 700,
     Copyright = 33432,
+    IPTC = 33723,
     Photoshop = 34377,
     EXIF_Directory = 34665,
     ICC_Profile = 34675,

@@ -3,38 +3,26 @@
 #include "bkimgutl/codecs/Codec.h"
 #include "bkimgutl/codecs/Stored_Text.h"
 #include "bkimgutl/contract/Opened_Picture.h"
+#include "bkimgutl/contract/Text_Buffer.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
 
-#include <algorithm>
-#include <cstring>
 #include <optional>
 #include <span>
 
 namespace {
 
-/// Copies into the caller's buffer. The length is negative when the whole was longer than the buffer or fills it.
-void Put(std::span<const std::byte> bytes, void* buffer, std::int32_t size, std::int32_t* length)
-{
-    const std::size_t room = buffer == nullptr ? 0 : std::size_t(std::max(size, 0));
-    const std::size_t copied = std::min(bytes.size(), room);
-    if (copied > 0) std::memcpy(buffer, bytes.data(), copied);
-    if (copied < room) static_cast<char*>(buffer)[copied] = '\0';
-    const bool fills_buffer = bytes.size() >= room && !bytes.empty();
-    if (length != nullptr) *length = fills_buffer ? -std::int32_t(copied) : std::int32_t(copied);
-}
-
 template <class Reader>
 Flag Give_Text(std::string_view path, std::int32_t type, char* buffer, std::int32_t size, std::int32_t* length,
                Reader read)
 {
-    Put({}, buffer, size, length);
+    Put_In_Buffer({}, buffer, size, length);
     const auto opened = Open_Picture(path, type);
     if (!opened) return Fail_Flag(opened.error());
     const auto stored = read(*opened);
     if (!stored) return Fail_Flag(Named(opened->path, stored.error()));
     const std::string text = UTF8_From_Stored(*stored);
-    Put(std::as_bytes(std::span(text)), buffer, size, length);
+    Put_In_Buffer(std::as_bytes(std::span(text)), buffer, size, length);
     return Flag_True;
 }
 
@@ -57,7 +45,7 @@ Result<void> Save(const Save_Request& request, std::int32_t type)
 
 void Get_Last_Image_Error_String(char* buffer, std::int32_t size, std::int32_t* length)
 {
-    Put(std::as_bytes(std::span(Last_Error_Text())), buffer, size, length);
+    Put_In_Buffer(std::as_bytes(std::span(Last_Error_Text())), buffer, size, length);
 }
 
 std::int32_t Get_Image_File_Type_From_Signature(std::string_view path)
@@ -101,12 +89,12 @@ Flag Get_File_Image_Script(std::string_view path, std::int32_t type, char* buffe
 Flag Get_File_EXIF_Data(std::string_view path, std::int32_t type, unsigned char* buffer, std::int32_t size,
                         std::int32_t* length)
 {
-    Put({}, buffer, size, length);
+    Put_In_Buffer({}, buffer, size, length);
     const auto opened = Open_Picture(path, type);
     if (!opened) return Fail_Flag(opened.error());
     const auto block = opened->codec->Read_EXIF(opened->file);
     if (!block) return Fail_Flag(Named(opened->path, block.error()));
-    Put(*block, buffer, size, length);
+    Put_In_Buffer(*block, buffer, size, length);
     return Flag_True;
 }
 

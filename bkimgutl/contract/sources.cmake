@@ -8,6 +8,10 @@ list(APPEND bkimgutl_sources
     contract/Load_Ahead.h
     contract/Opened_Picture.h
     contract/Scale.cpp
+    contract/Text_Buffer.cpp
+    contract/Text_Buffer.h
     contract/Tone.cpp
     contract/Tone.h
-    contract/Types.h)
+    contract/Types.h
+    contract/Window_System.cpp
+    contract/Window_System.h)

@@ -48,24 +48,18 @@ HWY_INLINE void For_Lanes(const std::uint8_t* source, const std::int16_t* blurre
     std::memcpy(out + x, result, count - x);
 }
 
-/// The sum of both parts in 1 / 12800 level is an exact integer. Its quotient, rounded to nearest, is right but where the
-/// sum lies half-way; there the rest tells which of the two neighbours was taken, and the even one is.
+/// The sum of both parts in 1 / 12800 level is an exact integer, and its quotient in single precision lies on the same side
+/// of every half as the true one, or on it: so it rounds half to even as the true one does.
 void Mix_Blur(const std::uint8_t* source, const std::int16_t* blurred, std::size_t count, int weight_percent,
               std::uint8_t* out)
 {
     const Floats_Tag d;
     const Ints_Tag di;
     const Ints by_source = hn::Set(di, (100 - weight_percent) * 128), by_blur = hn::Set(di, weight_percent);
-    const Ints one = hn::Set(di, 1), half = hn::Set(di, 6400);
     For_Lanes(source, blurred, count, out,
               [&](const std::uint8_t* s, const std::int16_t* b, std::uint8_t* to) HWY_ATTR {
                   const Ints sum = hn::Add(hn::Mul(Levels(s), by_source), hn::Mul(Samples(b), by_blur));
-                  const Ints near = hn::NearestInt(hn::Mul(hn::ConvertTo(d, sum), hn::Set(d, 1.0F / 12800)));
-                  const Ints rest = hn::Sub(sum, hn::Mul(near, hn::Set(di, 12800)));
-                  const Ints odd = hn::And(near, one);
-                  const Ints up = hn::IfThenElseZero(hn::Eq(rest, half), odd);
-                  const Ints down = hn::IfThenElseZero(hn::Eq(rest, hn::Neg(half)), odd);
-                  Store_Levels(hn::Add(near, hn::Sub(up, down)), to);
+                  Store_Levels(hn::NearestInt(hn::Mul(hn::ConvertTo(d, sum), hn::Set(d, 1.0F / 12800))), to);
               });
 }
 

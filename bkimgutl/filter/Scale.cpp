@@ -64,13 +64,9 @@ Taps Taps_Of(int output, int from, int to, Interpolation_Method method)
     Taps taps;
     taps.first = std::max(0, int(std::ceil(centre - reach)) - 1);
     const int last = std::min(from - 1, int(std::floor(centre + reach)) + 1);
-    double sum = 0;
-    for (int i = taps.first; i <= last; ++i) {
+    for (int i = taps.first; i <= last; ++i)
         taps.weights.push_back(Interpolation_Weight(method, Distance(i, output, from, to)));
-        sum += taps.weights.back();
-    }
-    if (!(sum > 1e-6)) return {std::clamp(int(std::nearbyint(centre)), 0, from - 1), {1.0}};
-    Keep_Inside(taps, from);
+    Make_Sum_One(taps); // never 0: the sample nearest to the centre is one of them
     return taps;
 }
 

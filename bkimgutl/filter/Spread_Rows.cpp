@@ -179,7 +179,7 @@ Spread_Plan Plan_Spread(const Line_Taps& line, int channels, int bits)
     for (const auto& recipe : line.recipes) {
         std::fill(rounded.begin(), rounded.end(), 0);
         Round_Weights(recipe, bits, rounded.data());
-        for (const std::int32_t weight : rounded) spread.weights.push_back(std::int16_t(std::min(weight, 32767)));
+        for (const std::int32_t weight : rounded) spread.weights.push_back(std::int16_t(weight));
     }
     plan.samples = (line.outputs.size() * std::size_t(channels) + spread.lanes - 1) / spread.lanes * spread.lanes;
     plan.bases.resize(plan.samples / spread.group);

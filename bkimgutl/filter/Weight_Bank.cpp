@@ -6,12 +6,6 @@
 
 namespace {
 
-void Make_Sum_One(Taps& taps)
-{
-    const double sum = std::accumulate(taps.weights.begin(), taps.weights.end(), 0.0);
-    for (double& weight : taps.weights) weight /= sum;
-}
-
 int Rounded_Up(int value, int multiple)
 {
     return (value + multiple - 1) / multiple * multiple;
@@ -89,13 +83,10 @@ std::uint32_t Weight_Bank::Add_Row(const std::vector<double>& recipe, int into)
     return std::uint32_t(begin);
 }
 
-void Keep_Inside(Taps& taps, int length)
+void Make_Sum_One(Taps& taps)
 {
-    const int skip = std::max(0, -taps.first);
-    const int keep = std::min(int(taps.weights.size()), length - taps.first);
-    taps.weights = std::vector<double>(taps.weights.begin() + skip, taps.weights.begin() + keep);
-    taps.first += skip;
-    Make_Sum_One(taps);
+    const double sum = std::accumulate(taps.weights.begin(), taps.weights.end(), 0.0);
+    for (double& weight : taps.weights) weight /= sum;
 }
 
 void Fold_Into_Edges(Taps& taps, int length)

@@ -68,8 +68,7 @@ private:
     std::vector<std::int16_t> weights_;
 };
 
-/// Drops the taps outside 0..length - 1, and makes the sum 1.
-void Keep_Inside(Taps& taps, int length);
+void Make_Sum_One(Taps& taps);
 
 /// Adds the weights of the taps outside 0..length - 1 to the nearest edge, and makes the sum 1.
 void Fold_Into_Edges(Taps& taps, int length);

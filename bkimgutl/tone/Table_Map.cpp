@@ -1,12 +1,13 @@
 #include "bkimgutl/tone/Table_Map.h"
 
-#include "bkimgutl/core/Color.h"
+#include "bkimgutl/contract/Types.h"
 #include "bkimgutl/core/Row_Loop.h"
 #include "bkimgutl/tone/Clip_Table.h"
+#include "bkimgutl/tone/Histogram.h"
 #include "bkimgutl/tone/Map_Row.h"
 
 #include <algorithm>
-#include <atomic>
+#include <array>
 
 namespace {
 
@@ -77,28 +78,6 @@ Hsv_Maps Hsv_Maps_Of(const std::int32_t* saturation_table, const std::int32_t* v
     return maps;
 }
 
-using Level_Counts = std::array<std::int32_t, 256>;
-
-void Count_Row(const Bitmap_View& source, int y, Level_Counts& counts)
-{
-    const std::uint8_t* pixel = source.Row(y);
-    for (int x = 0; x < source.width; ++x, pixel += source.bytes_per_pixel)
-        ++counts[source.Is_Grey() ? *pixel : std::size_t(RGB_To_Luminance(pixel[2], pixel[1], pixel[0]))];
-}
-
-Level_Counts Luminance_Counts(const Bitmap_View& source)
-{
-    std::array<std::atomic<std::int32_t>, 256> sums{};
-    For_Rows(source.height, source.Row_Bytes(), [&](int first, int end) {
-        Level_Counts counts{};
-        for (int y = first; y < end; ++y) Count_Row(source, y, counts);
-        for (std::size_t i = 0; i < 256; ++i) sums[i] += counts[i];
-    });
-    Level_Counts counts;
-    std::copy(sums.begin(), sums.end(), counts.begin());
-    return counts;
-}
-
 } // namespace
 
 Result<Bitmap> Table_Mapped(const Bitmap_View& source, const Table_Map_Settings& settings)
@@ -124,7 +103,11 @@ Result<Bitmap> Hsv_Table_Mapped(const Bitmap_View& source, const std::int32_t* s
 
 Result<Bitmap> Contrast_Optimized(const Bitmap_View& source, float shadow_clip, float highlight_clip)
 {
-    const Level_Counts counts = Luminance_Counts(source);
+    const auto luminance = Component_Histogram(source, nullptr, Component_Luminance);
+    if (!luminance) return tl::make_unexpected(luminance.error());
+    std::array<std::int32_t, 256> counts;
+    std::transform(luminance->begin(), luminance->end(), counts.begin(),
+                   [](std::uint64_t n) { return std::int32_t(n); });
     const auto table = Clip_Table(counts, std::int64_t(source.width) * source.height, shadow_clip, highlight_clip);
     if (!table) return tl::make_unexpected(table.error());
     return Table_Mapped(source, {.component_mask = 8, .luminance = table->data()});

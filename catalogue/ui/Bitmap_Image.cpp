@@ -30,20 +30,6 @@ QImage Image_Of_Bitmap(Bitmap_Handle bitmap)
     return Upside_Down_Image(bitmap).mirrored();
 }
 
-Bitmap_Handle Bitmap_Of_Image(const QImage& image)
-{
-    if (image.isNull()) return 0;
-    Owned_Bitmap bitmap(Count_Bitmap(Create_Empty_Bitmap_CPP(image.width(), image.height(), 3, 8)));
-    if (!bitmap) return 0;
-    QImage flat(image.size(), QImage::Format_RGB32);
-    if (flat.isNull()) return 0;
-    flat.fill(Qt::white); // transparent parts show what lies under them
-    QPainter(&flat).drawImage(0, 0, image);
-    const QImage rows = flat.convertToFormat(QImage::Format_BGR888).mirrored();
-    if (!Put_Bitmap_Bytes_CPP(bitmap.Get(), rows.constBits(), std::size_t(rows.sizeInBytes()))) return 0;
-    return bitmap.Release();
-}
-
 QImage Fitted_Image(Bitmap_Handle bitmap, QSize box)
 {
     const Pixel_Size size = Size_Of_Bitmap(bitmap);

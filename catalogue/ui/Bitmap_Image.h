@@ -16,8 +16,5 @@ void Draw_Bitmap(QPainter& painter, const QRectF& target, Bitmap_Handle bitmap);
 /// An upright image of its own.
 QImage Image_Of_Bitmap(Bitmap_Handle bitmap);
 
-/// A new bitmap of 24 bits with the image over white; 0 when there is none or it is too large.
-Bitmap_Handle Bitmap_Of_Image(const QImage& image);
-
 /// The bitmap scaled to fit into `box` (device pixels), never enlarged; an image of its own.
 QImage Fitted_Image(Bitmap_Handle bitmap, QSize box);

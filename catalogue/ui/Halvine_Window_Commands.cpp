@@ -1,11 +1,9 @@
 // Menus from the table of commands, and what the commands ask of the window.
 
-#include "catalogue/ui/Bitmap_Image.h"
 #include "catalogue/ui/Halvine_Window.h"
 #include "catalogue/ui/Save_Options_Dialog.h"
 #include "catalogue/ui/Script_Item_Dialog.h"
 
-#include <QtGui/QClipboard>
 
 namespace {
 
@@ -122,7 +120,8 @@ void Halvine_Window::Show_Actions()
     }
     for (const Panel_Entry& entry : Panel_Table())
         if (entry.command.menu != Menu::None)
-            panel_->Set_Enabled(entry.id, Is_Enabled(*Find_Command(entry.command), facts));
+            panel_->Set_Enabled(entry.id, Is_Enabled(*Find_Command(entry.command), facts) ||
+                                              (entry.id == Pick_Button && facts.pick_in_progress)); // stops it
     pattern_text_->setEnabled(!facts.pick_in_progress);
 }
 
@@ -177,7 +176,7 @@ void Halvine_Window::Edit_Script_Items(std::span<const int> keys)
 
 Bitmap_Handle Halvine_Window::Clipboard_Bitmap()
 {
-    return Bitmap_Of_Image(QGuiApplication::clipboard()->image());
+    return Count_Bitmap(Get_Bitmap_From_Clipboard(std::intptr_t(winId())));
 }
 
 bool Halvine_Window::Leave_Full_Window_View()

@@ -4,6 +4,7 @@
 #include "catalogue/Halvine_Form.h"
 #include "catalogue/Kept_Work_Offer.h"
 #include "catalogue/ui/Halvine_Window.h"
+#include "catalogue/ui/Qt_Window_System.h"
 #include "frame/State_Folder.h"
 #include "frame/program/Program_Arguments.h"
 #include "frame/program/Program_Kernel.h"
@@ -80,6 +81,7 @@ void Take_Palette()
 int Run(const QString& command_line)
 {
     Qt_Platform desktop;
+    const Qt_Window_System window_system;
     Program_Kernel kernel;
     Qt_Printer_Binding printer;
     const Entry_Ports ports{desktop.platform, kernel, printer, {Twips_Per_Pixel, Twips_Per_Pixel}};
@@ -106,7 +108,9 @@ int Run(const QString& command_line)
     Work_Journal journal(catalogue.State(), State_Folder());
     Offer_Kept_Work(catalogue, journal, State_Folder());
     journal.Start();
+    catalogue.Set_Work_Keeper(&journal);
     const int status = QApplication::exec();
+    catalogue.Set_Work_Keeper(nullptr);
     journal.Remove();
     return status;
 }

@@ -87,6 +87,52 @@ TEST_F(Commands, A_Pick_From_Found_Files_Moves_The_Pane_To_The_Folder_Of_The_Fir
     EXPECT_EQ(1, form.State().pictures.Count());
 }
 
+TEST_F(Commands, A_Pick_That_Is_Refused_Leaves_The_Pane_On_What_Was_Found)
+{
+    host.all_files = {Make("a.jpg")};
+    host.found = true;
+    QStringList picked_from;
+    commands.Set_Picked_From([&](const QString& from) { picked_from << from; });
+    Item(Pick_New("b.jpg")).Lock_Flags = 0x1000;
+    Run(Menu::File, 101);
+    EXPECT_EQ(1U, platform.dialogs.asked.size()) << "in use";
+    EXPECT_EQ("", host.went_to);
+    EXPECT_EQ(QStringList(), picked_from);
+    Run(Menu::File, 102);
+    EXPECT_EQ(QString::fromStdString(folder.Path()) + "/", host.went_to);
+    EXPECT_EQ(QStringList{host.went_to}, picked_from);
+}
+
+TEST_F(Commands, A_Pick_That_Is_Not_Confirmed_Changes_Nothing)
+{
+    Item(Pick_New("b.jpg")).Description_Modified = true;
+    host.all_files = {Make("a.jpg")};
+    slide_show.open = true;
+    slide_show.may_abandon = false;
+    Run(Menu::File, 101);
+    EXPECT_TRUE(platform.dialogs.asked.empty()) << "the show is to be kept";
+    slide_show.may_abandon = true;
+    Run(Menu::File, 101); // the descriptions are
+    EXPECT_EQ("b.jpg", form.State().pictures.Item(1).File_Name);
+    EXPECT_TRUE(slide_show.open);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Run(Menu::File, 101);
+    EXPECT_EQ("a.jpg", form.State().pictures.Item(1).File_Name);
+    EXPECT_FALSE(slide_show.open) << "its file is forgotten";
+}
+
+TEST_F(Commands, Shift_On_The_Append_Button_Leaves_The_List_And_Waits_Like_A_Command)
+{
+    host.all_files = {Make("a.jpg")};
+    host.list = true;
+    commands.Press_Panel(Pick_Append_Button, 1, 1);
+    EXPECT_FALSE(host.list);
+    EXPECT_EQ(1, form.State().pictures.Count());
+    commands.Set_Handler({Menu::File, 801}, [&] { commands.Press_Panel(Pick_Append_Button, 1, 1); });
+    Run(Menu::File, 801);
+    EXPECT_EQ(1, form.State().pictures.Count());
+}
+
 TEST_F(Commands, The_Pick_Button_Stops_A_Pick_That_Runs)
 {
     host.all_files = {Make("0.jpg")};
@@ -100,15 +146,32 @@ TEST_F(Commands, The_Pick_Button_Stops_A_Pick_That_Runs)
     EXPECT_FALSE(form.Picking().Pick_In_Progress());
 }
 
+/// A clock on which every look is 30 milliseconds later.
+class Slow_Clock : public Clock {
+public:
+    QDateTime Now() const override { return start.addMSecs(30 * calls++); }
+    QDateTime start = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
+    mutable int calls = 0;
+};
+
+TEST_F(Commands, The_Pick_Button_Stops_A_Short_Pick_Too_Though_It_Was_Not_Turned)
+{
+    for (int i = 0; i < 5; ++i) host.all_files << Make(QStringLiteral("%1.jpg").arg(i));
+    Slow_Clock clock;
+    Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
+    Halvine_Form other(slow, &view, &slide_show);
+    Catalogue_Commands others(other, host);
+    platform.events.on_call = [&](int) { others.Press_Panel(Pick_Button, 1, 0); };
+    others.Press_Panel(Pick_Button, 1, 0);
+    EXPECT_EQ(0, view.progress_begun);
+    EXPECT_EQ(1, platform.events.calls);
+    EXPECT_GT(5, other.State().pictures.Count());
+}
+
 TEST_F(Commands, A_Pick_Yields_After_Fifty_Milliseconds_Also_Within_A_Row)
 {
     for (int i = 0; i < 4; ++i) host.all_files << Make(QStringLiteral("%1.jpg").arg(i));
-    class Slow_Clock : public Clock {
-    public:
-        QDateTime Now() const override { return start.addMSecs(30 * calls++); }
-        QDateTime start = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
-        mutable int calls = 0;
-    } clock;
+    Slow_Clock clock;
     Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
     Halvine_Form other(slow, &view, &slide_show);
     Catalogue_Commands(other, host).Run({Menu::File, 101});

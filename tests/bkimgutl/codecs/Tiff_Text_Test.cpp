@@ -154,6 +154,20 @@ TEST_F(Tiff_Text, Camera_Block_Beyond_The_Limit_Is_An_Error_And_Survives_A_Save)
     EXPECT_EQ(options.maker_note, Text_Of(EXIF_Tag_Value(Path("b.tif"), Tiff_Tag::Maker_Note)));
 }
 
+TEST_F(Tiff_Text, What_Tells_About_The_Picture_Stands_In_The_Camera_Block_Or_Is_Too_Much_For_It)
+{
+    constexpr std::uint16_t keywords = 40094, samples = 65001;
+    for (const bool fits : {true, false}) {
+        const std::string words(fits ? 60'000 : 66'000, 'w');
+        Write_Tiff_File(Path(), Small_Picture(), {.private_tags = {{keywords, words}, {samples, "of the pixels"}}});
+        const auto block = TIFF_Codec().Read_EXIF(Open_File(Path()));
+        ASSERT_EQ(fits, block.has_value());
+        if (!fits) continue;
+        EXPECT_NE(std::string::npos, Text_Of(*block).find(words));
+        EXPECT_EQ(std::string::npos, Text_Of(*block).find("of the pixels"));
+    }
+}
+
 TEST_F(Tiff_Text, A_Maker_Note_Keeps_Its_Place_Once_It_Has_One_In_Front)
 {
     Write_Tiff_File(Path(), Small_Picture(), With_Camera());

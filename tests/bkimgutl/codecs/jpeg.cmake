@@ -1,6 +1,7 @@
 hv_test(NAME bkimgutl_jpeg_test LAYER plain
     SOURCES
         EXIF_Block_Test.cpp
+        Image_Resources_Test.cpp
         Jpeg_Damage_Test.cpp
         Jpeg_Fixture.cpp
         Jpeg_Fixture.h

@@ -164,6 +164,31 @@ INSTANTIATE_TEST_SUITE_P(All, Area_Average_Of_A_Drawn_Picture,
                                          Average_Case{"side_of_seven", 1, 1, 7, -1, 0, 0, 0, 0, 0}),
                          [](const auto& row) { return row.param.name; });
 
+TEST(Area_Average, Covers_The_Whole_Square_At_Every_Place)
+{
+    const Bitmap_Handle handle = Adopt(Random_Picture(9, 8, 3, 11));
+    const Bitmap_View view = (*Find_Bitmap(handle))->View();
+    for (const int area : {1, 3, 5})
+        for (int y = 0; y < view.height; ++y)
+            for (int x = 0; x < view.width; ++x) {
+                double sums[3] = {};
+                int count = 0;
+                for (int v = y - area / 2; v <= y + area / 2; ++v)
+                    for (int u = x - area / 2; u <= x + area / 2; ++u) {
+                        if (u < 0 || v < 0 || u >= view.width || v >= view.height) continue;
+                        for (int c = 0; c < 3; ++c) sums[c] += view.Row(v)[3 * u + c];
+                        ++count;
+                    }
+                std::int32_t r = 0, g = 0, b = 0;
+                ASSERT_TRUE(
+                    Compute_Area_Average_RGB_HSV_CPP(handle, x, y, area, &r, &g, &b, nullptr, nullptr, nullptr));
+                const std::array expected{std::nearbyint(sums[2] / count), std::nearbyint(sums[1] / count),
+                                          std::nearbyint(sums[0] / count)};
+                EXPECT_EQ(expected, (std::array{double(r), double(g), double(b)})) << area << " at " << x << ", " << y;
+            }
+    EXPECT_TRUE(Release(handle));
+}
+
 TEST(Area_Average, Of_Two_Levels_Rounds_Half_To_Even)
 {
     for (const auto& [low, expected] : {std::pair{4, 4}, std::pair{5, 6}}) { // 4.5 and 5.5

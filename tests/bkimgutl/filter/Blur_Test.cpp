@@ -290,32 +290,84 @@ TEST(Filter_Components, A_Grey_Picture_Has_One_Plane)
     }
 }
 
-TEST(Unsharp, Is_Exact_Given_The_Blur)
+namespace {
+
+std::vector<std::vector<std::int16_t>> Blurred_Samples(const Bitmap_View& source, float radius)
 {
-    const Bitmap source = Random_Picture(119, 45, 3, 6);
-    std::vector<std::vector<std::int16_t>> blurred(45);
-    for (auto& row : blurred) row.resize(source.View().Row_Bytes());
-    ASSERT_TRUE(Blur_Parts(source.View(), 2.5F, [&](const Blurred_Part& part) {
+    std::vector<std::vector<std::int16_t>> blurred(std::size_t(source.height));
+    for (auto& row : blurred) row.resize(source.Row_Bytes());
+    EXPECT_TRUE(Blur_Parts(source, radius, [&](const Blurred_Part& part) {
         std::copy_n(part.samples, part.count, blurred[std::size_t(part.y)].begin() + std::ptrdiff_t(part.first));
     }));
-    // Amounts of few binary digits, so that the products are exact whether or not they are fused with the sum.
-    for (const Unsharp_Settings& s :
-         {Unsharp_Settings{1.5F, 0.75F, 2.5F, 0, 0, 7}, Unsharp_Settings{0.75F, 0.75F, 2.5F, 0, 0, 7},
-          Unsharp_Settings{5, 5, 2.5F, 3, 12, 7}, Unsharp_Settings{0, 2, 2.5F, 255, 0, 7}}) {
-        const Bitmap expected = Picture_Of(source.View(), [&](std::size_t y, std::size_t i) {
+    return blurred;
+}
+
+double Sharpening_Change(int level, std::int16_t blurred, const Unsharp_Settings& s)
+{
+    const double d = level - blurred / 128.0;
+    if (d > s.lighten_threshold) return double(s.lighten_amount) * d;
+    return d < -s.darken_threshold ? double(s.darken_amount) * d : 0;
+}
+
+/// Smooth enough that many differences lie at the thresholds, and of levels with room for all changes.
+Bitmap Smooth_Picture()
+{
+    return Drawn_Picture(119, 45, 3, [](int x, int y, int c) { return 90 + (x * 7 + y * 5 + c * 3) % 60; });
+}
+
+// Amounts of few binary digits, so that the products are exact whether or not they are fused with the sum.
+constexpr Unsharp_Settings exact_settings[] = {{1.5F, 0.75F, 2.5F, 0, 0, 7},
+                                               {0.75F, 0.75F, 2.5F, 0, 0, 7},
+                                               {5, 5, 2.5F, 3, 12, 7},
+                                               {1.5F, 0.75F, 2.5F, 1, 1, 7},
+                                               {0, 2, 2.5F, 255, 0, 7}};
+
+} // namespace
+
+TEST(Unsharp, Is_Exact_Given_The_Blur)
+{
+    const Bitmap pictures[] = {Random_Picture(119, 45, 3, 6), Smooth_Picture()};
+    for (const Bitmap& source : pictures)
+        for (const Unsharp_Settings& s : exact_settings) {
+            const auto blurred = Blurred_Samples(source.View(), 2.5F);
+            const Bitmap expected = Picture_Of(source.View(), [&](std::size_t y, std::size_t i) {
+                const int level = source.View().Row(int(y))[i];
+                return Level(level + Sharpening_Change(level, blurred[y][i], s));
+            });
+            For_Every_Target([&] {
+                const auto actual = Unsharp_Masked(source.View(), s);
+                ASSERT_TRUE(actual);
+                EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most);
+            });
+        }
+}
+
+class Plane_Filter : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(All, Plane_Filter, testing::Values(8, 16, 32, 64, 128));
+
+TEST_P(Plane_Filter, Is_Exact_Given_The_Blur)
+{
+    const Bitmap source = Smooth_Picture();
+    const Bitmap plane = Plane_Picture_Of(source.View(), GetParam());
+    const auto blurred = Blurred_Samples(plane.View(), 2.5F);
+    const auto expected_of = [&](auto&& change) {
+        return Picture_Of(source.View(), [&](std::size_t y, std::size_t i) {
             const int level = source.View().Row(int(y))[i];
-            const double d = level - blurred[y][i] / 128.0;
-            const double amount = d > s.lighten_threshold   ? double(s.lighten_amount)
-                                  : d < -s.darken_threshold ? double(s.darken_amount)
-                                                            : 0;
-            return Level(level + amount * d);
+            if (!Changes_Channel(GetParam(), int(i % 3))) return Level(level);
+            return Level(level + change(plane.View().Row(int(y))[i / 3], blurred[y][i / 3]));
         });
-        For_Every_Target([&] {
-            const auto actual = Unsharp_Masked(source.View(), s);
-            ASSERT_TRUE(actual);
-            EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most);
-        });
+    };
+    for (Unsharp_Settings s : exact_settings) {
+        s.components = GetParam();
+        const Bitmap expected = expected_of([&](int level, std::int16_t b) { return Sharpening_Change(level, b, s); });
+        const auto actual = Unsharp_Masked(source.View(), s);
+        ASSERT_TRUE(actual);
+        EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most);
     }
+    const Bitmap expected = expected_of([&](int level, std::int16_t b) { return 0.5 * (b / 128.0 - level); });
+    const auto actual = Blurred(source.View(), {2.5F, 50, GetParam()});
+    ASSERT_TRUE(actual);
+    EXPECT_EQ(0, Difference_Of(expected.View(), actual->View()).most);
 }
 
 TEST(Filter_Arguments, Out_Of_Range_Are_Failures)

@@ -44,7 +44,7 @@ Bitmap Rotated_Reference(const Bitmap_View& from, double degrees, int width, int
     const auto to = result.Change();
     const double cosine = std::cos(degrees * std::numbers::pi / 180);
     const double sine = std::sin(degrees * std::numbers::pi / 180);
-    const double behind[3] = {from.Is_Grey() ? 94.0 : 90.0, 40, 200}; // the luminance of the background is 94
+    const double behind[3] = {from.Is_Grey() ? 93.0 : 90.0, 40, 200}; // the luminance of the background is 93
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const double dx = x + 0.5 - width / 2.0;
@@ -131,6 +131,40 @@ TEST(Rotated, Refuses_Angles_Outside_The_Circle)
     for (const float degrees : {-0.001F, 360.0F, 1e30F, -std::numeric_limits<float>::infinity(),
                                 std::numeric_limits<float>::infinity(), std::numeric_limits<float>::quiet_NaN()})
         EXPECT_FALSE(Rotated(source, degrees, background)) << degrees;
+}
+
+TEST(Rotated, Rounds_To_Nearest)
+{
+    // What is cut off instead makes a picture darker by half a level.
+    for (const int bytes_per_pixel : {1, 3}) {
+        const Bitmap source = Random_Picture(119, 87, bytes_per_pixel, 12);
+        const Rotation_Map map(119, 87, 7.3);
+        const Bitmap expected = Rotated_Reference(source.View(), 7.3, map.width, map.height);
+        For_Every_Target([&] {
+            const auto rotated = Rotated(source, 7.3F, background);
+            ASSERT_TRUE(rotated);
+            const Bitmap_View a = expected.View(), b = rotated->View();
+            double sum = 0;
+            for (int y = 0; y < a.height; ++y)
+                for (std::size_t i = 0; i < a.Row_Bytes(); ++i) sum += b.Row(y)[i] - a.Row(y)[i];
+            EXPECT_NEAR(0, sum / (double(a.Row_Bytes()) * a.height), 0.03);
+        });
+    }
+}
+
+TEST(Rotated, Sides_That_Are_Whole_Stay_Whole)
+{
+    // Angles of right-angled triangles with whole sides.
+    const int triangles[][3] = {{3, 4, 5},   {4, 3, 5},    {5, 12, 13}, {8, 15, 17},
+                                {7, 24, 25}, {20, 21, 29}, {12, 35, 37}};
+    for (const auto& [opposite, adjacent, hypotenuse] : triangles)
+        for (int times = 1; times <= 40; ++times) {
+            const int side = times * hypotenuse;
+            const double degrees = std::atan2(opposite, adjacent) * 180 / std::numbers::pi;
+            const Rotation_Map map(side, side, degrees);
+            EXPECT_EQ(times * (opposite + adjacent), map.width);
+            EXPECT_EQ(times * (opposite + adjacent), map.height);
+        }
 }
 
 } // namespace

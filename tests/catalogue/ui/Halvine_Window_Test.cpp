@@ -1,6 +1,7 @@
 #include "tests/catalogue/ui/Window_Fixture.h"
 
 #include "catalogue/ui/Bitmap_Image.h"
+#include "catalogue/ui/Qt_Window_System.h"
 #include "catalogue/ui/Save_Options_Dialog.h"
 
 namespace {
@@ -311,20 +312,51 @@ TEST_F(Window_Test, The_Settings_Keep_Path_And_Place)
         entry.scripted.settings.Read_Value(QStringLiteral("Brennick\\Halvine"), Main_Window_Placement).isEmpty());
 }
 
-TEST(Bitmap_Images, Go_To_An_Image_And_Back)
+TEST(Bitmap_Images, Go_To_The_Clipboard_And_Back)
 {
+    const Qt_Window_System window_system;
     const Owned_Bitmap bitmap = Drawn_Bitmap(5, 3, 7);
     const QImage image = Image_Of_Bitmap(bitmap.Get());
     ASSERT_EQ(QSize(5, 3), image.size());
-    const Owned_Bitmap again(Bitmap_Of_Image(image));
+    QGuiApplication::clipboard()->setImage(image);
+    const Owned_Bitmap again(Count_Bitmap(Get_Bitmap_From_Clipboard(0)));
     const auto before = Pixels_Of(bitmap.Get()), after = Pixels_Of(again.Get());
     ASSERT_EQ(before.size(), after.size());
     for (std::size_t i = 0; i < before.size(); ++i)
         EXPECT_EQ(i % 16 < 15 ? before[i] : 0, i % 16 < 15 ? after[i] : 0) << i; // without the padding
     EXPECT_TRUE(Image_Of_Bitmap(0).isNull());
-    EXPECT_EQ(0, Bitmap_Of_Image({}));
+    QGuiApplication::clipboard()->setText(QStringLiteral("no picture"));
+    EXPECT_EQ(0, Get_Bitmap_From_Clipboard(0));
+    QGuiApplication::clipboard()->clear();
     EXPECT_EQ(QSize(2, 1), Fitted_Image(bitmap.Get(), {2, 2}).size());
     EXPECT_EQ(QSize(5, 3), Fitted_Image(bitmap.Get(), {50, 50}).size());
+}
+
+TEST(Bitmap_Images, Lie_Over_White_Where_The_Clipboards_Is_Transparent)
+{
+    const Qt_Window_System window_system;
+    QImage image(2, 1, QImage::Format_ARGB32);
+    image.setPixelColor(0, 0, QColor(0, 0, 0, 0));
+    image.setPixelColor(1, 0, QColor(10, 20, 30));
+    QGuiApplication::clipboard()->setImage(image);
+    const Owned_Bitmap bitmap(Count_Bitmap(Get_Bitmap_From_Clipboard(0)));
+    const auto bytes = Pixels_Of(bitmap.Get());
+    EXPECT_EQ((std::vector<std::uint8_t>{255, 255, 255, 30, 20, 10, 0, 0}),
+              std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
+    QGuiApplication::clipboard()->clear();
+}
+
+TEST(Font_Names, Are_Those_That_Scale)
+{
+    const Qt_Window_System window_system;
+    std::string buffer(32000, 'x');
+    std::int32_t length = 0;
+    const int count = Get_TrueType_Font_FaceNames(0, buffer.data(), int(buffer.size()), &length);
+    ASSERT_GT(count, 0);
+    ASSERT_GT(length, 0);
+    buffer.resize(std::size_t(length));
+    EXPECT_EQ(count, std::count(buffer.begin(), buffer.end(), '\n') + 1);
+    EXPECT_NE(std::string::npos, buffer.find("DejaVu Sans"));
 }
 
 TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
@@ -337,6 +369,17 @@ TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
         if (button->text() == "Save As &Auto Copy") button->click();
     EXPECT_EQ(Save_Options::Target::Auto_Copy, dialog.Options().Save_Option);
     EXPECT_EQ(85, dialog.Options().JPEG_Quality);
+}
+
+TEST(Save_Options_Form, Takes_No_Quality_That_Would_Silently_Mean_The_Parents)
+{
+    Save_Options_Dialog dialog;
+    auto* quality = dialog.findChild<QLineEdit*>();
+    QTest::keyClicks(quality, "x150");
+    EXPECT_EQ("15", quality->text());
+    quality->clear();
+    QTest::keyClicks(quality, "100");
+    EXPECT_EQ(100, dialog.Options().JPEG_Quality);
 }
 
 TEST(Save_Options_Form, Begins_With_The_Answers_Of_The_Last_Time)

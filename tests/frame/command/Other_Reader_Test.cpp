@@ -110,4 +110,39 @@ TEST_P(Other_Reader, Sees_All_Else_Unchanged_After_Texts_Changed)
               texts.value(name.endsWith("jpg") ? "File:Comment" : "IFD0:ImageDescription").toString().toStdString());
 }
 
+/// Of those that exiftool can write.
+class Other_Writer : public Other_Reader {};
+
+INSTANTIATE_TEST_SUITE_P(Samples, Other_Writer,
+                         testing::Values("meadow.jpg", "portrait.jpg", "print_cmyk.jpg", "portrait_lzw_tiled.tif",
+                                         "portrait_grey.tif", "night_16_bit_big_endian.tif"),
+                         Name_Of);
+
+TEST_P(Other_Writer, Finds_What_It_Stored_In_A_Copy_Of_The_Other_Type)
+{
+    // Caption, keywords and author of an editor, and the file properties of a desktop.
+    int status = -1;
+    Output_Of("exiftool",
+              {"-overwrite_original", "-IPTC:Keywords=meadow", "-IPTC:Keywords=spring", "-IPTC:By-line=Anna Kern",
+               "-IPTC:Caption-Abstract=At the river", "-IPTC:CodedCharacterSet=UTF8", "-Photoshop:URL=about:river",
+               "-XMP-dc:Subject=meadow", "-IFD0:XPKeywords=meadow;spring", "-IFD0:Rating=4", "-IFD0:Artist=Anna",
+               Path(name)},
+              &status);
+    ASSERT_EQ(0, status);
+    const QString there = name.endsWith("jpg") ? "copy.tif" : "copy.jpg",
+                  back = name.endsWith("jpg") ? "back.jpg" : "back.tif";
+    Run({"render", "--no-script", "-o", Path(there), Path(name)});
+    Run({"render", "--no-script", "-o", Path(back), Path(there)});
+    const QJsonObject before = Tags(name);
+    for (const QString& copy : {there, back}) {
+        const QJsonObject after = Tags(copy);
+        for (const char* key : {"IPTC:Keywords", "IPTC:By-line", "IPTC:Caption-Abstract", "IPTC:CodedCharacterSet",
+                                "Photoshop:URL", "XMP-dc:Subject", "IFD0:XPKeywords", "IFD0:Rating", "IFD0:Artist"}) {
+            EXPECT_FALSE(before.value(key).isUndefined()) << key;
+            EXPECT_EQ(before.value(key), after.value(key)) << copy.toStdString() << ": " << key;
+        }
+        EXPECT_EQ("", Output_Of("exiftool", {"-s3", "-Warning", Path(copy)}).toStdString());
+    }
+}
+
 } // namespace
