@@ -38,6 +38,7 @@ Rename_Preview Preview_Of(const std::vector<Rename_Row>& rows)
     Rename_Preview preview;
     preview.marks.assign(rows.size(), Rename_Preview::Mark::None);
     QHash<QString, std::size_t> first_by_name;
+    first_by_name.reserve(qsizetype(rows.size()));
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const QString& name = rows[i].Final_Name();
         if (name != rows[i].file_name) {

@@ -113,7 +113,9 @@ void Rename_Form::Connect_Inputs()
         Take_Inputs();
     });
     connect(&Grid(), &bkcGrid::CellChange, this, [this](int column, int row) {
-        job_.Set_User_Name(std::size_t(row) - 1, Grid().Content().CellValue(column, row).toString());
+        Grid_Model& content = Grid().Content();
+        job_.Set_User_Name(std::size_t(row) - 1, content.CellValue(column, row).toString());
+        content.Set_CellValue(column, row, job_.Rows()[std::size_t(row) - 1].user_name);
         Show_Model();
     });
     connect(Execute_Command_, &QPushButton::clicked, this, &Rename_Form::Execute);

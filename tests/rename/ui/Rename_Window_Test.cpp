@@ -200,6 +200,28 @@ TEST_F(Rename_Window_Test, Marked_Names_Are_Legible_In_Light_And_Dark)
     });
 }
 
+TEST_F(Rename_Window_Test, A_New_Name_Is_Marked_Unless_The_Users_Own_Takes_Its_Place)
+{
+    Put_Picture("IMG_0012.jpg");
+    const auto is_marked = [&] {
+        const QImage cell = Grid().viewport()->grab(Grid().visualRect(Grid().model()->index(0, 1))).toImage();
+        for (int y = 0; y < cell.height(); ++y)
+            for (int x = 0; x < cell.width(); ++x)
+                if (qBlue(cell.pixel(x, y)) > qRed(cell.pixel(x, y)) + 100) return true; // the colour of links
+        return false;
+    };
+    Rename([&] {
+        EXPECT_FALSE(is_marked());
+        Type("Rename_Change_To_Text", "Trip_");
+        EXPECT_TRUE(is_marked());
+        Edit(3, 1, "Sunset");
+        EXPECT_FALSE(is_marked());
+        Edit(3, 1, "");
+        EXPECT_TRUE(is_marked());
+        Press("Cancel_Command");
+    });
+}
+
 TEST_F(Rename_Window_Test, A_Fault_Is_Legible_In_Light_And_Dark)
 {
     program.Rename_Formulas.Append({Q("Broken"), Q("ChangeTo & FileVPix")});
