@@ -77,12 +77,43 @@ std::vector<Action> Actions(Bench_Window& window)
     };
 }
 
+/// Closes a window and knows how long it could be seen after that.
+class Hiding : public QObject {
+public:
+    explicit Hiding(QWidget& window) : window_(window) { window.installEventFilter(this); }
+    void Close()
+    {
+        start_ = Now_Milliseconds();
+        window_.close();
+    }
+    double Took() const { return hidden_ - start_; }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Hide) hidden_ = Now_Milliseconds();
+        return false;
+    }
+
+private:
+    QWidget& window_;
+    double start_ = 0, hidden_ = 0;
+};
+
+void Print_Pause(const char* what, double pause, const Heartbeat& heartbeat)
+{
+    std::printf("| %s | %.0f | %.0f, %.0f, %.0f |\n", what, pause, heartbeat.Worked(), heartbeat.Without_Processor(),
+                heartbeat.Taken_Away());
+    std::fflush(stdout);
+}
+
 } // namespace
 
 int main(int count, char** words)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(count, words);
+    QApplication::setQuitOnLastWindowClosed(false); // what comes after the close is measured too
     const int pictures = count > 1 ? std::max(1, std::atoi(words[1])) : 100'000;
     const Bench_Folder folder;
     const QString photograph = folder.File(QStringLiteral("photograph.jpg"));
@@ -93,7 +124,6 @@ int main(int count, char** words)
     Bench_Window window(folder.File(QStringLiteral("empty")));
     Heartbeat heartbeat;
 
-    std::printf("| what, with %d pictures | figure |\n|---|---|\n", pictures);
     const double before = Resident_Mebibytes();
     double took = 0;
     const double pause = heartbeat.Longest_Pause([&] {
@@ -101,17 +131,20 @@ int main(int count, char** words)
         window.Window().Commands().Pick_Paths(paths, false, false);
         took = Now_Milliseconds() - start;
     });
-    std::printf("| the pick | %.1f s |\n| longest pause during the pick, at work in it | %.0f, %.0f ms |\n",
-                took / 1000, pause, heartbeat.Worked());
     const double after = Resident_Mebibytes();
     const double thumbnails = double(Current_Pixel_Memory_Use().live_bytes) / 1048576;
+    std::printf("| %d pictures | figure |\n|---|---|\n| the pick | %.1f s |\n", pictures, took / 1000);
     std::printf("| memory before, and after | %.0f, %.0f MiB |\n", before, after);
     std::printf("| thumbnails in it | %.0f MiB |\n", thumbnails);
-    std::printf("| the rest, for each record | %.2f KiB |\n", (after - before - thumbnails) * 1024 / pictures);
-    for (const Action& action : Actions(window)) {
-        const double longest = heartbeat.Longest_Pause(action.run);
-        std::printf("| %s: longest pause, at work in it | %.0f, %.0f ms |\n", action.name, longest, heartbeat.Worked());
-        std::fflush(stdout);
-    }
-    std::printf("| most memory | %.0f MiB |\n", Most_Resident_Mebibytes());
+    std::printf("| the rest, for each record | %.2f KiB |\n\n", (after - before - thumbnails) * 1024 / pictures);
+    std::printf("| what | longest pause, ms | in it: at work, without a processor, taken away by the host |\n"
+                "|---|---|---|\n");
+    Print_Pause("the pick", pause, heartbeat);
+    for (const Action& action : Actions(window))
+        Print_Pause(action.name, heartbeat.Longest_Pause(action.run), heartbeat);
+    window.Window().Commands().Pick_Paths(paths, false, false);
+    Hiding hiding(window.Window());
+    Print_Pause("close the window", heartbeat.Longest_Pause([&] { hiding.Close(); }), heartbeat);
+    std::printf("\nUntil the closed window was gone: %.0f ms\n", hiding.Took());
+    std::printf("Most memory: %.0f MiB\n", Most_Resident_Mebibytes());
 }

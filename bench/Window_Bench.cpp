@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <unistd.h>
 
 namespace {
@@ -34,12 +36,15 @@ struct No_Printer final : Printer_Binding {
     QString Device_Name() const override { return {}; }
 };
 
-/// Nanoseconds that this thread had a processor.
-qint64 Thread_Work()
+/// The number at a place, from 0 on, in the first line of a file that is open and is written anew all the time.
+qint64 Number_In(const QFile& file, int place)
 {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+    char text[256] = {};
+    if (pread(file.handle(), text, sizeof text - 1, 0) <= 0) return 0;
+    std::istringstream numbers(text + std::strcspn(text, "0123456789"));
+    qint64 number = 0;
+    for (int i = 0; i <= place; ++i) numbers >> number;
+    return number;
 }
 
 /// A line of /proc/self/status that counts in kB.
@@ -87,7 +92,9 @@ QStringList Numbered_Copies(const QString& file, const QString& folder, int coun
 }
 
 Heartbeat::Heartbeat()
+    : scheduler_(QStringLiteral("/proc/thread-self/schedstat")), processors_(QStringLiteral("/proc/stat"))
 {
+    for (QFile* file : {&scheduler_, &processors_}) static_cast<void>(file->open(QIODevice::ReadOnly));
     timer_.setInterval(1);
     timer_.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Beat(); });
@@ -95,22 +102,33 @@ Heartbeat::Heartbeat()
     timer_.start();
 }
 
+Heartbeat::Thread_Time Heartbeat::Time_Of_Thread() const
+{
+    timespec worked{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &worked);
+    Thread_Time time{.worked = qint64(worked.tv_sec) * 1'000'000'000 + worked.tv_nsec};
+    time.ready = Number_In(scheduler_, 1);
+    time.taken_away = Number_In(processors_, 7) * 10'000'000;
+    return time;
+}
+
 void Heartbeat::Beat()
 {
     const qint64 now = clock_.nsecsElapsed();
-    const qint64 work = Thread_Work();
+    const Thread_Time time = Time_Of_Thread();
     if (now - last_ > longest_) {
         longest_ = now - last_;
-        worked_ = work - last_work_;
+        longest_from_ = last_time_;
+        longest_at_ = time;
     }
     last_ = now;
-    last_work_ = work;
+    last_time_ = time;
 }
 
 double Heartbeat::Longest_Pause(const std::function<void()>& action, int rest)
 {
     last_ = clock_.nsecsElapsed();
-    last_work_ = Thread_Work();
+    last_time_ = Time_Of_Thread();
     longest_ = 0;
     action();
     QEventLoop loop;

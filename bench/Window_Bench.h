@@ -4,6 +4,7 @@
 #include "frame/ports/Scripted_Platform.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QFile>
 #include <QtCore/QTimer>
 #include <functional>
 #include <memory>
@@ -42,17 +43,29 @@ public:
     /// Runs `action`, and the event loop for `rest` milliseconds after it; the longest pause, in milliseconds.
     double Longest_Pause(const std::function<void()>& action, int rest = 300);
 
-    /// How much of it this thread worked, in milliseconds; the rest it waited, for a processor or for other threads.
-    double Worked() const { return double(worked_) / 1e6; }
+    /// What became of that pause, in milliseconds: how long this thread worked, how long it stood ready without a
+    /// processor, and how much the host of a virtual machine took away from all processors together. What is left of it the
+    /// thread waited for something else, such as another thread.
+    double Worked() const { return double(longest_at_.worked - longest_from_.worked) / 1e6; }
+    double Without_Processor() const { return double(longest_at_.ready - longest_from_.ready) / 1e6; }
+    double Taken_Away() const { return double(longest_at_.taken_away - longest_from_.taken_away) / 1e6; }
 
 private:
+    /// Nanoseconds since some beginning.
+    struct Thread_Time {
+        qint64 worked = 0;
+        qint64 ready = 0;
+        qint64 taken_away = 0; ///< in steps of 10 milliseconds
+    };
+    Thread_Time Time_Of_Thread() const;
     void Beat();
     QTimer timer_;
     QElapsedTimer clock_;
-    qint64 last_ = 0; // nanoseconds
+    QFile scheduler_;  // how this thread fared
+    QFile processors_; // what became of their time
+    qint64 last_ = 0;  // nanoseconds
     qint64 longest_ = 0;
-    qint64 last_work_ = 0;
-    qint64 worked_ = 0;
+    Thread_Time last_time_, longest_from_, longest_at_;
 };
 
 /// The main window on a folder, with an answer of Yes to every question.

@@ -103,12 +103,13 @@ void Catalogue_Commands::Carry_Out(const std::function<void()>& work)
     host_.Leave_Full_Window_View();
     left_list_ = host_.Leave_Picture_List();
     const Running_Command running(running_, form_.State().platform.shell);
+    form_.State().keeper->Keep_Now(); // what was done until now is safe, however long the command takes
     work();
 }
 
 void Catalogue_Commands::Press_Panel(int button_id, int button, int shift)
 {
-    if (button_id == Stop_Pick_Button) {
+    if (form_.Picking().Pick_In_Progress() && (button_id == Pick_Button || button_id == Stop_Pick_Button)) {
         form_.Picking().Request_Stop();
         return;
     }
@@ -118,9 +119,7 @@ void Catalogue_Commands::Press_Panel(int button_id, int button, int shift)
     if (button_id == Discard_Button && shifted) {
         Run({Menu::File, 104});
     } else if (button_id == Pick_Append_Button && shifted) {
-        if (!Is_Enabled(*Find_Command(entry->command), Facts())) return;
-        const Running_Command running(running_, form_.State().platform.shell);
-        Pick(true, true);
+        if (Is_Enabled(*Find_Command(entry->command), Facts())) Carry_Out([this] { Pick(true, true); });
     } else {
         Run(entry->command);
     }
@@ -131,8 +130,8 @@ void Catalogue_Commands::Pick_Paths(const QStringList& paths, bool append, bool 
     // Dates and sizes come with the reading: asking each of a hundred thousand files for them takes a third of a second.
     std::vector<File_Entry> entries(std::size_t(paths.size()));
     std::transform(paths.begin(), paths.end(), entries.begin(), [](const QString& path) { return File_Entry{path}; });
-    form_.Picking().Pick_Selected(entries, append, refresh_selection);
-    if (picked_from_ && !paths.isEmpty()) picked_from_(Folder_Part(paths.front()));
+    const bool picked = form_.Picking().Pick_Selected(entries, append, refresh_selection);
+    if (picked && picked_from_) picked_from_(Folder_Part(paths.front()));
 }
 
 void Catalogue_Commands::Pick_Dropped(const QStringList& paths)
@@ -147,6 +146,7 @@ void Catalogue_Commands::Pick_Dropped(const QStringList& paths)
 
 void Catalogue_Commands::Pick(bool append, bool refresh_selection)
 {
+    if (!append && !form_.Picking().May_Replace_All()) return;
     QStringList paths = host_.Selected_File_Paths();
     if (host_.Shows_Found_Files()) {
         // The folder's own rows replace the list of found files: the selected ones are asked for before.
@@ -265,10 +265,12 @@ void Catalogue_Commands::Save_Series(const QString& caption, const std::vector<i
 {
     if (keys.empty()) return;
     const int total = int(keys.size());
-    const auto progress = Dialogs().Open_Progress(caption, QStringLiteral("Saving 0 of %1").arg(total));
+    const auto progress =
+        Dialogs().Operation_Progress_Cancel_Dialog(caption, QStringLiteral("Saving 0 of %1").arg(total));
     for (int i = 0; i < total; ++i) {
-        progress->Show(QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(
+            QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         save(keys[std::size_t(i)]);
     }
     form_.State().view->Draw_All_Thumbnails();

@@ -17,6 +17,7 @@ void Catalogue_Commands::Scripts_Changed()
 {
     Catalogue_View& view = *form_.State().view;
     view.Draw_All_Thumbnails();
+    form_.State().keeper->Keep_Now();
     view.Show_Current_Picture();
     view.Update_Status();
 }

@@ -3,6 +3,7 @@
 #include "catalogue/Catalogue_View.h"
 #include "catalogue/Picture_List.h"
 #include "catalogue/Picture_Selection.h"
+#include "catalogue/Work_Keeper.h"
 #include "frame/ports/Platform.h"
 
 /// What the routines of the catalogue share. Halvine_Form owns it; each routine gets a reference.
@@ -10,6 +11,7 @@ struct Catalogue_State {
     Platform& platform;
     Catalogue_View* view;        ///< never null
     Slide_Show_Link* slide_show; ///< never null
+    Work_Keeper* keeper;         ///< never null
     Picture_List pictures{};
     Picture_Selection selection{pictures};
     int Current_Prepared_Script = 0; ///< 1-based index of Prepared_Script_Sets, 0 none

@@ -72,6 +72,7 @@ int File_Operations::Delete_Files(const QStringList& files)
         } else {
             failures.Add(file, reason);
         }
+        state_.keeper->Keep_If_Due();
     }
     following_.Show_All();
     failures.Tell(state_.platform.dialogs, QStringLiteral("delete"), QStringLiteral("deletions"));
@@ -104,7 +105,7 @@ int File_Operations::Transfer_Files(const QStringList& files, const QString& fol
     const int total = int(files.size());
     const QString doing = move ? QStringLiteral("Moving %1 of %2") : QStringLiteral("Copying %1 of %2");
     const QString what = move ? QStringLiteral("Move") : QStringLiteral("Copy");
-    const auto progress = state_.platform.dialogs.Open_Progress(
+    const auto progress = state_.platform.dialogs.Operation_Progress_Cancel_Dialog(
         QStringLiteral("Halvine - %1 Selected to Folder").arg(what), doing.arg(0).arg(total));
     Transfer transfer{.move = move,
                       .folder = With_Trailing_Separator(folder),
@@ -112,8 +113,8 @@ int File_Operations::Transfer_Files(const QStringList& files, const QString& fol
                       .progress = *progress};
     int done = 0;
     for (int i = 0; i < total; ++i) {
-        progress->Show(doing.arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(doing.arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         const Outcome outcome = Transfer_File(transfer, files[i]);
         if (outcome == Outcome::End) break;
         if (outcome == Outcome::Done) ++done;

@@ -39,7 +39,7 @@ Folder_Copy::Folder_Copy(Platform& platform, File_Following& following, const Op
     : platform_(platform),
       following_(following),
       options_(options),
-      progress_(platform.dialogs.Open_Progress(options.caption, QStringLiteral("Copying"))),
+      progress_(platform.dialogs.Operation_Progress_Cancel_Dialog(options.caption, QStringLiteral("Copying"))),
       question_(platform.dialogs, QStringLiteral("Halvine - Copy File Overwrite"))
 {}
 

@@ -3,28 +3,17 @@
 #include "catalogue/Folder_Copy.h"
 #include "catalogue/Modifications.h"
 #include "catalogue/Picture_Locks.h"
+#include "frame/Folder_Name.h"
 #include "frame/files/Regular_File.h"
 #include "frame/files/Rename_File.h"
 #include "frame/text/Path_Utilities.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <sys/stat.h>
 
 namespace {
 
-const QString Name_Rule = QStringLiteral("A folder name can contain up to 255 characters,\r"
-                                         "including spaces. It cannot contain the following\r"
-                                         "characters: \\ / : * ? \" < > |");
 const QString Exists_Already = QStringLiteral("Folder with this name already exists:");
-
-/// Names that other systems can read too.
-bool Is_Good_Folder_Name(const QString& name)
-{
-    const QString barred = QStringLiteral("\\/:*?\"<>|");
-    return Is_Valid_File_Name(name) && !name.trimmed().isEmpty() &&
-           std::none_of(name.begin(), name.end(), [&](QChar letter) { return barred.contains(letter); });
-}
 
 QString Parent_Of(const QString& folder)
 {
@@ -34,13 +23,6 @@ QString Parent_Of(const QString& folder)
 QString Name_Of(const QString& folder)
 {
     return Name_Part(Without_Trailing_Separator(folder));
-}
-
-/// What the system said, on a line of its own; nothing where the usual text says it.
-QString Reason_Line(int number)
-{
-    if (number == 0 || number == EEXIST || number == EINVAL) return {};
-    return QString::fromStdString(System_Error_Text(number)) + QLatin1Char('\r');
 }
 
 } // namespace
@@ -53,36 +35,9 @@ bool Lies_Within(const QString& path, const QString& folder)
     return With_Trailing_Separator(real(path)).startsWith(With_Trailing_Separator(real(folder)));
 }
 
-std::optional<QString> Folder_Operations::Ask_And_Do(const Input_Question& first,
-                                                     const std::function<QString(const QString& name)>& refusal)
-{
-    Input_Question question = first;
-    for (;;) {
-        const auto name = state_.platform.dialogs.Input(question);
-        if (!name) return std::nullopt;
-        const QString reason = refusal(*name);
-        if (reason.isEmpty()) return *name;
-        question.prompt =
-            first.prompt + QLatin1Char('\r') + reason + QStringLiteral("\rOr press [Esc] or click cancel.");
-        question.text = *name;
-    }
-}
-
 std::optional<QString> Folder_Operations::New_Folder(const QString& parent)
 {
-    const auto make = [&](const QString& name) -> QString {
-        const QString path = With_Trailing_Separator(parent) + name;
-        int number = EINVAL;
-        if (Is_Good_Folder_Name(name)) number = mkdir(File_System_Bytes(path).c_str(), 0777) == 0 ? 0 : errno;
-        if (number == 0) return {};
-        return QStringLiteral("Folder already exists or error in folder name.\r") + Reason_Line(number) + Name_Rule;
-    };
-    const auto name =
-        Ask_And_Do({.prompt = QStringLiteral("Create new folder in folder:\r") + Without_Trailing_Separator(parent),
-                    .title = QStringLiteral("Halvine - Create New Folder")},
-                   make);
-    if (!name) return std::nullopt;
-    return With_Trailing_Separator(parent) + *name;
+    return Make_New_Folder(state_.platform.dialogs, parent);
 }
 
 /// False, with the message, while a window works with pictures of the folder.
@@ -111,12 +66,13 @@ std::optional<QString> Folder_Operations::Rename_Folder(const QString& folder)
             if (renamed) return {};
             number = renamed.error().number;
         }
-        if (number == EEXIST) return Exists_Already + QLatin1Char('\r') + name + QLatin1Char('\r') + Name_Rule;
-        return QStringLiteral("You do not have permissions to rename folder,\r"
-                              "or there is an error in the new folder name.\r") +
-               Reason_Line(number) + Name_Rule;
+        if (number == EEXIST) return Folder_Name_Refusal(Exists_Already + QLatin1Char('\r') + name, number);
+        return Folder_Name_Refusal(QStringLiteral("You do not have permissions to rename folder,\r"
+                                                  "or there is an error in the new folder name."),
+                                   number);
     };
-    const auto name = Ask_And_Do(
+    const auto name = Ask_For_Folder_Name(
+        state_.platform.dialogs,
         {.prompt = QStringLiteral("Rename folder ") + Name_Of(folder) + QStringLiteral(" contained in:\r") + parent,
          .title = QStringLiteral("Rename Folder"),
          .text = Name_Of(folder)},

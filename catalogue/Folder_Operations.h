@@ -25,8 +25,6 @@ public:
     bool Drop_Folder(const QString& source, const QString& target, bool copy);
 
 private:
-    std::optional<QString> Ask_And_Do(const Input_Question& first,
-                                      const std::function<QString(const QString& name)>& refusal);
     bool May_Touch(const QString& folder);
     bool Copy_Into(const QStringList& folders, const QString& target);
     bool Move_Into(const QString& folder, const QString& target);

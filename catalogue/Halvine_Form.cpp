@@ -16,7 +16,7 @@ const Picture_Item& Item_Or_None(const Catalogue_State& state, int key)
 } // namespace
 
 Halvine_Form::Halvine_Form(Platform& platform, Catalogue_View* view, Slide_Show_Link* slide_show)
-    : state_{.platform = platform, .view = &no_view_, .slide_show = &no_slide_show_}
+    : state_{.platform = platform, .view = &no_view_, .slide_show = &no_slide_show_, .keeper = &no_keeper_}
 {
     Set_View(view);
     Set_Slide_Show(slide_show);
@@ -32,6 +32,11 @@ void Halvine_Form::Set_View(Catalogue_View* view)
 void Halvine_Form::Set_Slide_Show(Slide_Show_Link* slide_show)
 {
     state_.slide_show = slide_show != nullptr ? slide_show : &no_slide_show_;
+}
+
+void Halvine_Form::Set_Work_Keeper(Work_Keeper* keeper)
+{
+    state_.keeper = keeper != nullptr ? keeper : &no_keeper_;
 }
 
 void Halvine_Form::Pick_Files(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)

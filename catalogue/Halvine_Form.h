@@ -32,6 +32,7 @@ public:
 
     void Set_View(Catalogue_View* view);
     void Set_Slide_Show(Slide_Show_Link* slide_show);
+    void Set_Work_Keeper(Work_Keeper* keeper);
 
     // Picking, for the folder pane, slide shows and searches.
     void Pick_Files(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
@@ -132,6 +133,7 @@ public:
 private:
     Catalogue_View no_view_;
     Slide_Show_Link no_slide_show_;
+    Work_Keeper no_keeper_;
     Catalogue_State state_;
     Picture_Pictures pictures_{state_};
     Picture_Scripts scripts_{state_};

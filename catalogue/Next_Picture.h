@@ -1,19 +1,26 @@
 #pragma once
 
-#include "bkimgutl/contract/Load_Ahead.h"
 #include "catalogue/Catalogue_State.h"
 
-/// The picture that is likely to become the current one next: it is read on another core while the present one is looked
-/// at, and its script is run, so that the change need not wait for either. One picture at a time.
+#include <atomic>
+#include <future>
+
+/// The picture that is likely to become the current one next: it is read and its script is run on a thread of its own
+/// while the present one is looked at, so that the change need not wait for either and the window answers meanwhile. One
+/// picture at a time. The thread has a copy of what it needs and shares no bitmap before it is done.
 class Next_Picture {
 public:
     explicit Next_Picture(const Catalogue_State& state) : state_(state) {}
 
-    /// Lets the picture before it go. An unknown key begins nothing.
+    /// Gives the picture before it up, unless it is the same one with nothing changed. An unknown key begins nothing.
+    /// Never waits for what is given up: that ends by itself at the decoder's next row or the script's next item.
     void Begin(int key);
 
-    /// Does what has to be done on this thread, as soon as the picture is read. True when nothing is left to do.
-    bool Go_On();
+    /// Gives everything up and waits until nothing of it is left.
+    void End();
+
+    /// True from Begin until the picture can be taken without waiting.
+    bool Is_Being_Made(int key) const;
 
     struct Bitmaps {
         Owned_Bitmap picture{};  ///< full size, with the record's rotation and flips
@@ -21,22 +28,35 @@ public:
     };
 
     /// Empty for any other picture, and when the file or what is pending for the picture has changed since. Waits for a
-    /// picture that is still being read.
+    /// picture that is still being made.
     Bitmaps Take(const Picture_Item& item);
 
 private:
     /// What the bitmaps depend on.
     struct Facts {
         int key = 0, rotate = 0, flip = 0;
+        QString file{};
         File_Identity identity{};
-        QString script{};
+        Script_Item_Array script{};
         bool operator==(const Facts&) const = default;
     };
+
+    /// A picture on its thread. Its end tells the thread to stop, and waits for that.
+    struct Making {
+        explicit Making(const Facts& of);
+        ~Making();
+        bool Is_Done() const;
+        const Facts facts;
+        std::atomic<bool> stop = false;
+        std::future<Bitmaps> bitmaps;
+    };
+
     Facts Facts_Of(const Picture_Item& item) const;
-    void Take_Read();
+    static Bitmaps Made(const Facts& facts, const std::atomic<bool>& stop);
+    static Bitmaps Read(const Facts& facts);
+    void Give_Up();
 
     const Catalogue_State& state_;
-    Facts facts_;
-    std::unique_ptr<Load_Ahead> reading_;
-    Bitmaps bitmaps_;
+    std::unique_ptr<Making> making_;
+    std::vector<std::unique_ptr<Making>> given_up_; // until their threads have ended
 };

@@ -51,15 +51,16 @@ bool Pick_Loop::May_Replace_All() const
     return true;
 }
 
-void Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
+bool Pick_Loop::Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection)
 {
-    if (!Append && !May_Replace_All()) return;
-    if (File_Entries.empty()) return;
+    if (in_progress_ || (!Append && !May_Replace_All())) return false;
+    if (File_Entries.empty()) return false;
     if (!Append && (!state_.slide_show->Confirm_Abandon() || !Confirm_Abandon_Scripts(state_, true) ||
                     !Confirm_Abandon_Descriptions(state_, true)))
-        return;
+        return false;
     if (!Append) state_.slide_show->Forget_File();
     Pick_Files(File_Entries, Append, Refresh_Selection);
+    return true;
 }
 
 void Pick_Loop::Begin(Run& run)
@@ -207,9 +208,15 @@ void Pick_Loop::Discard(bool all)
 
 void Pick_Loop::Remove_Pictures(std::span<const int> indices)
 {
+    std::vector<int> keys;
+    keys.reserve(indices.size());
     for (const int index : indices)
-        if (state_.pictures.Is_Index(index)) state_.selection.Forget_Key(state_.pictures.Item(index).Picture_Key);
+        if (state_.pictures.Is_Index(index)) keys.push_back(state_.pictures.Item(index).Picture_Key);
     state_.pictures.Remove(indices);
+    if (state_.pictures.Is_Empty())
+        state_.selection.Clear(); // at once: a hundred thousand take their time one by one
+    else
+        for (const int key : keys) state_.selection.Forget_Key(key);
     Free_Removed_Records();
     if (state_.current_picture_key != 0 && state_.pictures.Find(state_.current_picture_key) == nullptr) {
         pictures_.Drop_Current_Picture();

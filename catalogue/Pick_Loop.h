@@ -23,8 +23,9 @@ public:
     /// False, after a message, while a window works on one of the pictures.
     bool May_Replace_All() const;
 
-    /// The command: refuses while pictures that would be discarded are in use, asks about unsaved changes, then picks.
-    void Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
+    /// The command: refuses while pictures that would be discarded are in use, asks about unsaved changes, then picks. True
+    /// when it picked.
+    bool Pick_Selected(std::span<const File_Entry> File_Entries, bool Append, bool Refresh_Selection);
 
     bool Pick_In_Progress() const { return in_progress_; }
     void Request_Stop() { stop_requested_ = in_progress_; }

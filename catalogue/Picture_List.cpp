@@ -98,13 +98,6 @@ bool Picture_List::Are_All(std::span<const int> indices) const
     return std::find(named.begin(), named.end(), false) == named.end();
 }
 
-void Picture_List::Clear()
-{
-    Remove_All();
-    removed_.clear();
-    removed_names_ = {};
-}
-
 void Picture_List::Set_Name(int index, const QString& path, const QString& file_name)
 {
     Picture_Item& item = Item(index);

@@ -51,9 +51,6 @@ public:
     bool Has_Removed_Records() const { return !removed_.empty() || !removed_names_.isEmpty(); }
     void Free_Some();
 
-    /// Removes and frees all.
-    void Clear();
-
     static constexpr int Most_Freed_At_Once = 2000;
 
     void Set_Name(int index, const QString& path, const QString& file_name);

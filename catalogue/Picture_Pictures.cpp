@@ -210,11 +210,13 @@ void Picture_Pictures::Show_Turned(int key)
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(key));
     Refresh_Current_Picture(key);
     if (state_.slide_show->Is_File_Open()) state_.slide_show->Set_File_Modified();
+    state_.keeper->Keep_If_Due();
 }
 
 void Picture_Pictures::Set_Current_Picture(int index)
 {
     Drop_Current_Picture();
+    state_.keeper->Keep_Now(); // reading a large one takes seconds
     if (state_.pictures.Is_Index(index)) {
         Picture_Item& item = state_.pictures.Item(index);
         state_.current_picture_key = item.Picture_Key;

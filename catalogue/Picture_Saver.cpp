@@ -16,6 +16,11 @@ namespace {
 constexpr int Warning_Damaged = 1;
 constexpr int Warning_Reduced = 2;
 
+QString Name_Of_Copy(const QString& name, const QString& suffix)
+{
+    return Path_Without_Extension(name) + QLatin1Char('-') + suffix + QLatin1Char('.') + Extension_Part(name);
+}
+
 } // namespace
 
 struct Picture_Saver::Job {
@@ -46,7 +51,7 @@ bool Picture_Saver::Save_Adjusted_Picture(int key, Bitmap_Handle bitmap, const Q
                             : In_Place_Answer::Overwrite;
     item = state_.pictures.Find(key); // a question lets events run
     if (item == nullptr || answer == In_Place_Answer::Nothing) return false;
-    if (answer == In_Place_Answer::Save_Copy) return Save_By_Dialog(*item, bitmap, clear_types);
+    if (answer == In_Place_Answer::Save_Copy) return Save_By_Dialog(*item, bitmap, {}, clear_types);
 
     Job job = In_Place_Job(*item, bitmap);
     job.target = target;
@@ -216,12 +221,11 @@ bool Picture_Saver::Save_Picture(int method, int key, Bitmap_Handle bitmap, cons
         return Confirm_Overwrite_Originals(state_.platform.dialogs) &&
                Save_Adjusted_Picture(key, bitmap, {}, {}, clear_types, true);
     case Save_Method::Automatic_Copy: {
-        const QString target =
-            Path_Without_Extension(name) + QLatin1Char('-') + suffix + QLatin1Char('.') + Extension_Part(name);
+        const QString target = Name_Of_Copy(name, suffix);
         return Confirm_Overwrite(state_.platform.dialogs, target) &&
                Save_Adjusted_Picture(key, bitmap, target, {}, clear_types, true);
     }
-    case Save_Method::Copy_By_Dialog: return Save_By_Dialog(*item, bitmap, clear_types);
+    case Save_Method::Copy_By_Dialog: return Save_By_Dialog(*item, bitmap, suffix, clear_types);
     }
     return Save_Adjusted_Picture(key, bitmap, name, {}, clear_types, true);
 }
@@ -245,12 +249,13 @@ bool Picture_Saver::Save_After_Snapshot(const Picture_Item& item, Bitmap_Handle 
     return saved;
 }
 
-bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types)
+bool Picture_Saver::Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, const QString& suffix,
+                                   std::span<const int> clear_types)
 {
     const int key = item.Picture_Key;
     const QStringList picked = state_.platform.dialogs.Pick({.caption = QStringLiteral("Halvine - Save As"),
                                                              .folder = item.Path,
-                                                             .name = item.File_Name,
+                                                             .name = Name_Of_Copy(item.File_Name, suffix),
                                                              .pattern = state_.Default_Extensions});
     if (picked.isEmpty() || picked.front().isEmpty()) return false;
     const Qualified_Name target = Split_Qualifier(picked.front());

@@ -65,7 +65,8 @@ private:
     void Take_New_Texts(const Job& job);
     Job In_Place_Job(Picture_Item& item, Bitmap_Handle bitmap) const;
     bool Save_After_Snapshot(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
-    bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, std::span<const int> clear_types);
+    bool Save_By_Dialog(const Picture_Item& item, Bitmap_Handle bitmap, const QString& suffix,
+                        std::span<const int> clear_types);
 
     Catalogue_State& state_;
     Pick_Loop& pick_;

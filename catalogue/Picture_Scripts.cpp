@@ -72,7 +72,10 @@ int Picture_Scripts::Set_Item(int key, const QString& text, std::span<const int>
 void Picture_Scripts::Show(const Picture_Item& item)
 {
     state_.view->Draw_Thumbnail(state_.pictures.Index_From_Key(item.Picture_Key));
-    if (item.Picture_Key == state_.current_picture_key) state_.view->Show_Current_Picture();
+    const bool is_current = item.Picture_Key == state_.current_picture_key;
+    if (is_current) state_.keeper->Keep_Now(); // the script of a large one takes seconds
+    if (is_current) state_.view->Show_Current_Picture();
+    state_.keeper->Keep_If_Due();
 }
 
 int Picture_Scripts::Recall_Item(int key, int type, QString& text) const

@@ -217,13 +217,14 @@ int Save_Selected_As(Catalogue_State& state, Picture_Saver& saver, Pick_Loop& pi
     if (keys.empty() || (to_original && !Confirm_Overwrite_Originals(state.platform.dialogs))) return 0;
 
     const int total = int(keys.size());
-    const auto progress = state.platform.dialogs.Open_Progress(QStringLiteral("Halvine - Save Selected As"),
-                                                               QStringLiteral("Saving 0 of %1").arg(total));
+    const auto progress = state.platform.dialogs.Operation_Progress_Cancel_Dialog(
+        QStringLiteral("Halvine - Save Selected As"), QStringLiteral("Saving 0 of %1").arg(total));
     Series series(state, saver, pictures, options);
     int saved = 0;
     for (int i = 0; i < total; ++i) {
-        progress->Show(QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(
+            QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         const Outcome outcome = series.Save(keys[std::size_t(i)]);
         if (outcome == Outcome::Stopped) break;
         if (outcome == Outcome::Saved) ++saved;

@@ -18,9 +18,7 @@ QString Script_Item_Deletion::Caption() const
 {
     const Picture_Item* item = Item();
     return QStringLiteral("Halvine - Script Items For %1 (%2 of %3)")
-        .arg(item != nullptr ? item->File_Name : QString())
-        .arg(position_)
-        .arg(Count());
+        .arg(item != nullptr ? item->File_Name : QString(), QString::number(position_), QString::number(Count()));
 }
 
 std::vector<Script_Item_Deletion::Row> Script_Item_Deletion::Rows() const

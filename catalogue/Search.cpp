@@ -194,7 +194,7 @@ std::optional<Search_Result> Ask_And_Search(Platform& platform, Search_Kind kind
 {
     const QString criteria = Ask_For_Criteria(platform.dialogs, kind, folder);
     if (criteria.isEmpty()) return {};
-    const auto window = platform.dialogs.Open_Progress(QStringLiteral("Search Criteria"), criteria);
+    const auto window = platform.dialogs.Operation_Progress_Cancel_Dialog(QStringLiteral("Search Criteria"), criteria);
     QElapsedTimer since_show;
     const auto watcher = [&](const Search_Progress& progress) {
         if (since_show.isValid() && since_show.elapsed() < Milliseconds_Between_Shows) return true;

@@ -78,12 +78,13 @@ int Snapshot_Commands::Save_Selected_As_Snapshots()
     const std::vector<int> keys = Selected_Keys(state_);
     if (keys.empty() || pick_.Pick_In_Progress()) return 0;
     const int total = int(keys.size());
-    const auto progress = state_.platform.dialogs.Open_Progress(QStringLiteral("Halvine - Save Selected As Snapshots"),
-                                                                QStringLiteral("Saving 0 of %1").arg(total));
+    const auto progress = state_.platform.dialogs.Operation_Progress_Cancel_Dialog(
+        QStringLiteral("Halvine - Save Selected As Snapshots"), QStringLiteral("Saving 0 of %1").arg(total));
     int saved = 0;
     for (int i = 0; i < total; ++i) {
-        progress->Show(QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(
+            QStringLiteral("Saving %1 of %2").arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         if (Save_As_Snapshot(keys[std::size_t(i)])) ++saved;
     }
     return saved;
@@ -123,11 +124,12 @@ void Snapshot_Commands::Load_Snapshots_Of_Selected()
     const int total = int(keys.size());
     std::vector<File_Entry> entries;
     {
-        const auto progress = state_.platform.dialogs.Open_Progress(
+        const auto progress = state_.platform.dialogs.Operation_Progress_Cancel_Dialog(
             QStringLiteral("Halvine - Load Snapshots Of Selected"), QStringLiteral("Loading 0 of %1").arg(total));
         for (int i = 0; i < total; ++i) {
-            progress->Show(QStringLiteral("Loading %1 of %2").arg(i + 1).arg(total), i + 1, total);
-            if (progress->Stop_Requested()) break;
+            const auto code = progress->Operation_Progress_Cancel_Dialog_Update(
+                QStringLiteral("Loading %1 of %2").arg(i + 1).arg(total), i + 1, total);
+            if (code == Response_Code::Cancel) break;
             const Picture_Item* item = state_.pictures.Find(keys[std::size_t(i)]);
             if (item == nullptr) continue;
             for (const QString& name : Snapshots_Of_File(item->Full_Name())) entries.push_back(Entry_Of_File(name));

@@ -22,6 +22,24 @@ Kept_Picture Picture_To_Keep(const Picture_Item& item)
     return picture;
 }
 
+bool Is_File_Of(const QString& path, const Picture_Item& item)
+{
+    return path.size() == item.Path.size() + item.File_Name.size() && path.startsWith(item.Path) &&
+           path.endsWith(item.File_Name);
+}
+
+/// Whether this is what Picture_To_Keep would give, without making it: nothing has changed most of the time.
+bool Is_Kept(const Picture_Item& item, const Kept_Picture& kept)
+{
+    return kept.key == item.Picture_Key && kept.rotate == item.Rotate && kept.flip == item.Flip &&
+           kept.seconds == item.Interval_In_Seconds && kept.inode == item.Identity.inode &&
+           kept.size == item.Identity.size && kept.modified_nanoseconds == item.Identity.modified_nanoseconds &&
+           kept.script.has_value() == item.Script_Modified &&
+           kept.description.has_value() == item.Description_Modified && Is_File_Of(kept.file, item) &&
+           (!kept.script || *kept.script == Join_Script_Items(item.Script_Items)) &&
+           (!kept.description || *kept.description == item.Description);
+}
+
 } // namespace
 
 Work_Journal::Work_Journal(const Catalogue_State& state, QString folder) : state_(state), folder_(std::move(folder)) {}
@@ -32,9 +50,18 @@ void Work_Journal::Start()
     timer_->Start(Milliseconds_Between_Looks);
 }
 
+bool Work_Journal::Is_All_Written() const
+{
+    if (written_.size() != std::size_t(state_.pictures.Count())) return false;
+    for (int index = 1; index <= state_.pictures.Count(); ++index)
+        if (!Is_Kept(state_.pictures.Item(index), written_[std::size_t(index) - 1])) return false;
+    return true;
+}
+
 /// The lines that bring the file up to date; written_ holds the new state afterwards. Both lists are in the order of keys.
 QByteArray Work_Journal::Changes()
 {
+    if (Is_All_Written()) return {};
     QByteArray lines;
     std::vector<Kept_Picture> present;
     present.reserve(std::size_t(state_.pictures.Count()));
@@ -60,12 +87,25 @@ QByteArray Work_Journal::Whole_Text() const
     return text;
 }
 
+Result<void> Work_Journal::Keep()
+{
+    last_look_ = state_.platform.clock.Now().toMSecsSinceEpoch();
+    const QByteArray changes = Changes();
+    if (changes.isEmpty() && !must_rewrite_) return {};
+    auto written = Write(changes);
+    must_rewrite_ = !written;
+    return written;
+}
+
+void Work_Journal::Keep_If_Due()
+{
+    const qint64 now = state_.platform.clock.Now().toMSecsSinceEpoch();
+    if (std::abs(now - last_look_) >= Milliseconds_Between_Looks) Keep_Now(); // a clock may be set back
+}
+
 bool Work_Journal::Write_Changes()
 {
-    const QByteArray changes = Changes();
-    if (changes.isEmpty() && !must_rewrite_) return true;
-    const auto written = Write(changes);
-    must_rewrite_ = !written;
+    const auto written = Keep();
     if (written) return true;
     if (failure_told_) return false;
     failure_told_ = true;

@@ -7,8 +7,9 @@
 #include <optional>
 
 /// Keeps what the user did and did not save yet where a crash cannot take it: the list of pictures and their scripts,
-/// descriptions, rotations, flips and slide times. Half a second after a change, at most, it stands on the disk.
-class Work_Journal {
+/// descriptions, rotations, flips and slide times. Half a second after a change, at most, it stands on the disk; during a
+/// long command at the next picture after that.
+class Work_Journal : public Work_Keeper {
 public:
     static constexpr int Milliseconds_Between_Looks = 500;
 
@@ -20,7 +21,13 @@ public:
     bool Write_Changes();
     void Remove(); ///< the program ends as it should: nothing is left to keep
 
+    // Work_Keeper. A failure is told by the next look that fails as well.
+    void Keep_Now() override { (void)Keep(); }
+    void Keep_If_Due() override;
+
 private:
+    Result<void> Keep();
+    bool Is_All_Written() const;
     QByteArray Changes();
     Result<void> Write(const QByteArray& changes);
     QByteArray Whole_Text() const;
@@ -31,6 +38,7 @@ private:
     std::optional<Journal_File> file_;
     std::vector<Kept_Picture> written_; // what the file says, by growing keys
     std::int64_t size_when_rewritten_ = 0;
+    qint64 last_look_ = 0;      // milliseconds
     bool must_rewrite_ = false; // the file may not end where it should
     bool failure_told_ = false;
 };

@@ -26,6 +26,8 @@ void Grid_Model::Set(Grid_Property property, std::int64_t value)
 void Grid_Model::Read_Properties(const QVariantMap& store)
 {
     properties_.Read_Stored(store);
+    for (auto& column : columns_) column.width = Value(Grid_Property::ColumnInitialWidth);
+    for (auto& row : rows_) row.height = Value(Grid_Property::RowInitialHeight);
     Resize_Columns(Value(Grid_Property::Columns));
     Resize_Rows(Value(Grid_Property::Rows));
     Cut_Selection_To_Mode();
@@ -43,6 +45,11 @@ void Grid_Model::Change_Column(int Grid_Column, const std::function<void(Grid_Co
     if (Grid_Column < 1 || Grid_Column > Columns()) return;
     change(columns_[std::size_t(Grid_Column - 1)]);
     Mark(Change::Layout);
+}
+
+Grid_Text_Align Grid_Model::ColumnTextAlign(int Grid_Column) const
+{
+    return Grid_Text_Align(Column(Grid_Column).text_align.value_or(Value(Grid_Property::TextAlign)));
 }
 
 std::vector<int> Grid_Model::Column_Widths(int available) const
@@ -72,7 +79,6 @@ Grid_Column_Record Grid_Model::New_Column() const
 {
     Grid_Column_Record column;
     column.width = Value(Grid_Property::ColumnInitialWidth);
-    column.text_align = Value(Grid_Property::TextAlign);
     return column;
 }
 

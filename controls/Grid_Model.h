@@ -1,15 +1,14 @@
 #pragma once
 
-#include "controls/Grid_Records.h"
+#include "controls/Grid_Columns.h"
 #include "controls/Grid_Sort.h"
-#include <functional>
 
 /// The content of a grid: properties, columns, rows, cells, selection and sorting, without any drawing.
 ///
 /// Grid_Column and Grid_Row count from 1; a Grid_Row is a position in the display. Rows never move in storage: a map
 /// gives the stored row of each display position, and sorting writes the map alone. Selection, colours and the active
 /// row belong to the stored row and follow it. An index that does not exist reads as a default and is not written.
-class Grid_Model {
+class Grid_Model final : public Grid_Columns {
 public:
     Grid_Model();
 
@@ -19,6 +18,7 @@ public:
     int Value(Grid_Property property) const { return int(properties_.Value(property)); }
     void Set(Grid_Property property, std::int64_t value); ///< Rows and Columns resize, AutoPaint updates
     QVariantMap Write_Properties() const { return properties_.Stored(); }
+    /// Read before a host fills the grid: the columns and rows that are there take width and height from it too.
     void Read_Properties(const QVariantMap& store);
 
     int Rows() const { return int(rows_.size()); }
@@ -31,9 +31,9 @@ public:
     void Set_SelectionMode(int New_SelectionMode) { Set(Grid_Property::SelectionMode, New_SelectionMode); }
 
     // Columns.
-    const Grid_Column_Record& Column(int Grid_Column) const; ///< the default record when there is none
-    /// Changes the record by `change` and tells the view. Nothing happens without such a column.
-    void Change_Column(int Grid_Column, const std::function<void(Grid_Column_Record&)>& change);
+    const Grid_Column_Record& Column(int Grid_Column) const override;
+    void Change_Column(int Grid_Column, const std::function<void(Grid_Column_Record&)>& change) override;
+    Grid_Text_Align ColumnTextAlign(int Grid_Column) const override;
     /// Widths of all columns in a view of available pixels: proportional columns share what the others leave.
     std::vector<int> Column_Widths(int available) const;
     void InsertColumns(int Grid_Column, int Column_Count); ///< in front of Grid_Column; Columns() + 1 appends

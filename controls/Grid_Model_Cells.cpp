@@ -167,7 +167,7 @@ Grid_Text_Align Grid_Model::CellAlign(int Grid_Column, int Grid_Row) const
         if (type == Grid_Data_Type::Date || Is_Number(type)) return Grid_Text_Align::Right;
         if (type == Grid_Data_Type::Boolean) return Grid_Text_Align::Center;
     }
-    return Grid_Text_Align(column.text_align);
+    return ColumnTextAlign(Grid_Column);
 }
 
 QString Grid_Model::Cell_Image(int Grid_Column, int Grid_Row) const

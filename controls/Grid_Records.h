@@ -55,11 +55,11 @@ struct Grid_Column_Record {
     std::optional<Stored_Color> header_fore_color;
     QString header_text;
     Grid_Text_Align header_text_align = Grid_Text_Align::Left;
-    int render_mode = 0;        ///< a Grid_Render_Mode
-    int sort_order = 0;         ///< a Grid_Sort_Order
-    int text_align = 0;         ///< a Grid_Text_Align
-    int width = 75;             ///< pixels; 0 hides the column
-    int width_proportional = 0; ///< share of what is left over; 0 keeps the width
+    int render_mode = 0;           ///< a Grid_Render_Mode
+    int sort_order = 0;            ///< a Grid_Sort_Order
+    std::optional<int> text_align; ///< a Grid_Text_Align; unset: the grid's TextAlign
+    int width = 75;                ///< pixels; 0 hides the column
+    int width_proportional = 0;    ///< share of what is left over; 0 keeps the width
 };
 
 struct Grid_Cell {

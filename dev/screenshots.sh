@@ -1,18 +1,21 @@
 #!/usr/bin/env bash
 # Makes pictures of the program in its main states, into build/screenshots: empty, picking, filled, full-window view, list
 # view, menus, the smallest window, the help, the rename window, a slide show with its control window and over the whole
-# screen, each in a light and some in a dark palette, and at 150% and 200%. It needs Xvfb, xdotool and ImageMagick's import;
-# the program must be built.
+# screen, each in a light and some in a dark palette, and at 150% and 200%. The dialogs stand in frames with their captions:
+# save options, camera information, the questions before files are overwritten, a list of failures. It needs Xvfb, xdotool,
+# openbox and ImageMagick's import; the program must be built.
 #
-#   dev/screenshots.sh [PRESET [FOLDER]]     release by default, with the samples or the pictures of FOLDER
+#   dev/screenshots.sh [PRESET [FOLDER [HOME]]]     release by default, with the samples or the pictures of FOLDER
+#
+# The dialogs name files of a home that is made for them: in a folder of its own, or in the empty folder HOME.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 bin=$PWD/build/${1:-release}/bin
 out=$PWD/build/screenshots
 pictures=${2:-$PWD/samples}
-for tool in Xvfb xdotool import; do
+for tool in Xvfb xdotool openbox import; do
     command -v "$tool" >/dev/null || {
-        echo "$tool is missing: apt-get install xvfb xdotool imagemagick" >&2
+        echo "$tool is missing: apt-get install xvfb xdotool openbox imagemagick" >&2
         exit 1
     }
 done
@@ -22,8 +25,11 @@ mkdir -p "$out"
 work=$(mktemp -d)
 server=0
 program=0
+manager=0
+home=${3:-$work/home}
 finish() {
     [ "$program" -eq 0 ] || kill "$program" 2>/dev/null || true
+    [ "$manager" -eq 0 ] || kill "$manager" 2>/dev/null || true
     [ "$server" -eq 0 ] || kill "$server" 2>/dev/null || true
     rm -rf "$work"
 }
@@ -51,8 +57,9 @@ start() { # start FOLDER: a first run, with settings and unsaved work of its own
     XDG_STATE_HOME=$(mktemp -d "$work/state.XXXX")
     HALVINE_START_FOLDER=$1 "$bin/halvine" &
     program=$!
-    window=$(xdotool search --sync --onlyvisible --pid "$program" --name Halvine | head -1)
+    xdotool search --sync --onlyvisible --pid "$program" --name Halvine >/dev/null
     sleep 1.5
+    window=$(xdotool search --onlyvisible --pid "$program" --name Halvine | head -1) # now that it has come to rest
 }
 
 stop() {
@@ -87,6 +94,61 @@ focus_files() { # the file grid is the lower half of the left pane
 focus_strip() { # a click on its third cell
     xdotool mousemove --window "$window" $((670 * percent / 100)) $((130 * percent / 100)) click 1
     sleep 0.3
+}
+
+shoot_dialog() { # the window that has the keyboard, in its frame
+    sleep 1
+    import -frame -window "$(xdotool getactivewindow)" "$out/$1.png"
+    echo "$out/$1.png"
+}
+
+keys_to_active() {
+    for key in "$@"; do
+        xdotool key "$key"
+        sleep 0.4
+    done
+}
+
+choose_in_file_menu() { # choose_in_file_menu N: its N-th item, from 1
+    keys_to_active alt+f Home
+    for _ in $(seq 2 "$1"); do keys_to_active Down; done
+    keys_to_active Return
+}
+
+dialogs() {
+    mkdir -p "$home/Documents" "$home/Pictures/Summer" "$home/Pictures/Winter"
+    cp "$pictures"/*.jpg "$home/Pictures/Summer"
+    cp "$home/Pictures/Summer"/*.jpg "$home/Pictures/Winter"
+    openbox 2>/dev/null &
+    manager=$!
+    sleep 1
+    HOME=$home start "$home/Pictures/Summer"
+    focus_files
+    keys_to_active ctrl+a ctrl+Return
+    sleep 3
+    keys_to_active ctrl+s
+    shoot_dialog dialog-save-options
+    keys_to_active Return
+    shoot_dialog dialog-save-question
+    keys_to_active Escape
+    local copy_selected=6
+    choose_in_file_menu $copy_selected # into the folder where they stand
+    shoot_dialog dialog-failures
+    keys_to_active alt+y
+    shoot_dialog dialog-failure-list
+    keys_to_active Escape
+    xdotool mousemove --window "$window" 105 143 click 1 # Winter
+    sleep 1
+    choose_in_file_menu $copy_selected
+    shoot_dialog dialog-overwrite
+    keys_to_active Escape
+    focus_strip
+    keys_to_active alt+Return
+    shoot_dialog dialog-camera
+    keys_to_active Escape
+    stop
+    kill "$manager" && wait "$manager" 2>/dev/null || true
+    manager=0
 }
 
 percent=100
@@ -153,6 +215,8 @@ keys F2
 sleep 1
 shoot rename
 stop
+
+dialogs
 
 tour ""
 HALVINE_PALETTE=dark tour -dark

@@ -7,8 +7,6 @@ namespace Formula {
 // expression := operand { operator operand }, with a sign or Not before an operand. Every caller flushes behind it.
 bool Compiler::Compile_Expression(Token_Word stop1, Token_Word stop2)
 {
-    Nesting level(*this);
-    if (level.Too_Deep()) return false;
     for (;;) {
         Token_Word unary = Token::No_Unary;
         const int unary_position = token_.start;
@@ -40,6 +38,8 @@ bool Compiler::Compile_Value(Token_Word stop1, Token_Word stop2)
 /// An expression between a marker and a flush to it: the operators before it go on waiting.
 bool Compiler::Compile_Bracketed(Token_Word stop1, Token_Word stop2)
 {
+    Nesting level(*this);
+    if (level.Too_Deep()) return false;
     Push_Operator(Token::Left_Paren, 0, token_.start);
     if (!Expect_Next() || !Compile_Expression(stop1, stop2)) return false;
     Flush_Operators(Token::Left_Paren);

@@ -6,8 +6,6 @@ namespace Formula {
 
 bool Compiler::Compile_Statement()
 {
-    Nesting level(*this);
-    if (level.Too_Deep()) return false;
     Skip_Line_Ends();
     if (token_.word == Token::None) return Syntax_Error("Unexpected end of program");
     if (token_.word == Token::End_Of_Source) return true;
@@ -69,6 +67,8 @@ bool Compiler::Dispatch_Keyword()
 /// With One_Line a line end stops the statements too, so that what follows on the next line is not part of them.
 bool Compiler::Compile_Statements_Until(std::initializer_list<Token_Word> stops, Block_Kind kind)
 {
+    Nesting level(*this);
+    if (level.Too_Deep()) return false;
     for (;;) {
         if (kind == Block_Kind::Block) Skip_Line_Ends();
         if (token_.word == Token::None) return Syntax_Error("Unexpected end of program");

@@ -149,7 +149,7 @@ private:
     int next_position_ = 1;
 };
 
-/// One level of parentheses or statements. Too many end the compile, since each takes room on the machine's own stack.
+/// One level of parentheses, or of statements inside a statement. Too many end the compile, since each takes room on the machine's own stack.
 class Compiler::Nesting {
 public:
     explicit Nesting(Compiler& compiler) : compiler_(compiler) { ++compiler_.nesting_; }

@@ -4,6 +4,7 @@
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Variant_Array.h"
 
+#include <algorithm>
 #include <array>
 
 namespace Formula {
@@ -92,6 +93,9 @@ Error_Number Engine::Re_Dim(Instruction& instruction, const QString& name, bool 
     if (const Error_Number error = Pop_Bounds(bounds); error != Error_Number::None) return error;
     Variable_Cell* cell = Resolve(instruction, name);
     if (!cell) return Error_Number::Unknown_Variable;
+    // There are empty lists, but only functions make them.
+    if (std::ranges::any_of(bounds, [](const Array_Bound& bound) { return bound.count < 1; }))
+        return Error_Number::Subscript_Out_Of_Range;
     if (const auto elements = Element_Count(bounds)) // otherwise there will be nothing
         if (const Error_Number error = context_.memory.Take_Elements(*elements); error != Error_Number::None)
             return error;

@@ -20,6 +20,16 @@ Error_Number Binary(Variant& left, const Variant& right)
     return compare(left, right, Compare_Mode::Binary);
 }
 
+/// Before texts are joined. What is no text becomes a short one.
+Error_Number Room_For_Joined(Opcode opcode, const Variant& left, const Variant& right, Formula_Memory& memory)
+{
+    const bool joins =
+        opcode == Opcode::Concatenate || (opcode == Opcode::Add && left.Is_String() && right.Is_String());
+    if (!joins) return Error_Number::None;
+    const auto length = [](const Variant& value) { return value.Is_String() ? value.Text().size() : 0; };
+    return memory.Room_For_Text(length(left) + length(right));
+}
+
 Error_Number General_Binary(Opcode opcode, Variant* top, Formula_Memory& memory)
 {
     static constexpr Binary_Operator operators[] = {Add,
@@ -43,7 +53,8 @@ Error_Number General_Binary(Opcode opcode, Variant* top, Formula_Memory& memory)
                                                     Eqv,
                                                     Imp};
     static_assert(std::size(operators) == std::size_t(Opcode::Imp) - std::size_t(Opcode::Add) + 1);
-    const Error_Number error = operators[std::size_t(opcode) - std::size_t(Opcode::Add)](top[-1], top[0]);
+    Error_Number error = Room_For_Joined(opcode, top[-1], top[0], memory);
+    if (error == Error_Number::None) error = operators[std::size_t(opcode) - std::size_t(Opcode::Add)](top[-1], top[0]);
     top[0].Clear();
     return error == Error_Number::None ? memory.Note(top[-1]) : error;
 }

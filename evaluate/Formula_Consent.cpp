@@ -10,8 +10,8 @@ namespace Formula {
 
 namespace {
 
-const QString Consent_Key = QStringLiteral("Formula Consent"); // beside the tree that GetSetting reads, not in it
-constexpr qsizetype Most_Characters_Shown = 1000;
+const QString Consent_Key = QStringLiteral("Formula Consent");     // beside the tree that GetSetting reads, not in it
+constexpr qsizetype Most_Name_Shown = 120, Most_Text_Shown = 1000; // characters
 
 struct Grant_Row {
     Access_Class access;
@@ -65,27 +65,30 @@ QString Digest_Of(const QString& name, const QString& text)
 
 /// Without line ends and without characters that are not seen or that turn the others round: a text from a file must not
 /// be able to write lines of the question itself. A window may break it anywhere, so that it grows no wider than usual.
-QString Shown(const QString& text)
+QString Shown(const QString& text, qsizetype most)
 {
     constexpr int Longest_Run = 40;
     QString shown;
     int run = 0;
-    for (char32_t character : text.left(Most_Characters_Shown).toUcs4()) {
+    for (char32_t character : text.left(most).toUcs4()) {
         if (QChar::isSpace(character)) character = U' ';
         shown += QString::fromUcs4(QChar::isPrint(character) ? &character : U"\uFFFD", 1);
         run = character == U' ' ? 0 : run + 1;
         if (run % Longest_Run == Longest_Run - 1) shown += QChar(0x200B); // of no width, a place for a line end
     }
-    const qsizetype hidden = text.size() - Most_Characters_Shown;
+    const qsizetype hidden = text.size() - most;
     if (hidden > 0) shown += QStringLiteral(" … and %1 characters more").arg(hidden);
     return shown;
 }
 
 QString Question_For(const Named_Formula& formula, unsigned access)
 {
-    return QStringLiteral("A formula of this file reads more than the facts of the pictures. Allow it?\n\n"
-                          "Name: %1\n\nFormula: %2\n\nIt may read %3.")
-        .arg(Shown(formula.name), Shown(formula.text),
+    return QStringLiteral(
+               "A formula of this file wants more than the facts of a picture. Allow it?\n\n"
+               "Name: %1\n\nFormula: %2\n\nIt wants to read %3.\n\n"
+               "Yes holds for this formula from now on. No opens the file and refuses it that. Cancel leaves "
+               "the file unopened.")
+        .arg(Shown(formula.name, Most_Name_Shown), Shown(formula.text, Most_Text_Shown),
              Columns_Of(access, &Grant_Row::shown).join(QStringLiteral(", and ")));
 }
 

@@ -46,7 +46,14 @@ Error_Number Formula_Memory::Take_Elements(std::int64_t count)
 {
     const std::int64_t bytes = Array_Overhead + count * std::int64_t(sizeof(Variant));
     left_ -= bytes;
-    return left_ >= 0 || Ask_Heap(bytes, 0) ? Error_Number::None : Error_Number::Out_Of_Memory;
+    return left_ >= 0 || Ask_Heap(bytes, 0) >= 0 ? Error_Number::None : Error_Number::Out_Of_Memory;
+}
+
+Error_Number Formula_Memory::Room_For_List(std::int64_t texts, std::int64_t characters)
+{
+    const std::int64_t bytes =
+        Array_Overhead + texts * (std::int64_t(sizeof(Variant)) + Text_Overhead) + 2 * characters;
+    return bytes <= left_ || bytes <= Ask_Heap(0, 0) ? Error_Number::None : Error_Number::Out_Of_Memory;
 }
 
 Error_Number Formula_Memory::Take_Copy_Of(const Variant& array)
@@ -68,12 +75,13 @@ Error_Number Formula_Memory::Note_Array(const Variant_Array& array)
 {
     const std::int64_t bytes = Array_Bytes(array);
     left_ -= bytes;
-    return left_ >= 0 || Ask_Heap(0, bytes) ? Error_Number::None : Error_Number::Out_Of_Memory;
+    return left_ >= 0 || Ask_Heap(0, bytes) >= 0 ? Error_Number::None : Error_Number::Out_Of_Memory;
 }
 
 /// to_come  bytes that were noted and stand not yet on the heap
 /// there    bytes that stand there although nobody asked before
-bool Formula_Memory::Ask_Heap(std::int64_t to_come, std::int64_t there)
+/// How many bytes are free for more; negative when there are too many already.
+std::int64_t Formula_Memory::Ask_Heap(std::int64_t to_come, std::int64_t there)
 {
     const std::int64_t now = meter_();
     // The run only adds to what stood there at its start: a lower reading is what others gave back.
@@ -82,7 +90,7 @@ bool Formula_Memory::Ask_Heap(std::int64_t to_come, std::int64_t there)
     const std::int64_t held = std::min(now - *base_, made_ - to_come);
     const std::int64_t free = limit_ - held - to_come;
     granted_ = left_ = std::max(free, Step());
-    return free >= 0;
+    return free;
 }
 
 std::int64_t Formula_Memory::Heap_Bytes()

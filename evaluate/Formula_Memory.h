@@ -15,7 +15,8 @@ namespace Formula {
 /// The notes alone would forbid a loop that builds a text and drops it again a thousand times, so the heap has the last
 /// word. It is asked so rarely that nothing of it can be measured. What other threads take meanwhile is never put on the
 /// run beyond what it noted itself.
-/// Bytes in 64 bits. A run keeps at most the limit, one step and one value.
+/// Bytes in 64 bits. A run keeps at most the limit and one step. What makes a text or a list longer than its arguments asks
+/// for room before; a text that is only changed may come on top.
 class Formula_Memory {
 public:
     using Meter = std::function<std::int64_t()>;
@@ -30,6 +31,17 @@ public:
     /// Before an array of so many elements is made; 7 when it would be too much.
     Error_Number Take_Elements(std::int64_t count);
 
+    /// Before a text of so many characters is made; 14 when it would be too much. Notes nothing: that is done when the
+    /// text stands and is known.
+    Error_Number Room_For_Text(std::int64_t characters)
+    {
+        const std::int64_t bytes = Text_Overhead + 2 * characters;
+        return bytes <= left_ || bytes <= Ask_Heap(0, 0) ? Error_Number::None : Error_Number::Out_Of_String_Space;
+    }
+
+    /// The same before a list of so many texts is made, which have so many characters together; 7.
+    Error_Number Room_For_List(std::int64_t texts, std::int64_t characters);
+
     /// Before an array is written to, which copies one that is shared. Nothing for other values.
     Error_Number Take_Copy_Of(const Variant& array);
 
@@ -40,22 +52,24 @@ public:
         if (!value.Is_String()) return Note_Array(value.Array());
         const std::int64_t bytes = Text_Bytes(value.Text());
         left_ -= bytes;
-        return left_ >= 0 || Ask_Heap(0, bytes) ? Error_Number::None : Error_Number::Out_Of_String_Space;
+        return left_ >= 0 || Ask_Heap(0, bytes) >= 0 ? Error_Number::None : Error_Number::Out_Of_String_Space;
     }
 
     /// The bytes that all threads hold on the heap.
     static std::int64_t Heap_Bytes();
 
 private:
+    static constexpr std::int64_t Text_Overhead = 32; ///< the header, and what the heap adds
+
     /// With what the heap and the header add. A text that is shared was made before.
     static std::int64_t Text_Bytes(const QString& text)
     {
-        return text.isDetached() ? 32 + 2 * std::int64_t(text.size()) : 0;
+        return text.isDetached() ? Text_Overhead + 2 * std::int64_t(text.size()) : 0;
     }
     static std::int64_t Array_Bytes(const Variant_Array& array);
     Error_Number Note_Array(const Variant_Array& array);
     std::int64_t Step() const { return limit_ / 4 < Most_Step ? limit_ / 4 : Most_Step; }
-    bool Ask_Heap(std::int64_t to_come, std::int64_t there);
+    std::int64_t Ask_Heap(std::int64_t to_come, std::int64_t there);
 
     std::int64_t limit_;
     Meter meter_;

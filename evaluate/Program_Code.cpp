@@ -7,6 +7,29 @@
 
 namespace Formula {
 
+namespace {
+
+/// Hosts hand the same few names over for every value: one that is the very text of a row is found without a look at its
+/// letters.
+template <class Rows, class Name_Of>
+int Find_Same_Text(const Rows& rows, QStringView name, Name_Of name_of)
+{
+    constexpr std::size_t Most_Rows = 8;
+    for (std::size_t i = 0; i < std::min(rows.size(), Most_Rows); ++i) {
+        const QString& row = name_of(rows[i]);
+        if (row.constData() == name.data() && row.size() == name.size()) return int(i);
+    }
+    return Name_Index::Not_Found;
+}
+
+} // namespace
+
+int Variable_Table::Find(QStringView name) const
+{
+    const int same = Find_Same_Text(rows, name, [](const Variable_Record& row) -> const QString& { return row.Name; });
+    return same != Name_Index::Not_Found ? same : index_.Find(name);
+}
+
 bool Variable_Table::Has_Room() const
 {
     return int(rows.size()) < Current_Limits().formula_names;
@@ -51,6 +74,12 @@ int Variable_Table::Row_In_Order(int ordinal) const
     return order_[std::size_t(ordinal - 1)];
 }
 
+int Value_Table::Find(QStringView name) const
+{
+    const int same = Find_Same_Text(rows, name, [](const auto& row) -> const QString& { return row.first; });
+    return same != Name_Index::Not_Found ? same : index_.Find(name);
+}
+
 bool Value_Table::Has_Room() const
 {
     return int(rows.size()) < Current_Limits().formula_names;
@@ -58,7 +87,7 @@ bool Value_Table::Has_Room() const
 
 void Value_Table::Store(const QString& name, const Variant& value)
 {
-    const int row = index_.Find(name);
+    const int row = Find(name);
     if (row != Name_Index::Not_Found) {
         rows[std::size_t(row)].second = value;
         return;

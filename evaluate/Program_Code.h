@@ -48,7 +48,7 @@ class Variable_Table {
 public:
     std::vector<Variable_Record> rows;
 
-    int Find(QStringView name) const { return index_.Find(name); } ///< -1 if unknown
+    int Find(QStringView name) const; ///< -1 if unknown
     bool Has_Room() const;
     int Declare(const QString& name, int dimensions, int flags); ///< a new variable; its row
     void Remove(int row);                                        ///< later rows move up by one
@@ -65,7 +65,7 @@ class Value_Table {
 public:
     std::vector<std::pair<QString, Variant>> rows;
 
-    int Find(QStringView name) const { return index_.Find(name); }
+    int Find(QStringView name) const; ///< -1 if unknown
     bool Has_Room() const;
     void Store(const QString& name, const Variant& value); ///< replaces the value of that name
     void Remove(QStringView name);

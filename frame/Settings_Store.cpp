@@ -103,12 +103,7 @@ void Settings_Reader::Read_File(const QString& file_name, int nesting)
     const QString name = file_name.trimmed();
     if (name.isEmpty() || nesting >= Settings_Nesting_Limit || included_ >= Settings_Includes_Limit) return;
     ++included_;
-    const auto file = Regular_File::Open(File_System_Bytes(Existing_Path(name)));
-    if (!file) return;
-    const auto bytes = file->Read_All(Current_Limits().settings_file_bytes);
-    if (!bytes) return;
-    const QByteArray contents(reinterpret_cast<const char*>(bytes->data()), qsizetype(bytes->size()));
-    const QStringList lines = Decode_Text(contents).split(u'\n');
+    const QStringList lines = Text_Of_Settings_File(Existing_Path(name)).split(u'\n');
     for (const QString& line : lines) {
         const QString record_line = line.trimmed();
         if (!record_line.isEmpty() && !record_line.startsWith(u'~')) Read_String(record_line, nesting);
@@ -141,6 +136,15 @@ void Read_Settings_String(Program_State& state, const QString& Settings_String, 
 void Read_Settings_File(Program_State& state, const QString& File_Name, int Nesting)
 {
     Settings_Reader(state).Read_File(File_Name, Nesting);
+}
+
+QString Text_Of_Settings_File(const QString& path)
+{
+    const auto file = Regular_File::Open(File_System_Bytes(path));
+    if (!file) return {};
+    const auto bytes = file->Read_All(Current_Limits().settings_file_bytes);
+    if (!bytes) return {};
+    return Decode_Text(QByteArray(reinterpret_cast<const char*>(bytes->data()), qsizetype(bytes->size())));
 }
 
 QString Settings_String_Of(const Program_State& state, bool With_Extensions)

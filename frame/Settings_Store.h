@@ -27,6 +27,9 @@ void Read_Settings_String(Program_State& state, const QString& Settings_String, 
 /// a folder or a device, a file above the limit of settings files, or one nested 4 deep or more is passed over.
 void Read_Settings_File(Program_State& state, const QString& File_Name, int Nesting);
 
+/// The whole text of such a file; empty for one that is passed over.
+QString Text_Of_Settings_File(const QString& path);
+
 /// The line as it is stored. The file pattern is part of it only `With_Extensions`.
 QString Settings_String_Of(const Program_State& state, bool With_Extensions);
 

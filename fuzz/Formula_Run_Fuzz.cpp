@@ -22,6 +22,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     setenv("HALVINE_LIMIT_FORMULA_STRING_CHARACTERS", "100000", 1);
     setenv("HALVINE_LIMIT_FORMULA_ARRAY_ELEMENTS", "10000", 1);
+    setenv("HALVINE_LIMIT_FORMULA_BYTES", "8000000", 1);
     return 0;
 }
 

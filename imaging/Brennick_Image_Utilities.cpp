@@ -2,12 +2,13 @@
 
 #include "frame/text/Text_Utilities.h"
 
+#include <atomic>
 #include <string>
 
 namespace {
 
-int live_bitmaps = 0;
-QString last_load_error;
+std::atomic<int> live_bitmaps = 0;
+thread_local QString last_load_error;
 
 // More than any text that is stored here may have: one that another program made longer is not cut in silence, the save
 // that would lose it is refused.

@@ -7,7 +7,8 @@
 #include <utility>
 
 /// The application's side of the pixel library: paths and texts as QString, and a count of the live bitmaps. Every
-/// creation and release of a bitmap goes through here; a count other than 0 at the end is a leak.
+/// creation and release of a bitmap goes through here; a count other than 0 at the end is a leak. Threads may work on
+/// bitmaps of their own; each has its own last errors.
 
 int Bitmap_Count();
 

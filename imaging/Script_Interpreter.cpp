@@ -147,6 +147,11 @@ Bitmap_Handle Draw_Text(Bitmap_Handle source, const QString& item, const Script_
     return text_renderer->Render(copy.Get(), body, divisor, Normal_Rotation(run.rotation)) ? copy.Release() : 0;
 }
 
+bool Is_Stopped(const Script_Run& run)
+{
+    return run.stop != nullptr && *run.stop;
+}
+
 } // namespace
 
 void Install_Text_Item_Renderer(Text_Item_Renderer* renderer)
@@ -194,10 +199,17 @@ Bitmap_Handle Apply_Script_Item(Bitmap_Handle source, const Script_Item& item, c
     return 0;
 }
 
+bool May_Run_Aside(const Script_Item_Array& items)
+{
+    for (int index = 1; index <= items.Count(); ++index)
+        if (items.Item(index).Script_Item_Type == int(Script_Item_Kind::Text)) return false;
+    return true;
+}
+
 Bitmap_Handle Apply_Script_Items(Bitmap_Handle start, const Script_Item_Array& items, const Script_Run& run)
 {
     Bitmap_Handle current = start;
-    for (int index = 1; index <= items.Count(); ++index) {
+    for (int index = 1; index <= items.Count() && !Is_Stopped(run); ++index) {
         const Bitmap_Handle next = Apply_Script_Item(current, items.Item(index), run);
         if (next == 0) continue;
         if (current != start) Delete_Bitmap(current);
@@ -209,7 +221,7 @@ Bitmap_Handle Apply_Script_Items(Bitmap_Handle start, const Script_Item_Array& i
 Bitmap_Handle Apply_Script_Items_To_Own(Bitmap_Handle start, const Script_Item_Array& items, const Script_Run& run)
 {
     Bitmap_Handle current = start;
-    for (int index = 1; index <= items.Count(); ++index) {
+    for (int index = 1; index <= items.Count() && !Is_Stopped(run); ++index) {
         const Bitmap_Handle next = Apply_Script_Item(current, items.Item(index), run);
         if (next == 0) continue;
         Delete_Bitmap(current);

@@ -3,6 +3,8 @@
 #include "imaging/Brennick_Image_Utilities.h"
 #include "imaging/Script_Items.h"
 
+#include <atomic>
+
 /// Applies the items of a script to a bitmap. Items run in order; one that fails, or is damaged so that it produces
 /// nothing, leaves the picture as it is and the next one goes on: a script never stops half way. Which items a picture
 /// has, and where its file lies, is the catalogue's business.
@@ -30,7 +32,12 @@ struct Script_Run {
     int divisor = 1;  ///< reduction of the bitmap; below 1 counts as 1
     int rotation = 0; ///< effective rotation of the bitmap in degrees; any number, brought into 0 to 359
     Margin_Division margin_division = Margin_Division::Rounded;
+    const std::atomic<bool>* stop = nullptr; ///< once it is true no further item begins
 };
+
+/// Whether another thread than the window's may run the items over a bitmap of its own: text is drawn with the window's
+/// fonts.
+bool May_Run_Aside(const Script_Item_Array& items);
 
 /// Runs the items over `start`, which is never changed or released. The result is a new bitmap that belongs to the
 /// caller, or `start` itself when no item produced anything.

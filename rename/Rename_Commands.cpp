@@ -66,7 +66,7 @@ std::optional<Rename_Commands::Batch> Rename_Commands::Ask_Names(const QString& 
 void Rename_Commands::Tell_Faults(const std::vector<Rename_Fault>& faults)
 {
     QStringList lines;
-    for (const Rename_Fault& fault : faults) lines << Text_Of(fault.text);
+    for (const Rename_Fault& fault : faults) lines << Text_Of(fault.Text());
     const QString text = QStringLiteral("Halvine was unable to use %1 of the new names. Nothing was changed.\r\n"
                                         "Do you wish to see a list of them?")
                              .arg(faults.size());
@@ -188,13 +188,13 @@ void Rename_Commands::Run_Copies(const Batch& batch, const std::string& folder)
     if (!Make_Room(batch)) return parts_.show_file_changes();
     const int total = int(batch.moves.size());
     const QString doing = QStringLiteral("Copying %1 of %2");
-    const auto progress =
-        Dialogs().Open_Progress(QStringLiteral("Halvine - Copy/Rename Selected to Folder"), doing.arg(0).arg(total));
+    const auto progress = Dialogs().Operation_Progress_Cancel_Dialog(
+        QStringLiteral("Halvine - Copy/Rename Selected to Folder"), doing.arg(0).arg(total));
     File_Failures failures;
     for (int i = 0; i < total; ++i) {
         const Rename_Move& move = batch.moves[std::size_t(i)];
-        progress->Show(doing.arg(i + 1).arg(total), i + 1, total);
-        if (progress->Stop_Requested()) break;
+        const auto code = progress->Operation_Progress_Cancel_Dialog_Update(doing.arg(i + 1).arg(total), i + 1, total);
+        if (code == Response_Code::Cancel) break;
         const auto copied =
             Copy_Whole_File(move.folder + move.old_name, folder + move.new_name, {.when_taken = When_Taken::Refuse});
         if (!copied) failures.Add(Old_Path(move), copied.error());
@@ -205,9 +205,11 @@ void Rename_Commands::Run_Copies(const Batch& batch, const std::string& folder)
 
 void Rename_Commands::Take_Back()
 {
-    const auto last = parts_.journal.Last_Done();
-    if (!last) return Dialogs().Refuse(QStringLiteral("There is no rename to take back."));
-    const auto moves = Moves_Back(last->record, parts_.files);
+    const auto kept = parts_.journal.Last_Done();
+    if (!kept) return Tell_Failure(kept.error());
+    if (!*kept) return Dialogs().Refuse(QStringLiteral("There is no rename to take back."));
+    const Rename_Record& last = (*kept)->record;
+    const auto moves = Moves_Back(last, parts_.files);
     File_Following following(State(), parts_.form.Picking(), parts_.form.Pictures());
     for (const Rename_Move& move : moves)
         if (following.Is_In_Use(Old_Path(move)))
@@ -219,7 +221,7 @@ void Rename_Commands::Take_Back()
     const QString question =
         QStringLiteral("Do you wish to give the files of the last rename their old names, %1 of %2?")
             .arg(moves.size())
-            .arg(last->record.moves.size());
+            .arg(last.moves.size());
     if (!Dialogs().Confirm(question + example)) return;
     const auto back = Take_Back_Last_Rename(parts_.journal, parts_.files);
     if (!back) Tell_Failure(back.error());

@@ -108,6 +108,12 @@ Digit_Run Serial_Digits(const QString& root, const From_Matcher& matcher, bool p
     return match.kind == From_Match::Kind::At_Begin ? Last_Digit_Run(root, match.length) : Digit_Run{};
 }
 
+/// New names are no paths: of a text with folders in it, what stands behind them. "\" and ":" are ordinary characters.
+QString Without_Path(const QString& text)
+{
+    return Name_Part(u'/' + text);
+}
+
 QString With_Point(const QString& extension)
 {
     return extension.isEmpty() || extension.startsWith(u'.') ? extension : u'.' + extension;
@@ -151,6 +157,8 @@ struct Rename_Job::Serial_Plan {
 Rename_Job::Rename_Job(Formula::Formula_Host_Services& host, std::vector<Rename_Row> rows)
     : host_(host), rows_(std::move(rows))
 {
+    for (const Rename_Row& row : rows_)
+        names_.push_back({Root_Of_Name(row.file_name), Extension_Of_Name(row.file_name)});
     Find_Serial_Range();
 }
 
@@ -172,8 +180,7 @@ void Rename_Job::Find_Serial_Range()
     smallest_ = largest_ = No_Serial;
     inputs_.start_numbering.clear();
     const From_Matcher matcher(inputs_);
-    for (const Rename_Row& row : rows_) {
-        const QString root = Root_Of_Name(row.file_name);
+    for (const auto& [root, extension] : names_) {
         const Digit_Run run = Serial_Digits(root, matcher, inputs_.pattern_mode);
         const QString digits = root.mid(run.begin, run.end - run.begin);
         const int serial = Serial_Of(digits);
@@ -216,24 +223,24 @@ void Rename_Job::Update_Names()
     std::unique_ptr<Rename_Formula> formula;
     if (inputs_.formula) formula = std::make_unique<Rename_Formula>(host_, *inputs_.formula, inputs_.change_to);
     update_fault_ = formula ? formula->Compile_Fault() : std::nullopt;
-    for (Rename_Row& row : rows_) {
-        const QString root = Root_Of_Name(row.file_name);
-        const From_Match match = inputs_.change_to.isEmpty() ? From_Match{} : matcher.Match(root);
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        Rename_Row& row = rows_[i];
+        const From_Match match = inputs_.change_to.isEmpty() ? From_Match{} : matcher.Match(names_[i].root);
         // A match behind the beginning leaves the name that the row had.
         if (match.kind == From_Match::Kind::Elsewhere) continue;
         row.new_name.clear();
         if (match.kind == From_Match::Kind::At_Begin)
-            row.new_name = New_Name({row, root, match.length}, plan, formula.get());
+            row.new_name = New_Name({row, names_[i], match.length}, plan, formula.get());
     }
 }
 
 QString Rename_Job::New_Name(const Matched_Row& matched, Serial_Plan& plan, Rename_Formula* formula) const
 {
-    const auto& [row, root, length] = matched;
+    const auto& [row, name, length] = matched;
+    const QString& root = name.root;
     const Digit_Run run = Last_Digit_Run(root, length);
     const std::int64_t serial = plan.Take(root.mid(run.begin, run.end - run.begin));
-    const QString type = inputs_.file_type.trimmed();
-    const QString extension = With_Point(type.isEmpty() ? Extension_Of_Name(row.file_name) : type);
+    const QString extension = New_Extension(name);
     QString new_root;
     if (serial >= 0 && formula != nullptr)
         new_root = formula->New_Root({.folder = row.folder,
@@ -247,16 +254,23 @@ QString Rename_Job::New_Name(const Matched_Row& matched, Serial_Plan& plan, Rena
         new_root = inputs_.change_to + root.mid(length, run.begin - length) + plan.Text(serial) + root.mid(run.end);
     else
         new_root = inputs_.change_to + root.mid(length);
+    new_root = Without_Path(new_root);
     return new_root.isEmpty() ? QString() : new_root + extension;
+}
+
+QString Rename_Job::New_Extension(const Name_Parts& name) const
+{
+    const QString type = Without_Path(inputs_.file_type.trimmed());
+    return With_Point(type.isEmpty() ? name.extension : type);
 }
 
 void Rename_Job::Set_User_Name(std::size_t row, const QString& text)
 {
-    Rename_Row& changed = rows_[row];
-    changed.user_name = text;
-    const QString extension = Extension_Of_Name(changed.file_name);
-    if (!text.isEmpty() && !extension.isEmpty())
-        changed.user_name = With_Default_Extension(u'/' + text, extension).mid(1);
+    QString& user_name = rows_[row].user_name;
+    user_name = Without_Path(text);
+    const QString extension = New_Extension(names_[row]).mid(1);
+    if (!user_name.isEmpty() && !extension.isEmpty())
+        user_name = With_Default_Extension(u'/' + user_name, extension).mid(1);
 }
 
 std::int64_t Rename_Job::Duplicate_Count() const

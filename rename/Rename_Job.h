@@ -18,7 +18,8 @@
 //
 // A name is "root.extension"; roots alone are matched and replaced. In prefix mode the text From stands at the beginning
 // of a root; in pattern mode From is a pattern of the Like rule whose first match begins the root. What From covers
-// becomes To; in what follows, the last run of digits is the serial. Names are compared without regard to case.
+// becomes To; in what follows, the last run of digits is the serial. Names are compared without regard to case. A new name
+// never holds a folder: what is typed or computed with one loses it.
 
 /// What a job knows of one file.
 struct Rename_Row {
@@ -60,8 +61,8 @@ public:
     void Set_Inputs(Rename_Inputs inputs);
 
     const std::vector<Rename_Row>& Rows() const { return rows_; }
-    /// The user's own name for a row (0-based). One without an extension gets that of the file, unless it ends in ".";
-    /// the empty text takes it back.
+    /// The user's own name for a row (0-based). One without an extension gets that of the new names, unless it ends in
+    /// "."; the empty text takes it back.
     void Set_User_Name(std::size_t row, const QString& text);
 
     /// What the check with sample values found.
@@ -82,17 +83,22 @@ public:
 
 private:
     struct Serial_Plan;
+    struct Name_Parts {
+        QString root, extension; ///< of the present name
+    };
     struct Matched_Row {
         const Rename_Row& row;
-        const QString& root;
+        const Name_Parts& name;
         qsizetype length; ///< what From covers of the root
     };
     void Find_Serial_Range();
     Serial_Plan Plan_Serials() const;
     QString New_Name(const Matched_Row& matched, Serial_Plan& plan, Rename_Formula* formula) const;
+    QString New_Extension(const Name_Parts& name) const; ///< with its "."
 
     Formula::Formula_Host_Services& host_;
     std::vector<Rename_Row> rows_;
+    std::vector<Name_Parts> names_; // of the rows
     Rename_Inputs inputs_;
     std::optional<Formula_Fault> fault_, update_fault_;
     bool range_is_stale_ = false;

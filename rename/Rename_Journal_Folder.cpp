@@ -3,6 +3,7 @@
 #include "frame/State_Folder.h"
 #include "frame/files/Limits.h"
 #include "frame/files/Regular_File.h"
+#include "frame/files/Rename_File.h"
 #include "frame/text/Path_Utilities.h"
 
 #include <QtCore/QDir>
@@ -10,18 +11,22 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr char Begun = 'B';
 constexpr char Done = 'D';
-constexpr char Unclear = 'U'; // could not be put right: told once, and kept for whoever wants to look
-constexpr std::size_t Most_Kept = 20;
+constexpr std::size_t Most_Kept = 20; // of each kind
+constexpr std::time_t Stale_Seconds = 24 * 60 * 60;
 
-const QString Journal_Names = QStringLiteral("rename-*.journal");
+const QString Journals = QStringLiteral("rename-*.journal");
+const QString Journals_Set_Aside = QStringLiteral("set-aside-rename-*.journal");
+const QString Unfinished_Journals = QStringLiteral("new-*.journal");
 
 /// A journal of ten thousand files is long; its state is one byte.
 char State_Of(const std::string& path)
@@ -34,14 +39,22 @@ char State_Of(const std::string& path)
     return state;
 }
 
-std::optional<Rename_Record> Read_Record(const std::string& path)
+/// The state and the record behind it. What is damaged stands in the record's fault.
+struct Journal_Reading {
+    char state = 0;
+    Record_Reading reading;
+};
+
+Journal_Reading Read_Journal(const std::string& path)
 {
     const auto file = Regular_File::Open(path);
-    if (!file) return {};
-    const auto bytes = file->Read_All(Current_Limits().document_bytes);
-    if (!bytes || bytes->size() < 2) return {};
+    const auto bytes = file ? file->Read_All(Current_Limits().document_bytes) : tl::make_unexpected(file.error());
+    if (!bytes) return {.state = 0, .reading = {.record = {}, .fault = bytes.error().text}};
     const QByteArray text(reinterpret_cast<const char*>(bytes->data()), qsizetype(bytes->size()));
-    return Record_From_Text(text.mid(2)); // behind the state and its line end
+    Journal_Reading journal{.state = text.isEmpty() ? '\0' : text[0], .reading = Record_From_Text(text.mid(2))};
+    const bool has_state = (journal.state == Begun || journal.state == Done) && text.size() > 1 && text[1] == '\n';
+    if (!has_state && journal.reading.Is_Whole()) journal.reading.fault = "its beginning was changed";
+    return journal;
 }
 
 Result<void> Write_All(int descriptor, const QByteArray& bytes, const std::string& path)
@@ -62,18 +75,9 @@ Result<void> Write_State(int descriptor, char state, const std::string& path)
     return {};
 }
 
-/// Puts one rename right and tells about it.
-std::string Mend(const std::string& path, const Rename_Record& record, Rename_Files& files)
+std::string Damage_Text(const std::string& beginning, const std::string& fault, const std::string& kept_as)
 {
-    const auto mended = Put_Right(record, files);
-    if (mended) {
-        unlink(path.c_str());
-        return "A rename was interrupted; its files have their old names again";
-    }
-    const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
-    if (descriptor >= 0) (void)Write_State(descriptor, Unclear, path);
-    if (descriptor >= 0) close(descriptor);
-    return mended.error().text;
+    return beginning + " is damaged: " + fault + "; it is kept as " + kept_as;
 }
 
 /// Names sort by time.
@@ -112,18 +116,24 @@ Result<void> Rename_Journal_Folder::Begin(const Rename_Record& record)
     Close();
     if (!QDir().mkpath(Path_From_Bytes(QByteArray::fromStdString(folder_))))
         return Failure(folder_ + ": the folder for the journal of renames cannot be made");
+    const QByteArray text = QByteArray(1, Begun) + '\n' + Text_Of_Record(record);
+    if (text.size() > Current_Limits().document_bytes)
+        return Failure(folder_ + ": the journal of a rename of " + std::to_string(record.moves.size()) +
+                       " files is too long; rename fewer at a time");
     const std::string name = New_Name();
     const std::string unfinished = folder_ + "new-" + name;
     descriptor_ = open(unfinished.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     if (descriptor_ < 0) return System_Failure(unfinished, errno);
     // Only a whole and locked journal gets the name by which others find it.
-    Result<void> written = Write_All(descriptor_, QByteArray(1, Begun) + '\n' + Text_Of_Record(record), unfinished);
+    Result<void> written = Write_All(descriptor_, text, unfinished);
     if (written && (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 || fsync(descriptor_) != 0))
         written = System_Failure(unfinished, errno);
     path_ = folder_ + "rename-" + name;
     if (written && rename(unfinished.c_str(), path_.c_str()) != 0) written = System_Failure(path_, errno);
+    if (written) written = Flush_Folder(folder_);
     if (written) return {};
     unlink(unfinished.c_str());
+    unlink(path_.c_str());
     Close();
     return written;
 }
@@ -132,6 +142,7 @@ Result<void> Rename_Journal_Folder::Finish()
 {
     if (descriptor_ < 0) return Failure("no rename has begun");
     if (auto written = Write_State(descriptor_, Done, path_); !written) return written;
+    finished_ = path_;
     Close();
     Prune();
     return {};
@@ -145,48 +156,80 @@ void Rename_Journal_Folder::Forget()
     Close();
 }
 
-std::vector<std::string> Rename_Journal_Folder::Names() const
+std::vector<std::string> Rename_Journal_Folder::Names(const QString& pattern) const
 {
     const QDir folder(Path_From_Bytes(QByteArray::fromStdString(folder_)));
     std::vector<std::string> names;
-    for (const QString& name : folder.entryList({Journal_Names}, QDir::Files, QDir::Name))
+    for (const QString& name : folder.entryList({pattern}, QDir::Files, QDir::Name))
         names.push_back(name.toStdString());
     return names;
 }
 
 void Rename_Journal_Folder::Prune()
 {
-    std::vector<std::string> names = Names();
-    std::erase_if(names, [this](const std::string& name) { return State_Of(folder_ + name) == Begun; });
-    for (std::size_t i = 0; i + Most_Kept < names.size(); ++i) unlink((folder_ + names[i]).c_str());
+    std::vector<std::string> done = Names(Journals);
+    std::erase_if(done, [this](const std::string& name) { return State_Of(folder_ + name) != Done; });
+    for (const auto& names : {done, Names(Journals_Set_Aside)})
+        for (std::size_t i = 0; i + Most_Kept < names.size(); ++i) unlink((folder_ + names[i]).c_str());
+    for (const std::string& name : Names(Unfinished_Journals)) { // of a process that ended before its rename began
+        struct stat facts {};
+        const std::string path = folder_ + name;
+        if (stat(path.c_str(), &facts) == 0 && facts.st_mtime < std::time(nullptr) - Stale_Seconds)
+            unlink(path.c_str());
+    }
+}
+
+/// Tells where the journal is from now on. A folder that nothing can be changed in keeps it where it is.
+std::string Rename_Journal_Folder::Set_Aside(const std::string& name)
+{
+    const std::string aside = "set-aside-" + name;
+    const bool is_aside = rename((folder_ + name).c_str(), (folder_ + aside).c_str()) == 0;
+    return folder_ + (is_aside ? aside : name);
+}
+
+/// Puts one rename right and tells about it.
+std::string Rename_Journal_Folder::Mend(const std::string& name, Rename_Files& files)
+{
+    const auto [state, reading] = Read_Journal(folder_ + name);
+    if (!reading.Is_Whole()) {
+        const std::string astray = Leave_Temporary_Names(reading.record, files);
+        return Damage_Text("The journal of a rename that may have been interrupted", reading.fault, Set_Aside(name)) +
+               astray;
+    }
+    const auto mended = Put_Right(reading.record, files);
+    if (!mended) return mended.error().text + "; the journal of that rename is " + Set_Aside(name);
+    unlink((folder_ + name).c_str());
+    return "A rename was interrupted; its files have their old names again";
 }
 
 std::vector<std::string> Rename_Journal_Folder::Put_Interrupted_Right(Rename_Files& files)
 {
     std::vector<std::string> told;
-    for (const std::string& name : Names()) {
+    for (const std::string& name : Names(Journals)) {
         const std::string path = folder_ + name;
-        if (State_Of(path) != Begun) continue;
+        if (State_Of(path) == Done) continue;
         const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
-        if (descriptor < 0) continue;
         // It may have come to its end before the lock was free: the state counts under the lock.
-        const bool is_interrupted = flock(descriptor, LOCK_EX | LOCK_NB) == 0 && State_Of(path) == Begun;
-        if (const auto record = is_interrupted ? Read_Record(path) : std::nullopt)
-            told.push_back(Mend(path, *record, files));
-        close(descriptor);
+        const bool is_running = descriptor >= 0 && flock(descriptor, LOCK_EX | LOCK_NB) != 0;
+        if (!is_running && State_Of(path) != Done && access(path.c_str(), F_OK) == 0) told.push_back(Mend(name, files));
+        if (descriptor >= 0) close(descriptor);
     }
     return told;
 }
 
-std::optional<Rename_Journal_Folder::Kept> Rename_Journal_Folder::Last_Done() const
+Result<std::optional<Rename_Journal_Folder::Kept>> Rename_Journal_Folder::Last_Done()
 {
-    const std::vector<std::string> names = Names();
+    const std::vector<std::string> names = Names(Journals);
     for (std::size_t i = names.size(); i-- > 0;) {
         const std::string path = folder_ + names[i];
         if (State_Of(path) != Done) continue;
-        if (auto record = Read_Record(path)) return Kept{path, std::move(*record)};
+        auto [state, reading] = Read_Journal(path);
+        if (reading.Is_Whole()) return Kept{path, std::move(reading.record)};
+        return Failure(
+            Damage_Text("The last rename cannot be taken back, for its journal", reading.fault, Set_Aside(names[i])) +
+            "; the rename before it is the next to be taken back");
     }
-    return {};
+    return std::nullopt;
 }
 
 void Rename_Journal_Folder::Drop(const Kept& kept)
@@ -194,16 +237,21 @@ void Rename_Journal_Folder::Drop(const Kept& kept)
     unlink(kept.path.c_str());
 }
 
+void Rename_Journal_Folder::Drop_Last_Finished()
+{
+    unlink(finished_.c_str());
+    finished_.clear();
+}
+
 Result<int> Take_Back_Last_Rename(Rename_Journal_Folder& journal, Rename_Files& files)
 {
     const auto last = journal.Last_Done();
-    if (!last) return 0;
-    const Rename_Plan plan(files, Moves_Back(last->record, files));
+    if (!last) return tl::make_unexpected(last.error());
+    if (!*last) return 0;
+    const Rename_Plan plan(files, Moves_Back((*last)->record, files));
     if (const auto done = Run_Plan(plan, files, journal); !done) return tl::make_unexpected(done.error());
-    // The way back is itself a rename that was done: neither is left to be taken back.
-    if (!plan.Steps().empty())
-        if (const auto back = journal.Last_Done()) journal.Drop(*back);
-    journal.Drop(*last);
+    if (!plan.Steps().empty()) journal.Drop_Last_Finished();
+    journal.Drop(**last);
     return int(plan.Moves().size());
 }
 

@@ -9,6 +9,8 @@
 namespace {
 
 constexpr std::size_t Nowhere = std::size_t(-1);
+constexpr std::string_view Temporary_Beginning = ".rename-";
+constexpr std::string_view Temporary_Ending = ".halvine";
 
 std::string Quoted(const std::string& name)
 {
@@ -20,9 +22,9 @@ class Move_Checker {
 public:
     Move_Checker(const Rename_Files& files, Folder_Rules_Cache& rules) : files_(files), rules_(rules) {}
 
-    void Add_Fault(std::size_t move, const Rename_Move& of, const std::string& text, bool taken = false)
+    void Add_Fault(std::size_t move, const Rename_Move& of, const std::string& reason, bool taken = false)
     {
-        faults.push_back({.move = move, .text = of.old_name + ": " + text, .target_is_taken = taken});
+        faults.push_back({.move = move, .file = of.old_name, .reason = reason, .target_is_taken = taken});
     }
     bool Check_Name(std::size_t move, const Rename_Move& of, const std::string& target_folder)
     {
@@ -78,7 +80,14 @@ std::string Name_Fault(const std::string& new_name, const Rename_Files::Folder_R
                (new_name[at] < ' ' ? "a control character" : new_name.substr(at, 1));
     if (new_name.back() == '~' || Is_Hidden_Name_Of_Ours(new_name))
         return Quoted(new_name) + " is a name that saves keep their files under";
+    if (Is_Temporary_Path(new_name)) return Quoted(new_name) + " is a name that renames keep for themselves";
     return {};
+}
+
+bool Is_Temporary_Path(const std::string& path)
+{
+    const std::string_view name = std::string_view(path).substr(path.rfind('/') + 1);
+    return name.starts_with(Temporary_Beginning) && name.ends_with(Temporary_Ending);
 }
 
 std::string Name_Key(const std::string& path, const Rename_Files::Folder_Rules& rules)
@@ -143,11 +152,12 @@ struct Rename_Plan::Ordering {
         Step(from, move.folder + move.new_name, files.Find(from).value_or(Rename_Files::Entry{}));
     }
 
-    /// Hidden, told apart from the names under which saves keep files, and free.
+    /// One that is free.
     std::string Temporary_Path(const std::string& folder)
     {
         for (;;) {
-            const std::string path = folder + ".rename-" + std::to_string(++temporary_names) + ".halvine";
+            std::string path = folder;
+            path.append(Temporary_Beginning).append(std::to_string(++temporary_names)).append(Temporary_Ending);
             if (!files.Find(path)) return path;
         }
     }

@@ -26,8 +26,10 @@ struct Rename_Move {
 
 struct Rename_Fault {
     std::size_t move = 0;         ///< 0-based place of the move
-    std::string text{};           ///< "IMG_1.jpg: the name trip.jpg is taken by another file"
+    std::string file{};           ///< its old name
+    std::string reason{};         ///< "the name "trip.jpg" is taken by another file"
     bool target_is_taken = false; ///< by a file that is there and stays: a person may decide about it
+    std::string Text() const { return file + ": " + reason; }
 };
 
 struct Rename_Step {
@@ -59,6 +61,9 @@ std::vector<Rename_Fault> Check_Copies(const Rename_Files& files, const std::vec
 
 /// Why a folder cannot hold the name, in words that follow the name of the file; empty when it can.
 std::string Name_Fault(const std::string& new_name, const Rename_Files::Folder_Rules& rules);
+
+/// The names by way of which files go round in rings: hidden, and told apart from those under which saves keep files.
+bool Is_Temporary_Path(const std::string& path);
 
 /// What equals when two names are one file in the folder.
 std::string Name_Key(const std::string& path, const Rename_Files::Folder_Rules& rules);

@@ -21,11 +21,24 @@ QString Rename_Preview::Status() const
     return text;
 }
 
+QString Rename_Preview::Hint(const Rename_Inputs& inputs) const
+{
+    if (Has_New_Names()) return {};
+    if (inputs.change_from.isEmpty() && inputs.pattern_mode)
+        return QStringLiteral("The pattern in Change From is empty");
+    if (inputs.change_from.isEmpty())
+        return QStringLiteral("Type into Change From what the names begin with, or define a pattern such as *_");
+    if (inputs.change_to.isEmpty()) return QStringLiteral("Type into Change To what takes its place");
+    return inputs.pattern_mode ? QStringLiteral("The beginning of a name is to fit the pattern in Change From")
+                               : QStringLiteral("A name is to begin with the text in Change From");
+}
+
 Rename_Preview Preview_Of(const std::vector<Rename_Row>& rows)
 {
     Rename_Preview preview;
     preview.marks.assign(rows.size(), Rename_Preview::Mark::None);
     QHash<QString, std::size_t> first_by_name;
+    first_by_name.reserve(qsizetype(rows.size()));
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const QString& name = rows[i].Final_Name();
         if (name != rows[i].file_name) {
@@ -53,6 +66,8 @@ QString Common_Beginning(const std::vector<Rename_Row>& rows)
     if (rows.empty()) return {};
     QString common = Root_Of_Name(rows.front().file_name);
     for (const Rename_Row& row : rows) common = Common_Path(common, Root_Of_Name(row.file_name));
-    while (!common.isEmpty() && common.back() >= u'0' && common.back() <= u'9') common.chop(1);
-    return common;
+    QString without_digits = common;
+    while (!without_digits.isEmpty() && without_digits.back() >= u'0' && without_digits.back() <= u'9')
+        without_digits.chop(1);
+    return without_digits.isEmpty() ? common : without_digits;
 }

@@ -10,10 +10,13 @@ struct Rename_Preview {
 
     /// "12 files, 10 new names, 2 names stand twice"
     QString Status() const;
+    /// What the user can do about it when no name is new; empty when one is.
+    QString Hint(const Rename_Inputs& inputs) const;
     bool Has_New_Names() const { return new_names > 0; }
 };
 
 Rename_Preview Preview_Of(const std::vector<Rename_Row>& rows);
 
-/// What all roots begin with, without digits at its end: what the user most likely wants to change from.
+/// What all roots begin with: what the user most likely wants to change from. Without the digits at its end, unless
+/// there is nothing else, as in names that cameras make of the date.
 QString Common_Beginning(const std::vector<Rename_Row>& rows);

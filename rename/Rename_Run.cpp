@@ -1,44 +1,14 @@
 #include "rename/Rename_Run.h"
 
-#include <algorithm>
+#include <map>
 #include <set>
 #include <unordered_map>
 
 namespace {
 
-const QByteArray First_Line = QByteArrayLiteral("names");
-const QByteArray Last_Line = QByteArrayLiteral("end");
-
 std::string Folder_Of(const std::string& path)
 {
     return path.substr(0, path.rfind('/') + 1);
-}
-
-QByteArray Coded(const std::string& bytes)
-{
-    return QByteArray::fromStdString(bytes).toPercentEncoding();
-}
-
-std::string Decoded(const QByteArray& text)
-{
-    return QByteArray::fromPercentEncoding(text).toStdString();
-}
-
-std::optional<std::uint64_t> Whole_Number(const QByteArray& text)
-{
-    bool is_number = false;
-    const qulonglong number = text.toULongLong(&is_number);
-    if (!is_number) return {};
-    return number;
-}
-
-/// Nothing when a line is damaged.
-std::optional<Rename_Step> Step_Of(const QList<QByteArray>& words)
-{
-    const auto device = Whole_Number(words[3]);
-    const auto inode = Whole_Number(words[4]);
-    if (!device || !inode) return {};
-    return Rename_Step{Decoded(words[1]), Decoded(words[2]), {*device, *inode}};
 }
 
 /// Undoes the first `count` steps, the last one first. Texts of those that could not be undone.
@@ -120,60 +90,42 @@ private:
     std::unordered_map<std::string, Rename_Files::Entry> start_;
 };
 
-/// A name that a later step takes the file away from.
-bool Is_Temporary(const std::vector<Rename_Step>& steps, std::size_t step)
-{
-    return std::any_of(steps.begin() + std::ptrdiff_t(step) + 1, steps.end(),
-                       [&](const Rename_Step& later) { return later.from == steps[step].to; });
-}
-
-/// The second best: nobody keeps a name that was meant for an instant.
-Result<void> Undo_Temporary_Names(const std::vector<Rename_Step>& steps, Rename_Files& files)
-{
-    std::string text = "An interrupted rename could not be put right, for other programs changed the folder meanwhile";
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        const Rename_Step& step = steps[i];
-        if (files.Find(step.to) != std::optional(step.file)) continue;
-        if (!Is_Temporary(steps, i) || !files.Rename(step.to, step.from))
-            text += "; " + step.from + " is now " + step.to;
+/// Brings the files of a rename away from the names that were meant for an instant.
+class Temporary_Names {
+public:
+    Temporary_Names(const std::vector<Rename_Step>& steps, Rename_Files& files) : files_(files)
+    {
+        for (const Rename_Step& step : steps) {
+            if (Is_Temporary_Path(step.to)) back_[step.to] = step.from;
+            if (Is_Temporary_Path(step.from)) onward_[step.from] = step.to;
+        }
     }
-    return Failure(text);
-}
+
+    /// Back, or where the old name is taken by now or not known, on. Tells about those that did not come back.
+    std::string Leave()
+    {
+        std::string told;
+        for (const auto& [temporary, old_name] : back_) {
+            if (!files_.Find(temporary) || files_.Rename(temporary, old_name)) continue;
+            const bool went_on = onward_.count(temporary) > 0 && files_.Rename(temporary, onward_[temporary]);
+            told += "; " + old_name + " is now " + (went_on ? onward_[temporary] : temporary);
+        }
+        for (const auto& [temporary, new_name] : onward_)
+            if (back_.count(temporary) == 0 && files_.Find(temporary) && !files_.Rename(temporary, new_name))
+                told += "; what was to be " + new_name + " is now " + temporary;
+        return told;
+    }
+
+private:
+    Rename_Files& files_;
+    std::map<std::string, std::string> back_, onward_; // by the temporary name
+};
 
 } // namespace
 
-QByteArray Text_Of_Record(const Rename_Record& record)
-{
-    QByteArray text = First_Line + '\n';
-    for (const Rename_Move& move : record.moves)
-        text += "move " + Coded(move.folder) + ' ' + Coded(move.old_name) + ' ' + Coded(move.new_name) + '\n';
-    for (const Rename_Step& step : record.steps)
-        text += "step " + Coded(step.from) + ' ' + Coded(step.to) + ' ' +
-                QByteArray::number(quint64(step.file.device)) + ' ' + QByteArray::number(quint64(step.file.inode)) +
-                '\n';
-    return text + Last_Line + '\n';
-}
-
-std::optional<Rename_Record> Record_From_Text(const QByteArray& text)
-{
-    QList<QByteArray> lines = text.split('\n');
-    if (lines.size() < 3 || lines.front() != First_Line || lines[lines.size() - 2] != Last_Line) return {};
-    Rename_Record record;
-    for (const QByteArray& line : lines.mid(1, lines.size() - 3)) {
-        const QList<QByteArray> words = line.split(' ');
-        if (words.size() == 4 && words[0] == "move")
-            record.moves.push_back({Decoded(words[1]), Decoded(words[2]), Decoded(words[3])});
-        else if (const auto step = words.size() == 5 && words[0] == "step" ? Step_Of(words) : std::nullopt)
-            record.steps.push_back(*step);
-        else
-            return {};
-    }
-    return record;
-}
-
 Result<void> Run_Plan(const Rename_Plan& plan, Rename_Files& files, Rename_Journal& journal)
 {
-    if (!plan.Faults().empty()) return Failure(plan.Faults().front().text);
+    if (!plan.Faults().empty()) return Failure(plan.Faults().front().Text());
     if (plan.Steps().empty()) return {};
     Rename_Record record{.moves = plan.Moves(), .steps = plan.Steps()};
     std::erase_if(record.moves, [](const Rename_Move& move) { return move.old_name == move.new_name; });
@@ -195,10 +147,23 @@ Result<void> Put_Right(const Rename_Record& record, Rename_Files& files)
     auto done = player.Steps_Done(true);
     // Some file systems number their files anew each time that they are mounted.
     if (!done) done = player.Steps_Done(false);
-    if (!done) return Undo_Temporary_Names(record.steps, files);
+    if (!done)
+        return Failure("An interrupted rename could not be put right, for other programs changed the folder meanwhile" +
+                       Leave_Temporary_Names(record, files));
     const std::string astray = Undo(record.steps, *done, files);
     if (!astray.empty()) return Failure("An interrupted rename could not be put right" + astray);
     return Flush_All(record.steps, files);
+}
+
+std::string Leave_Temporary_Names(const Rename_Record& part, Rename_Files& files)
+{
+    std::string told = Temporary_Names(part.steps, files).Leave();
+    for (const Rename_Step& step : part.steps) {
+        const bool is_temporary = Is_Temporary_Path(step.from) || Is_Temporary_Path(step.to);
+        if (!is_temporary && files.Find(step.to) == std::optional(step.file))
+            told += "; " + step.from + " is now " + step.to;
+    }
+    return told;
 }
 
 std::vector<Rename_Move> Moves_Back(const Rename_Record& record, const Rename_Files& files)

@@ -1,18 +1,6 @@
 #pragma once
 
-#include "rename/Rename_Plan.h"
-
-#include <QtCore/QByteArray>
-
-/// What is remembered of a rename: enough to take it back, and to put it right when it was interrupted.
-struct Rename_Record {
-    std::vector<Rename_Move> moves; ///< those that changed a name
-    std::vector<Rename_Step> steps; ///< in order
-    bool operator==(const Rename_Record&) const = default;
-};
-
-QByteArray Text_Of_Record(const Rename_Record& record);
-std::optional<Rename_Record> Record_From_Text(const QByteArray& text); ///< nothing when it is not whole
+#include "rename/Rename_Record.h"
 
 /// Where a rename is remembered while it runs and afterwards.
 class Rename_Journal {
@@ -30,6 +18,11 @@ Result<void> Run_Plan(const Rename_Plan& plan, Rename_Files& files, Rename_Journ
 /// A rename that was interrupted: every file gets its old name back. Nothing to do is success. Fails, with the files
 /// named, when the folder shows no state that the rename went through; only temporary names are undone then.
 Result<void> Put_Right(const Rename_Record& record, Rename_Files& files);
+
+/// The second best, where only a part of a rename is known or the folder has changed: no file keeps a name that was meant
+/// for an instant, and nothing else is touched. Tells which files stand where the rename brought them, as
+/// "; /p/a is now /p/b" for each.
+std::string Leave_Temporary_Names(const Rename_Record& part, Rename_Files& files);
 
 /// The way back of a rename that was done. Files that are gone are left out.
 std::vector<Rename_Move> Moves_Back(const Rename_Record& record, const Rename_Files& files);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -12,6 +13,7 @@ constexpr int Pictures_That_Are_A_Choice = 2; // fewer selected ones are no show
 constexpr float Shortest_Own_Seconds = 0.01F;
 constexpr double Longest_Milliseconds = std::numeric_limits<int>::max();
 constexpr int Quiet_Milliseconds = 20; // until the slide stands on the screen
+constexpr int Wait_Milliseconds = 10;  // for the next slide, when its time came before it was ready
 
 } // namespace
 
@@ -81,6 +83,7 @@ void Slide_Player::Start_Slide_Show(bool Start_In_Play_Mode)
     slide_sound_index_ = 1;
     slide_selection_made_ = false;
     direction_ = 1;
+    due_key_ = 0;
     window_->Set_Show_Look(true);
     Show_Slide(Start_In_Play_Mode ? Arm::Yes : Arm::No);
     if (slide_sound_index_ <= shows_.Sounds().size()) ++slide_sound_index_;
@@ -125,15 +128,21 @@ void Slide_Player::Show_Slide(Arm arm)
 
 void Slide_Player::Read_Ahead()
 {
-    const int next = (slide_index_ - 1 + direction_ + Count()) % Count() + 1;
+    ahead_timer_->Stop();
+    const int next = Slide_After(timer_->Is_On() ? 1 : direction_);
     if (next != slide_index_) pictures_.Next().Begin(Picture_Key_Of_Slide(next));
-    if (pictures_.Next().Go_On()) ahead_timer_->Stop();
+}
+
+int Slide_Player::Slide_After(int slides) const
+{
+    return (Count() + slide_index_ - 1 + slides) % Count() + 1;
 }
 
 void Slide_Player::Step(int slides, Arm arm)
 {
     direction_ = slides;
-    slide_index_ = (Count() + slide_index_ - 1 + slides) % Count() + 1;
+    slide_index_ = Slide_After(slides);
+    due_key_ = 0;
     Show_Slide(arm);
     control_->Set_Slide_Index(slide_index_);
 }
@@ -162,10 +171,22 @@ void Slide_Player::Forget_Removed()
 void Slide_Player::Tick()
 {
     if (!Is_Running() || window_->Is_Busy()) return; // the timer goes on, and a later tick finds the command done
-    if (slide_index_ < Count() || Slide_Continuous)
+    if (slide_index_ == Count() && !Slide_Continuous)
+        Stop_Slide_Show();
+    else if (Next_Is_Ready())
         Step(1, Arm::Yes);
     else
-        Stop_Slide_Show();
+        timer_->Start(Wait_Milliseconds);
+}
+
+/// A slide whose time is over stays until the next one is made aside, so that the window answers meanwhile.
+bool Slide_Player::Next_Is_Ready()
+{
+    const int next = Slide_After(1);
+    if (next == slide_index_) return true;
+    const int key = Picture_Key_Of_Slide(next);
+    if (std::exchange(due_key_, key) != key) pictures_.Next().Begin(key); // once: a file may grow all the time
+    return !pictures_.Next().Is_Being_Made(key);
 }
 
 void Slide_Player::Slide_Show_Control(int New_Slide_Show_Control, int /*New_Slide_Index*/)

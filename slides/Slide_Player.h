@@ -85,6 +85,8 @@ private:
     void Find_First_Slide();
     void Show_Slide(Arm arm);
     void Step(int slides, Arm arm);
+    int Slide_After(int slides) const; // from 1, going round
+    bool Next_Is_Ready();
     void Tick();
     void Play();
     void Toggle_Pause();
@@ -103,11 +105,12 @@ private:
     Slide_Main_Window* window_ = &no_window_;
     Slide_Control_Window* control_ = &no_control_;
     std::unique_ptr<Repeating_Timer> timer_;       // Slide_Show_Timer
-    std::unique_ptr<Repeating_Timer> ahead_timer_; // in the quiet after a slide came up, until the next one is read
+    std::unique_ptr<Repeating_Timer> ahead_timer_; // in the quiet after a slide came up, for the next one
     std::vector<int> slide_keys_;                  // keys, since indices shift when a picture is discarded
     bool from_selection_ = false;
     int slide_index_ = 0;
     int slide_sound_index_ = 1;
-    int direction_ = 1; // of the last step, which the next one is likely to go on
+    int due_key_ = 0;   // of the slide that a tick waits for
+    int direction_ = 1; // of the last step, which the next one by hand is likely to go on
     bool slide_selection_made_ = false;
 };

@@ -5,15 +5,15 @@
 #include "bkimgutl/core/Cancellation.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
+#include "bkimgutl/core/Step_Back.h"
 
 #include <algorithm>
 #include <atomic>
-#include <condition_variable>
+#include <cerrno>
 #include <exception>
-#include <mutex>
 #include <oneapi/tbb/info.h>
 #include <optional>
-#include <sys/resource.h>
+#include <semaphore.h>
 #include <system_error>
 #include <thread>
 
@@ -23,20 +23,42 @@
 //         v                    v                     v
 //   ------[ done | reading | done ][ free ... ]------
 //
-// Threads touch no handle and no last error: both belong to the thread that takes.
+// Threads touch no handle and no last error: both belong to the thread that takes. That one shares no lock with them and
+// notifies no condition variable, for either may wait until a thread that stands back has had a processor.
 
 namespace {
 
 constexpr std::int32_t First_Divisor = 8;
 
-/// The thread that takes shows what was read and answers the user: where processors are short it goes before those that
-/// read, or its window waits until they have had their turns. On Linux a thread has a niceness of its own.
-void Step_Back()
-{
-    constexpr id_t This_Thread = 0;
-    constexpr int Steps = 5;
-    (void)setpriority(PRIO_PROCESS, This_Thread, getpriority(PRIO_PROCESS, This_Thread) + Steps);
-}
+/// A count that whoever adds to it never waits for.
+class Semaphore {
+public:
+    explicit Semaphore(unsigned count) { sem_init(&semaphore_, 0, count); }
+    ~Semaphore() { sem_destroy(&semaphore_); }
+    Semaphore(const Semaphore&) = delete;
+    Semaphore& operator=(const Semaphore&) = delete;
+
+    void Add() { sem_post(&semaphore_); }
+    void Take()
+    {
+        while (sem_wait(&semaphore_) != 0) {
+        } // a signal came in between
+    }
+    /// False when nothing came until then.
+    bool Take_Until(std::chrono::steady_clock::time_point end)
+    {
+        const auto since = end.time_since_epoch();
+        const auto seconds = std::chrono::floor<std::chrono::seconds>(since);
+        const timespec time{.tv_sec = seconds.count(), .tv_nsec = std::chrono::nanoseconds(since - seconds).count()};
+        int answer = 0;
+        do answer = sem_clockwait(&semaphore_, CLOCK_MONOTONIC, &time);
+        while (answer != 0 && errno == EINTR);
+        return answer == 0;
+    }
+
+private:
+    sem_t semaphore_;
+};
 
 struct Loaded {
     Picture_Contents contents{};
@@ -131,9 +153,20 @@ std::int32_t Divisor_That_Keeps(std::int32_t side_at_8, std::int32_t least_side)
 }
 
 struct Load_Ahead::Work {
-    Work(std::vector<Picture_Request> list, std::int64_t most_pixels)
-        : requests(std::move(list)), pixels_side_by_side(most_pixels)
-    {}
+    /// Written by the thread that reads its file; by the taker once it is ready.
+    struct Slot {
+        Loaded file{};
+        std::atomic<bool> ready = false;
+    };
+
+    Work(std::vector<Picture_Request> list, std::int64_t most_pixels, int count)
+        : requests(std::move(list)),
+          pixels_side_by_side(most_pixels),
+          ring(std::size_t(std::max(2 * count, 1))),
+          places(unsigned(ring.size()))
+    {
+        Start(count);
+    }
     ~Work();
 
     void Start(int count);
@@ -142,24 +175,22 @@ struct Load_Ahead::Work {
     void Await_Turn(std::size_t index);
     void Deliver(std::size_t index, Loaded loaded);
     void Read_Here();
-    std::optional<Loaded>& Slot(std::size_t index) { return ring[index % ring.size()]; }
+    Slot& Slot_Of(std::size_t index) { return ring[index % ring.size()]; }
 
     const std::vector<Picture_Request> requests;
     const std::int64_t pixels_side_by_side;
-    std::atomic<bool> stop = false; // written under the mutex, read by decoders without it
-    std::mutex mutex;               // for all below
-    std::condition_variable changed_for_threads;
-    std::condition_variable changed_for_taker;
-    std::size_t begun = 0;
-    std::size_t taken = 0;
-    int await_turn = 0; // threads with a large picture
-    std::vector<std::optional<Loaded>> ring{1};
+    std::atomic<bool> stop = false;
+    std::atomic<std::size_t> begun = 0;
+    std::atomic<std::size_t> taken = 0; // only the taker writes it
+    std::vector<Slot> ring;
+    Semaphore places;                 // free ones of the ring
+    Semaphore arrived{0};             // the file that is taken next may be there
+    std::atomic<int> turns = 0;       // changes with `taken` and `stop`
     std::vector<std::thread> threads; // of the taker's thread alone
 };
 
 void Load_Ahead::Work::Start(int count)
 {
-    ring = std::vector<std::optional<Loaded>>(std::size_t(std::max(2 * count, 1)));
     try {
         while (int(threads.size()) < count) threads.emplace_back([this] { Run(); });
     } catch (const std::system_error&) {
@@ -169,11 +200,10 @@ void Load_Ahead::Work::Start(int count)
 
 Load_Ahead::Work::~Work()
 {
-    {
-        const std::lock_guard lock(mutex);
-        stop = true;
-    }
-    changed_for_threads.notify_all();
+    stop = true;
+    for (std::size_t i = 0; i < threads.size(); ++i) places.Add();
+    ++turns;
+    turns.notify_all();
     for (std::thread& thread : threads) thread.join();
 }
 
@@ -189,29 +219,25 @@ void Load_Ahead::Work::Run()
 
 std::optional<std::size_t> Load_Ahead::Work::Begin_Next()
 {
-    std::unique_lock lock(mutex);
-    changed_for_threads.wait(lock, [this] { return stop || begun == requests.size() || begun < taken + ring.size(); });
-    if (stop || begun == requests.size()) return std::nullopt;
-    return begun++;
+    places.Take();
+    if (stop) return std::nullopt;
+    const std::size_t index = begun++;
+    if (index < requests.size()) return index;
+    places.Add(); // for the next thread, which ends as well
+    return std::nullopt;
 }
 
 void Load_Ahead::Work::Await_Turn(std::size_t index)
 {
-    std::unique_lock lock(mutex);
-    ++await_turn;
-    changed_for_threads.wait(lock, [&] { return stop || taken == index; });
-    --await_turn;
+    for (int seen = turns; !stop && taken != index; seen = turns) turns.wait(seen);
 }
 
 void Load_Ahead::Work::Deliver(std::size_t index, Loaded loaded)
 {
-    bool is_next = false;
-    {
-        const std::lock_guard lock(mutex);
-        Slot(index).emplace(std::move(loaded));
-        is_next = index == taken;
-    }
-    if (is_next) changed_for_taker.notify_one();
+    Slot& slot = Slot_Of(index);
+    slot.file = std::move(loaded);
+    slot.ready = true;
+    if (index == taken) arrived.Add(); // else the taker sees that it is ready before it waits
 }
 
 void Load_Ahead::Work::Read_Here()
@@ -220,50 +246,44 @@ void Load_Ahead::Work::Read_Here()
 }
 
 Load_Ahead::Load_Ahead(std::vector<Picture_Request> requests, int threads, std::int64_t pixels_side_by_side)
-    : work_(std::make_unique<Work>(std::move(requests), pixels_side_by_side))
-{
-    work_->Start(std::clamp(threads, 0, Most_Threads));
-}
+    : work_(std::make_unique<Work>(std::move(requests), pixels_side_by_side, std::clamp(threads, 0, Most_Threads)))
+{}
 
 Load_Ahead::Load_Ahead(std::vector<Picture_Request> requests)
-    : work_(std::make_unique<Work>(std::move(requests), Most_Pixels_Side_By_Side))
 {
-    work_->Start(Threads_For(work_->requests));
+    const int threads = Threads_For(requests);
+    work_ = std::make_unique<Work>(std::move(requests), Most_Pixels_Side_By_Side, threads);
 }
 
 Load_Ahead::~Load_Ahead() = default;
 
 bool Load_Ahead::Is_At_End() const
 {
-    return work_->taken == work_->requests.size(); // only this thread changes it
+    return work_->taken == work_->requests.size();
 }
 
 bool Load_Ahead::Wait(std::chrono::milliseconds longest)
 {
     if (Is_At_End()) return false;
-    if (work_->threads.empty() && !work_->Slot(work_->taken)) work_->Read_Here();
-    std::unique_lock lock(work_->mutex);
-    return work_->changed_for_taker.wait_for(lock, longest, [this] { return work_->Slot(work_->taken).has_value(); });
+    const Work::Slot& slot = work_->Slot_Of(work_->taken);
+    if (work_->threads.empty() && !slot.ready) work_->Read_Here();
+    const auto end = std::chrono::steady_clock::now() + longest;
+    while (!slot.ready)
+        if (!work_->arrived.Take_Until(end)) return slot.ready; // what came before it was for files that are taken
+    return true;
 }
 
 Picture_Contents Load_Ahead::Take()
 {
     while (!Wait(std::chrono::seconds(1))) {
     }
-    Loaded loaded;
-    bool to_all = false; // one place is free: one thread is enough, but for those that wait for their turn
-    {
-        const std::lock_guard lock(work_->mutex);
-        std::optional<Loaded>& slot = work_->Slot(work_->taken);
-        loaded = std::move(*slot);
-        slot.reset();
-        ++work_->taken;
-        to_all = work_->await_turn > 0;
-    }
-    if (to_all)
-        work_->changed_for_threads.notify_all();
-    else
-        work_->changed_for_threads.notify_one();
+    Work::Slot& slot = work_->Slot_Of(work_->taken);
+    Loaded loaded = std::exchange(slot.file, {});
+    slot.ready = false;
+    ++work_->taken;
+    work_->places.Add();
+    ++work_->turns;
+    work_->turns.notify_all();
     if (loaded.bitmap) loaded.contents.bitmap = Adopt(std::move(*loaded.bitmap));
     if (loaded.bitmap && loaded.contents.bitmap == 0) loaded.contents.error = Last_Error_Text();
     if (!loaded.contents.error.empty()) Fail({loaded.contents.error});

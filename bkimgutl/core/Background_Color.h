@@ -10,5 +10,5 @@ struct Background_Color {
     std::uint8_t blue = 0;
 };
 
-const Background_Color& Current_Background_Color();
+Background_Color Current_Background_Color();
 void Set_Background_Color(const Background_Color& color);

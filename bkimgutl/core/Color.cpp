@@ -69,16 +69,23 @@ void Build_Removal_Table(int ink_limit, std::int32_t (&table)[256])
         table[i] = i <= first ? 0 : std::int32_t(std::min<std::int64_t>((i - first) * 2, 1 << 20));
 }
 
-struct CMYK_State {
-    CMYK_Parameters parameters;
-    CMYK_Tables tables;
-    bool built = false;
-};
-
-CMYK_State& State()
+CMYK_Tables Tables_For(CMYK_Parameters parameters)
 {
-    static CMYK_State state;
-    return state;
+    if (parameters.ink_limit == 0) {
+        parameters.black_gamma = 0.5F;
+        parameters.ink_limit = 765;
+    }
+    CMYK_Tables tables;
+    Build_Black_Table(parameters.black_gamma, parameters.black_start, tables.black);
+    Build_Removal_Table(parameters.ink_limit, tables.removal);
+    return tables;
+}
+
+/// Built before anybody asks, so that threads only read them.
+CMYK_Tables& The_Tables()
+{
+    static CMYK_Tables tables = Tables_For({});
+    return tables;
 }
 
 bool Is_Byte(int value)
@@ -90,23 +97,12 @@ bool Is_Byte(int value)
 
 const CMYK_Tables& Current_CMYK_Tables()
 {
-    CMYK_State& state = State();
-    if (!state.built) {
-        if (state.parameters.ink_limit == 0) {
-            state.parameters.black_gamma = 0.5F;
-            state.parameters.ink_limit = 765;
-        }
-        Build_Black_Table(state.parameters.black_gamma, state.parameters.black_start, state.tables.black);
-        Build_Removal_Table(state.parameters.ink_limit, state.tables.removal);
-        state.built = true;
-    }
-    return state.tables;
+    return The_Tables();
 }
 
 void Set_CMYK_Parameters(const CMYK_Parameters& parameters)
 {
-    State().parameters = parameters;
-    State().built = false;
+    The_Tables() = Tables_For(parameters);
 }
 
 bool RGB_To_CMYK_Planes(int red, int green, int blue, const CMYK_Tables& tables, CMYK_Planes& planes)

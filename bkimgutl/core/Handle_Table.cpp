@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -21,6 +22,7 @@ struct Slot {
 };
 
 struct Table {
+    std::mutex mutex;       // for the table; not for what the bitmaps hold
     std::deque<Slot> slots; // found bitmaps stay where they are while others are adopted
     std::vector<std::uint32_t> free_slots;
 };
@@ -32,10 +34,11 @@ Table& The_Table()
     return *table;
 }
 
-Slot* Find_Slot(Bitmap_Handle handle)
+/// The table is locked by the caller.
+Slot* Find_Slot(Table& table, Bitmap_Handle handle)
 {
     const auto bits = std::uint32_t(handle);
-    auto& slots = The_Table().slots;
+    auto& slots = table.slots;
     const std::size_t number = bits & 0xFFFF;
     if (number >= slots.size()) return nullptr;
     Slot& slot = slots[number];
@@ -44,7 +47,9 @@ Slot* Find_Slot(Bitmap_Handle handle)
 
 Result<Bitmap*> Find(Bitmap_Handle handle)
 {
-    Slot* slot = Find_Slot(handle);
+    Table& table = The_Table();
+    const std::lock_guard lock(table.mutex);
+    Slot* slot = Find_Slot(table, handle);
     if (slot == nullptr) return Failure("invalid bitmap handle");
     return &*slot->bitmap;
 }
@@ -76,6 +81,7 @@ Result<Bitmap*> Find_Bitmap_To_Change(Bitmap_Handle handle)
 Bitmap_Handle Adopt(Bitmap bitmap)
 {
     Table& table = The_Table();
+    const std::lock_guard lock(table.mutex);
     const auto number = Take_Free_Slot(table);
     if (!number) return Fail({"too many bitmaps"});
     Slot& slot = table.slots[*number];
@@ -90,9 +96,12 @@ Bitmap_Handle Adopt_Or_Fail(Result<Bitmap> result)
 
 bool Release(Bitmap_Handle handle)
 {
-    Slot* slot = Find_Slot(handle);
+    std::optional<Bitmap> released; // its memory goes after the lock
+    Table& table = The_Table();
+    const std::lock_guard lock(table.mutex);
+    Slot* slot = Find_Slot(table, handle);
     if (slot == nullptr) return false;
-    slot->bitmap.reset();
-    if (slot->generation++ < last_generation) The_Table().free_slots.push_back(std::uint32_t(handle) & 0xFFFF);
+    released.swap(slot->bitmap);
+    if (slot->generation++ < last_generation) table.free_slots.push_back(std::uint32_t(handle) & 0xFFFF);
     return true;
 }

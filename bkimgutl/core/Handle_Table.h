@@ -4,7 +4,8 @@
 #include "bkimgutl/core/Bitmap.h"
 
 /// The bitmaps behind the handles. A handle carries the number of its slot and a generation, so that a stale, foreign or
-/// invented handle is refused and never reaches another bitmap.
+/// invented handle is refused and never reaches another bitmap. Threads may adopt, find and release side by side; a bitmap
+/// that one of them changes or releases is nobody else's meanwhile.
 
 /// The bitmap of a handle; fails with "invalid bitmap handle".
 Result<const Bitmap*> Find_Bitmap(Bitmap_Handle handle);

@@ -6,7 +6,7 @@ namespace {
 
 std::string& Last_Text()
 {
-    static std::string text;
+    thread_local std::string text;
     return text;
 }
 

@@ -5,7 +5,8 @@
 
 #include <string_view>
 
-/// Stores the text of the last failure for Get_Last_Image_Error_String; only the shells of the contract call these.
+/// Stores the text of the last failure on this thread for Get_Last_Image_Error_String; only the shells of the contract call
+/// these.
 Bitmap_Handle Fail(const Error& error); ///< returns 0
 Flag Fail_Flag(const Error& error);     ///< returns 0 (false)
 

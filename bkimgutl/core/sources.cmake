@@ -19,4 +19,6 @@ list(APPEND bkimgutl_sources
     core/Row_Loop.h
     core/Row_Writer.cpp
     core/Row_Writer.h
+    core/Step_Back.cpp
+    core/Step_Back.h
     core/Vector_Blocks-inl.h)

@@ -198,7 +198,6 @@ Result<Histogram_Counts> Component_Histogram(const Bitmap_View& picture, const s
 {
     if (!Is_One_Component(component_mask))
         return Failure("a histogram has no component " + std::to_string(component_mask));
-    (void)Current_CMYK_Tables(); // built here, not by the first thread to ask
     Histogram_Counts sums{};
     std::mutex mutex;
     const std::size_t width = std::size_t(picture.width), pixels = width * std::size_t(picture.height);

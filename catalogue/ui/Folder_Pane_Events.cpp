@@ -13,7 +13,7 @@ constexpr int Control_Key = 2;
 void Halvine_Window::Connect_Folder_Pane()
 {
     connect(explorer_, &bkcExplorer::GridDblClick, this, [this](const QString& path) {
-        if (QFileInfo(path).isFile()) commands_.Pick_Paths({path}, true, false);
+        if (QFileInfo(path).isFile()) commands_.Run_Unlisted([&] { commands_.Pick_Paths({path}, true, false); });
         Schedule_Actions();
     });
     // Copies of the paths: the tree's own may change while a command runs.
@@ -21,6 +21,9 @@ void Halvine_Window::Connect_Folder_Pane()
     connect(explorer_, &bkcExplorer::Rename, this, [this](QString folder) { commands_.Rename_Folder(folder); });
     connect(explorer_, &bkcExplorer::FolderList, this, [this](QString folder) { commands_.Copy_Folder(folder); });
     connect(explorer_, &bkcExplorer::Delete, this, [this](QString folder) { commands_.Delete_Folder(folder); });
+    connect(explorer_, &bkcExplorer::RefreshAlert, this, [this](const QString& folder, bool added) {
+        parts_.ports.platform.dialogs.Explorer_Tree_Refresh(folder, added);
+    });
     connect(explorer_, &bkcExplorer::DragDropRecycle, this,
             [this] { commands_.Delete_Files(explorer_->Selected_Files()); });
     connect(explorer_, &bkcExplorer::DragDrop, this, [this](const QString& folder, int shift) {

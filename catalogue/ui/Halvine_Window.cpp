@@ -4,6 +4,7 @@
 #include "catalogue/Recover_Folder.h"
 
 #include "catalogue/ui/Elided_Label.h"
+#include "frame/ui/Icon_Set.h"
 
 Halvine_Window::Halvine_Window(Halvine_Window_Parts parts)
     : parts_(std::move(parts)), frame_(*this, &parts_.ports.platform, Main_Window_Placement, /*Design_From_Form=*/false)
@@ -78,6 +79,7 @@ QWidget* Halvine_Window::Make_File_Frame()
     file_frame_->setObjectName(QStringLiteral("File_Frame"));
     explorer_ = new bkcExplorer;
     explorer_->setObjectName(QStringLiteral("f_bkcExplorer"));
+    explorer_->ExplorerTree().Set_Icons(Folder_Icon(), Icon(QStringLiteral("IDI_HOME")));
     explorer_->Set_Before_Listing(
         [this](const QString& folder) { Recover_Folder(parts_.form.State().platform, folder); });
     pattern_text_ = new QLineEdit;

@@ -98,7 +98,7 @@ private:
     void Show_Current_Picture() override;
     void Begin_Pick_Progress() override;
     void Show_Pick_Progress(const QString& label, int done, int total) override;
-    void Repaint_Pick_Progress() override { progress_bar_->repaint(); }
+    void Repaint_Pick_Progress() override { progress_bar_->update(); }
     void End_Pick_Progress() override;
     QString Explorer_Path() const override { return explorer_->Path(); } // Closing_Window's too
     void Refresh_Folder_Tree(const QString& folder) override { explorer_->RefreshTree(folder); }
@@ -164,6 +164,7 @@ private:
     QWidget* progress_frame_ = nullptr;
     QProgressBar* progress_bar_ = nullptr;
     QLabel* progress_label_ = nullptr;
+    QElapsedTimer progress_shown_; // when the two told something last
     QLabel* file_status_ = nullptr;
     QLabel* picture_status_ = nullptr;
     QLabel* current_label_ = nullptr;

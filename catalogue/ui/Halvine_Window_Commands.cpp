@@ -120,7 +120,8 @@ void Halvine_Window::Show_Actions()
     }
     for (const Panel_Entry& entry : Panel_Table())
         if (entry.command.menu != Menu::None)
-            panel_->Set_Enabled(entry.id, Is_Enabled(*Find_Command(entry.command), facts));
+            panel_->Set_Enabled(entry.id, Is_Enabled(*Find_Command(entry.command), facts) ||
+                                              (entry.id == Pick_Button && facts.pick_in_progress)); // stops it
     pattern_text_->setEnabled(!facts.pick_in_progress);
 }
 

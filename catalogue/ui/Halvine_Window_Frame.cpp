@@ -95,10 +95,14 @@ bool Halvine_Window::Confirm_Abandon_Descriptions()
 
 void Halvine_Window::Release_Pictures()
 {
+    hide(); // a hundred thousand pictures take a moment to let go
+    Catalogue_State& state = parts_.form.State();
     magnify_->Set_Bitmap(0, {});
+    parts_.form.Pictures().Next().End();
     parts_.form.Pictures().Drop_Current_Picture();
-    parts_.form.State().selection.Clear();
-    parts_.form.State().pictures.Clear();
+    state.selection.Clear();
+    for (int index = 1; index <= state.pictures.Count(); ++index) state.pictures.Item(index).Thumbnail_Bitmap.Reset();
+    state.pictures.Remove_All();   // their texts are freed with the list, when nobody waits any more
     strip_->Draw_All_Thumbnails(); // it keeps bitmaps of its own
 }
 

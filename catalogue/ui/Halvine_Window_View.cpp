@@ -58,12 +58,17 @@ void Halvine_Window::Begin_Pick_Progress()
     progress_bar_->setRange(0, 1);
     progress_bar_->setValue(0);
     progress_label_->clear();
+    progress_shown_.invalidate();
     progress_frame_->show();
     Show_Actions();
 }
 
+/// Each new text lays the window out again, and small files come faster than anybody can read.
 void Halvine_Window::Show_Pick_Progress(const QString& label, int done, int total)
 {
+    constexpr int Readable_Milliseconds = 30;
+    if (done < total && progress_shown_.isValid() && progress_shown_.elapsed() < Readable_Milliseconds) return;
+    progress_shown_.start();
     progress_bar_->setRange(0, total);
     progress_bar_->setValue(done);
     progress_label_->setText(label);

@@ -13,7 +13,6 @@ Magnify_Widget::Magnify_Widget(const QIcon& zoom_in, const QIcon& zoom_out, QWid
     setFocusPolicy(Qt::ClickFocus);
     toggle_->setObjectName(QStringLiteral("Zoom_Toggle"));
     toggle_->setIconSize({20, 20});
-    toggle_->setAutoRaise(true);
     connect(toggle_, &QToolButton::clicked, this, [this] { emit Full_Window_Wanted(!full_window_); });
     Set_Full_Window(false);
 }
@@ -47,7 +46,6 @@ void Magnify_Widget::Set_Back_Color(const QColor& color)
 {
     back_color_ = color;
     toggle_->setVisible(!(full_window_ && color.isValid())); // nothing but the picture in a show
-    toggle_->setAutoRaise(!color.isValid());                 // drawn for the palette's ground, it brings it along
     update();
 }
 

@@ -2,10 +2,17 @@
 
 #include <QtWidgets/QtWidgets>
 
+namespace {
+
+constexpr int Least_Width_Pixels = 320; // for the caption
+
+} // namespace
+
 Save_Options_Dialog::Save_Options_Dialog(const Save_Options& last, QWidget* parent)
     : Framed_Form(nullptr, {}, parent), rotations_(new QCheckBox(tr("Save Rotations/&Flips"))), quality_(new QLineEdit)
 {
     setWindowTitle(tr("Halvine Save Options"));
+    setMinimumWidth(Least_Width_Pixels);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Group(tr("Scripts"), scripts_,
                             {tr("&Ignore Scripts"), tr("Save &With Scripts"), tr("&Run Scripts && Save")},
@@ -19,6 +26,8 @@ Save_Options_Dialog::Save_Options_Dialog(const Save_Options& last, QWidget* pare
                             {tr("Original File T&ype"), tr("&JPEG File Type"), tr("&TIFF File Type")},
                             last.Picture_Type));
     if (last.JPEG_Quality >= 0) quality_->setText(QString::number(last.JPEG_Quality));
+    quality_->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("100|\\d{0,2}")), quality_));
     quality_->setToolTip(tr("JPEG quality, 0 (worst) to 100 (best), leave blank to use parent file quality"));
     quality_->setPlaceholderText(tr("as the parent file"));
     auto* form = new QFormLayout;

@@ -3,9 +3,8 @@
 #include <QtWidgets/QtWidgets>
 
 Script_Item_Dialog::Script_Item_Dialog(Script_Item_Deletion& model, const Platform* platform, QWidget* parent)
-    : Framed_Form(platform, QStringLiteral("Halvine-Grid"), parent),
+    : Utility_Grid_Form(platform, tr("Script items"), {{tr("Type"), 140}, {tr("Script")}}, parent),
       model_(model),
-      grid_(new bkcGrid),
       mark_(new QPushButton(tr("&Mark For Deletion"))),
       unmark_(new QPushButton(tr("&Unmark"))),
       commit_(new QPushButton(tr("&Delete Marked"))),
@@ -13,26 +12,13 @@ Script_Item_Dialog::Script_Item_Dialog(Script_Item_Deletion& model, const Platfo
       next_(new QPushButton(tr("&Next")))
 {
     resize(640, 360);
-    grid_->setAccessibleName(tr("Script items"));
-    Grid_Model& content = grid_->Content();
-    content.Set_Columns(2);
-    content.Set_SelectionMode(2);
-    content.Set(Grid_Property::AllowUpdate, 0);
-    content.Change_Column(1, [](Grid_Column_Record& column) {
-        column.header_text = tr("Type");
-        column.width = 140;
-    });
-    content.Change_Column(2, [](Grid_Column_Record& column) {
-        column.header_text = tr("Script");
-        column.width_proportional = 1;
-    });
     auto* close = new QPushButton(tr("&Close"));
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : {mark_, unmark_, commit_}) buttons->addWidget(button);
     buttons->addStretch();
     for (QPushButton* button : {previous_, next_, close}) buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(grid_);
+    layout->addWidget(&Utility_bkcGrid());
     layout->addLayout(buttons);
     connect(mark_, &QPushButton::clicked, this, [this] { Mark_Selected(true); });
     connect(unmark_, &QPushButton::clicked, this, [this] { Mark_Selected(false); });
@@ -45,7 +31,7 @@ Script_Item_Dialog::Script_Item_Dialog(Script_Item_Deletion& model, const Platfo
 
 void Script_Item_Dialog::Mark_Selected(bool marked)
 {
-    for (const int row : grid_->Content().SelectedRowsReturn()) model_.Mark(grid_->Content().Stored_Row(row), marked);
+    for (const int row : Content().SelectedRowsReturn()) model_.Mark(Content().Stored_Row(row), marked);
     Show_Model();
 }
 
@@ -53,16 +39,15 @@ void Script_Item_Dialog::Show_Model()
 {
     setWindowTitle(model_.Caption());
     const auto rows = model_.Rows();
-    Grid_Model& content = grid_->Content();
+    Grid_Model& content = Content();
     content.Set_Rows(int(rows.size()));
     for (int row = 1; row <= int(rows.size()); ++row) {
         const auto& item = rows[std::size_t(row) - 1];
         content.Set_CellValue(1, row, item.type);
         content.Set_CellValue(2, row, item.script);
-        content.Set_RowBackColor(row, item.marked ? std::optional<Stored_Color>(0xC0C0FF) : std::nullopt);
-        content.Set_RowForeColor(row, item.marked ? std::optional<Stored_Color>(0) : std::nullopt);
+        Mark_Row(row, item.marked);
     }
-    grid_->Update();
+    Utility_bkcGrid().Update();
     mark_->setEnabled(!rows.empty());
     unmark_->setEnabled(model_.Has_Marks());
     commit_->setEnabled(model_.Has_Marks());

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "catalogue/Script_Item_Deletion.h"
-#include "controls/ui/bkcGrid.h"
-#include "frame/ui/Framed_Form.h"
+#include "frame/ui/Utility_Grid_Form.h"
 
 #include <QtWidgets/QPushButton>
 
 /// Steps through pictures with the items of their scripts; marked rows are deleted on "Delete".
-class Script_Item_Dialog : public Framed_Form {
+class Script_Item_Dialog : public Utility_Grid_Form {
     Q_OBJECT
 
 public:
@@ -18,6 +17,5 @@ private:
     void Show_Model();
     void Mark_Selected(bool marked);
     Script_Item_Deletion& model_;
-    bkcGrid* grid_;
     QPushButton *mark_, *unmark_, *commit_, *previous_, *next_;
 };

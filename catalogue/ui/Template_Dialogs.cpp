@@ -17,39 +17,27 @@ bool Ask(Template_Dialog::Purpose purpose, std::vector<Template_Name>& templates
 
 Template_Dialog::Template_Dialog(Purpose purpose, const std::vector<Template_Name>& templates, const Platform* platform,
                                  QWidget* parent)
-    : Framed_Form(platform, QStringLiteral("Halvine-Grid"), parent),
+    : Utility_Grid_Form(platform, tr("Templates"), {{tr("Template Name")}, {tr("Template ID"), 200}}, parent),
       list_(templates),
-      purpose_(purpose),
-      grid_(new bkcGrid)
+      purpose_(purpose)
 {
     const bool renames = purpose == Purpose::Rename;
     setWindowTitle(renames ? tr("Halvine - Rename Templates") : tr("Halvine - Delete Templates"));
-    grid_->setAccessibleName(tr("Templates"));
-    Grid_Model& content = grid_->Content();
-    content.Set_Columns(2);
-    content.Set_SelectionMode(renames ? 1 : 2);
-    content.Set(Grid_Property::AllowUpdate, renames);
-    content.Change_Column(1, [](Grid_Column_Record& column) {
-        column.header_text = tr("Template Name");
-        column.width_proportional = 1;
-    });
-    content.Change_Column(2, [](Grid_Column_Record& column) {
-        column.header_text = tr("Template ID");
-        column.width = 200;
-        column.allow_update = false;
-    });
+    Content().Set_SelectionMode(renames ? 1 : 2);
+    Content().Set(Grid_Property::AllowUpdate, renames);
+    Content().Set_ColumnAllowUpdate(2, false);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     ok_ = buttons->button(QDialogButtonBox::Ok);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(grid_, 1);
+    layout->addWidget(&Utility_bkcGrid(), 1);
     if (!renames) layout->addWidget(Make_Marks());
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, &Template_Dialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &Template_Dialog::reject);
-    connect(grid_, &bkcGrid::BeforeCellChange, this,
+    connect(&Utility_bkcGrid(), &bkcGrid::BeforeCellChange, this,
             [this](int, int row, const QString& name, bool& cancel) { Take_Name(row, name, cancel); });
-    connect(grid_, &bkcGrid::SelChange, this, [this] {
-        if (mark_ != nullptr) mark_->setEnabled(grid_->Content().SelectedRowsCount() > 0);
+    connect(&Utility_bkcGrid(), &bkcGrid::SelChange, this, [this] {
+        if (mark_ != nullptr) mark_->setEnabled(Content().SelectedRowsCount() > 0);
     });
     Show_List();
     resize(520, 320);
@@ -72,26 +60,25 @@ QWidget* Template_Dialog::Make_Marks()
 
 void Template_Dialog::Mark_Selected(bool marked)
 {
-    for (const int row : grid_->Content().SelectedRowsReturn()) list_.Mark(grid_->Content().Stored_Row(row), marked);
+    for (const int row : Content().SelectedRowsReturn()) list_.Mark(Content().Stored_Row(row), marked);
     Show_List();
 }
 
 void Template_Dialog::Take_Name(int row, const QString& name, bool& cancel)
 {
-    cancel = !list_.Rename(grid_->Content().Stored_Row(row), name);
+    cancel = !list_.Rename(Content().Stored_Row(row), name);
 }
 
 void Template_Dialog::Show_List()
 {
-    Grid_Model& content = grid_->Content();
+    Grid_Model& content = Content();
     content.Set_Rows(list_.Count());
     for (int row = 1; row <= list_.Count(); ++row) {
-        const int strike = list_.Is_Marked(row) ? Cell_Struck_Out : 0;
         content.Set_CellValue(1, row, list_.Row(row).name);
         content.Set_CellValue(2, row, list_.Row(row).id);
-        for (const int column : {1, 2}) content.Set_CellAttribute(column, row, strike);
+        Mark_Row(row, list_.Is_Marked(row));
     }
-    grid_->Update();
+    Utility_bkcGrid().Update();
     ok_->setEnabled(purpose_ == Purpose::Rename || list_.Has_Marks()); // a name may still be in the editor
     if (purpose_ == Purpose::Rename) return;
     mark_->setEnabled(content.SelectedRowsCount() > 0);
@@ -100,7 +87,7 @@ void Template_Dialog::Show_List()
 
 void Template_Dialog::accept()
 {
-    if (grid_->EditCellExit()) Framed_Form::accept(); // a name that is refused keeps the dialog
+    if (Utility_bkcGrid().EditCellExit()) Utility_Grid_Form::accept(); // a name that is refused keeps the dialog
 }
 
 bool Custom_Template_Delete_Dialog(std::vector<Template_Name>& templates, const Platform* platform, QWidget* parent)

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "catalogue/Template_List.h"
-#include "controls/ui/bkcGrid.h"
-#include "frame/ui/Framed_Form.h"
+#include "frame/ui/Utility_Grid_Form.h"
 
 #include <QtWidgets/QPushButton>
 
 /// The list of custom templates, to delete some or to give them other names. Accepted on OK; closing or Cancel leaves
 /// everything as it was.
-class Template_Dialog : public Framed_Form {
+class Template_Dialog : public Utility_Grid_Form {
     Q_OBJECT
 
 public:
@@ -27,7 +26,6 @@ private:
     QWidget* Make_Marks();
     Template_List list_;
     Purpose purpose_;
-    bkcGrid* grid_;
     QPushButton* mark_ = nullptr;
     QPushButton* unmark_ = nullptr;
     QPushButton* ok_ = nullptr;

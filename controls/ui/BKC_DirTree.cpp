@@ -39,14 +39,17 @@ BKC_DirTree::BKC_DirTree(QWidget* parent) : QTreeView(parent), folders_(new Fold
         if (!changed_folders_.contains(folder)) changed_folders_ += folder;
         settle_.start();
     });
-    connect(this, &QTreeView::expanded, this, &BKC_DirTree::Watch);
+    connect(this, &QTreeView::expanded, this, &BKC_DirTree::Opened);
     connect(this, &QTreeView::collapsed, this, &BKC_DirTree::Unwatch_Below);
 }
 
-void BKC_DirTree::Watch(const QModelIndex& index)
+// Nobody watched the folder while it was closed.
+void BKC_DirTree::Opened(const QModelIndex& index)
 {
-    const auto path = folders_->Node_Of(index).path;
-    if (!path.isEmpty()) watcher_.addPath(path);
+    auto& node = folders_->Node_Of(index);
+    if (node.path.isEmpty()) return;
+    watcher_.addPath(node.path);
+    if (!following_) folders_->Folders().Read(node);
 }
 
 void BKC_DirTree::Unwatch_Below(const QModelIndex& index)
@@ -69,6 +72,19 @@ void BKC_DirTree::Set_ShowHidden(bool New_Show)
     if (ShowHidden() == New_Show) return;
     folders_->Folders().Hidden = New_Show;
     RefreshTree();
+}
+
+void BKC_DirTree::Set_BrowseOnly(bool New_BrowseOnly)
+{
+    browse_only_ = New_BrowseOnly;
+    setDragEnabled(!New_BrowseOnly);
+    setAcceptDrops(!New_BrowseOnly);
+}
+
+void BKC_DirTree::Set_Icons(const QIcon& Folder, const QIcon& Home)
+{
+    folders_->Set_Icons(Folder, Home);
+    viewport()->update();
 }
 
 bool BKC_DirTree::Set_Path(const QString& New_Path)
@@ -159,12 +175,11 @@ void BKC_DirTree::mouseReleaseEvent(QMouseEvent* event)
 
 void BKC_DirTree::keyPressEvent(QKeyEvent* event)
 {
-    switch (path_.isEmpty() ? 0 : event->key()) {
-    case Qt::Key_F2: emit Rename(path_); return;
-    case Qt::Key_Delete: emit Delete(path_); return;
-    case Qt::Key_Insert: emit Create(path_); return;
-    default: QTreeView::keyPressEvent(event);
-    }
+    const int key = path_.isEmpty() ? 0 : event->key();
+    if (key == Qt::Key_Insert) return emit Create(path_);
+    if (key == Qt::Key_F2 && !browse_only_) return emit Rename(path_);
+    if (key == Qt::Key_Delete && !browse_only_) return emit Delete(path_);
+    QTreeView::keyPressEvent(event);
 }
 
 void BKC_DirTree::contextMenuEvent(QContextMenuEvent* event)
@@ -175,9 +190,11 @@ void BKC_DirTree::contextMenuEvent(QContextMenuEvent* event)
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&New Folder..."), this, [this, folder] { emit Create(folder); });
-    menu->addAction(tr("&Rename Folder..."), this, [this, folder] { emit Rename(folder); });
-    menu->addAction(tr("&Copy Folders..."), this, [this, folder] { emit FolderList(folder); });
-    menu->addAction(tr("&Delete Folder..."), this, [this, folder] { emit Delete(folder); });
+    if (!browse_only_) {
+        menu->addAction(tr("&Rename Folder..."), this, [this, folder] { emit Rename(folder); });
+        menu->addAction(tr("&Copy Folders..."), this, [this, folder] { emit FolderList(folder); });
+        menu->addAction(tr("&Delete Folder..."), this, [this, folder] { emit Delete(folder); });
+    }
     const auto place = by_key ? viewport()->mapToGlobal(visualRect(currentIndex()).center()) : event->globalPos();
     menu->popup(place);
 }

@@ -19,6 +19,11 @@ public:
     bool Set_Path(const QString& New_Path);
     bool ShowHidden() const; ///< default off: folders that begin with a dot do not show
     void Set_ShowHidden(bool New_Show);
+    /// Default off. On: the user can ask for new folders, but not rename, copy, delete or drag them.
+    bool BrowseOnly() const { return browse_only_; }
+    void Set_BrowseOnly(bool New_BrowseOnly);
+    /// In the place of the style's. Folder is drawn in the state On where it is open.
+    void Set_Icons(const QIcon& Folder, const QIcon& Home);
     // Kept as they are given and never looked into.
     QString Alias() const { return alias_; }
     void Set_Alias(const QString& New_Alias) { alias_ = New_Alias; }
@@ -54,11 +59,10 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void Watch(const QModelIndex& index);
+    void Opened(const QModelIndex& index);
     void Unwatch_Below(const QModelIndex& index);
     void Disk_Changed();
     void Refresh_Index(const QModelIndex& index);
-    QModelIndex Index_Of_Path(const QString& path);
 
     Folder_Tree_Model* folders_;
     QFileSystemWatcher watcher_;
@@ -67,5 +71,6 @@ private:
     QString path_;
     QString alias_;
     QString pattern_;
+    bool browse_only_ = false;
     bool following_ = false; // the path is being set by the program
 };

@@ -15,6 +15,12 @@ Folder_Tree_Model::Folder_Tree_Model(const QString& home, QObject* parent)
     tree_.Listener = this;
 }
 
+void Folder_Tree_Model::Set_Icons(const QIcon& folder, const QIcon& home)
+{
+    folder_icon_ = folder;
+    home_icon_ = home;
+}
+
 Folder_Node& Folder_Tree_Model::Node_Of(const QModelIndex& index) const
 {
     return index.isValid() ? *static_cast<Folder_Node*>(index.internalPointer()) : tree_.Top();

@@ -12,6 +12,7 @@ public:
     Folder_Tree_Model(const QString& home, QObject* parent);
 
     Folder_Tree& Folders() { return tree_; }
+    void Set_Icons(const QIcon& folder, const QIcon& home);
     Folder_Node& Node_Of(const QModelIndex& index) const;
     QModelIndex Index_Of(const Folder_Node& node) const;
 

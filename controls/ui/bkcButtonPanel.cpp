@@ -223,7 +223,8 @@ void bkcButtonPanel::Autosize(int Left_Margin, int Top_Margin, int Right_Margin,
     margins_ = {Left_Margin, Top_Margin, Right_Margin, Bottom_Margin};
     const auto size = model_.Auto_Size();
     setFixedSize(size.right + Left_Margin + Right_Margin, size.bottom + Top_Margin + Bottom_Margin);
-    model_.Set_ScrollState(model_.ScrollState() == 0 ? 0 : model_.Auto_Scroll_State(width(), height()));
+    const bool flows_either_way = ScrollState() == 1 || ScrollState() == 2;
+    if (flows_either_way) model_.Set_ScrollState(model_.Auto_Scroll_State(width(), height()));
     Changed();
 }
 

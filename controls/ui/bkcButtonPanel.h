@@ -9,7 +9,8 @@
 #include <functional>
 #include <optional>
 
-/// A strip of picture buttons that wraps, each a tool button with the tooltip as accessible name. Ids, states and places are Button_Panel_Model's business.
+/// A strip of picture buttons that wraps, each a tool button with the tooltip as accessible name. Ids, states and places
+/// are Button_Panel_Model's business.
 /// Keyboard: Tab reaches the panel, arrows move the focus from button to button, Space or Enter clicks.
 class bkcButtonPanel : public QAbstractScrollArea {
     Q_OBJECT
@@ -58,6 +59,7 @@ public:
     void Set_ScrollState(int New_State);
     bool AutoPaint() const { return auto_paint_; } ///< default on
     void Set_AutoPaint(bool New_AutoPaint);
+    QPixmap ButtonDragIcon() const { return button_drag_icon_; } ///< default none: the button itself is dragged
     void Set_ButtonDragIcon(const QPixmap& New_Icon) { button_drag_icon_ = New_Icon; }
     /// Unset colours, the default, are those of the palette.
     struct Colors {

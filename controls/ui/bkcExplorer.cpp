@@ -194,13 +194,21 @@ void bkcExplorer::Set_FolderItemAvailableMessage(bool New_Message)
     Show_Message();
 }
 
+void bkcExplorer::Set_EmptyMessage(const QString& New_Message)
+{
+    empty_message_ = New_Message;
+    Show_Message();
+}
+
 void bkcExplorer::Show_Message()
 {
     const bool empty = grid_->Content().Rows() == 0 && !Path().isEmpty();
     const bool files = ExplorerGridMode() == Explorer_Grid_Mode::Files;
     auto text = model_.Error_Text();
-    if (text.isEmpty() && empty && folder_item_available_message_)
-        text = files ? tr("No pictures in this folder") : tr("No folders in this folder");
+    if (text.isEmpty() && empty && folder_item_available_message_) {
+        const auto usual = files ? tr("No pictures in this folder") : tr("No folders in this folder");
+        text = empty_message_.isEmpty() ? usual : empty_message_;
+    }
     message_->setText(text);
     message_->setVisible(!text.isEmpty());
     message_->setGeometry(grid_->viewport()->rect());

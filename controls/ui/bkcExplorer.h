@@ -37,6 +37,7 @@ public:
     /// Whether an empty folder says so in the grid's place. Default on.
     bool FolderItemAvailableMessage() const { return folder_item_available_message_; }
     void Set_FolderItemAvailableMessage(bool New_Message);
+    void Set_EmptyMessage(const QString& New_Message); ///< what it says then; empty, the default: in general words
 
     void Refresh(); ///< reads the folder again
     void RefreshTree(const QString& Refresh_From_Folder = {});
@@ -84,5 +85,6 @@ private:
     QFileSystemWatcher watcher_;
     QTimer settle_;
     QStringList dropped_files_;
+    QString empty_message_;
     bool folder_item_available_message_ = true;
 };

@@ -145,6 +145,7 @@ private:
     bool Move_Active(int step); ///< by cells, row after row; false at the ends
     bool Add_Row();
     void Toggle_Check(int Grid_Column, int Grid_Row);
+    void Edit_At_Once(int Grid_Column, int Grid_Row, const QString& text);
 
     Grid_Model content_;
     Grid_Table_Model* table_model_;

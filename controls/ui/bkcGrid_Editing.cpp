@@ -192,7 +192,12 @@ bool bkcGrid::Set_ActiveSelText(const QString& New_Text)
 void bkcGrid::Toggle_Check(int Grid_Column, int Grid_Row)
 {
     const bool checked = content_.CellValue(Grid_Column, Grid_Row).toBool();
-    const auto text = checked ? QStringLiteral("False") : QStringLiteral("True");
+    Edit_At_Once(Grid_Column, Grid_Row, checked ? QStringLiteral("False") : QStringLiteral("True"));
+}
+
+// An edit without the editor.
+void bkcGrid::Edit_At_Once(int Grid_Column, int Grid_Row, const QString& text)
+{
     bool Cancel = false;
     emit BeforeCellChange(Grid_Column, Grid_Row, text, Cancel);
     if (Cancel || !content_.Edit_Cell(Grid_Column, Grid_Row, text)) return;

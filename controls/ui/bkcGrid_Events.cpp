@@ -116,6 +116,10 @@ bool bkcGrid::Command_Key(QKeyEvent* event)
     const bool check = content_.Column(column).control == Grid_Column_Control::Check;
     switch (event->key()) {
     case Qt::Key_F2: return EditCellStart(column, row);
+    case Qt::Key_Delete:
+        if (!editable || check) return false;
+        if (!content_.CellText(column, row).isEmpty()) Edit_At_Once(column, row, {});
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (row > 0 && !EditCellStart(column, row)) emit DblClick(column, row);

@@ -40,6 +40,7 @@ public:
     void Set_ScrollTimer(QTimer* New_Timer) { scroll_timer_ = New_Timer; }
     bool AutoPaint() const { return auto_paint_; } ///< default on; off, changes show at Refresh
     void SetAutoPaint(bool New_AutoPaint);
+    QColor BackColor() const { return palette().color(QPalette::Window); }
     void Set_BackColor(const QColor& New_Color); ///< an invalid one, the default, is the palette's
 
     // As for any control; pixels of the parent.

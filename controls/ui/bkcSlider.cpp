@@ -55,10 +55,20 @@ void bkcSlider::Set_ShowLegend(bool New_Show)
     Show_Legend();
 }
 
-void bkcSlider::Set_Legend(int New_Position, int New_Alignment, int New_Separation)
+void bkcSlider::Set_LegendPosition(int New_Position)
 {
     model_.LegendPosition = std::clamp(New_Position, 0, 3);
-    model_.LegendAlignment = New_Alignment;
+    Arrange();
+}
+
+void bkcSlider::Set_LegendAlignment(int New_Alignment)
+{
+    model_.LegendAlignment = std::clamp(New_Alignment, 0, 2);
+    Arrange();
+}
+
+void bkcSlider::Set_LegendSeparation(int New_Separation)
+{
     model_.LegendSeparation = std::max(0, New_Separation);
     Arrange();
 }

@@ -35,11 +35,15 @@ public:
     int SplitterWidth() const { return model_.SplitterWidth(); }
     void Set_SplitterWidth(int New_Width);
     void Set_Margin(int New_Margin);
+    // Each of the four by itself.
     int MarginLeft() const { return model_.Margin().left; }
     int MarginTop() const { return model_.Margin().top; }
     int MarginRight() const { return model_.Margin().right; }
     int MarginBottom() const { return model_.Margin().bottom; }
-    void Set_Margins(int New_Left, int New_Top, int New_Right, int New_Bottom);
+    void Set_MarginLeft(int New_Margin) { Set_Margins(New_Margin, MarginTop(), MarginRight(), MarginBottom()); }
+    void Set_MarginTop(int New_Margin) { Set_Margins(MarginLeft(), New_Margin, MarginRight(), MarginBottom()); }
+    void Set_MarginRight(int New_Margin) { Set_Margins(MarginLeft(), MarginTop(), New_Margin, MarginBottom()); }
+    void Set_MarginBottom(int New_Margin) { Set_Margins(MarginLeft(), MarginTop(), MarginRight(), New_Margin); }
     bool ResizeToAxisLT() const { return model_.ResizeToAxisLT; }
     void Set_ResizeToAxisLT(bool New_Resize) { model_.ResizeToAxisLT = New_Resize; }
     bool ResizeToAxisRB() const { return model_.ResizeToAxisRB; }
@@ -78,6 +82,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void Set_Margins(int New_Left, int New_Top, int New_Right, int New_Bottom);
     void Show_Frame();
     void Take_Area();
     void Lay_Out();

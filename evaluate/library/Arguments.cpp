@@ -12,12 +12,15 @@ constexpr char16_t Upper_Codes[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x
                                       0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
 
+constexpr std::int32_t As_Program_Compares = -1; // of which there is one way here
+
 } // namespace
 
 Evaluated<Compare_Mode> Mode_At(Arguments arguments, std::size_t index)
 {
     const auto mode = Long_At(arguments, index);
     if (!mode) return Fails(mode.error());
+    if (*mode == As_Program_Compares) return Compare_Mode::Binary;
     if (*mode != 0 && *mode != 1) return Fails(Error_Number::Invalid_Call);
     return Compare_Mode(*mode);
 }
@@ -26,6 +29,12 @@ Error_Number Check_Length(std::int64_t characters)
 {
     return characters > Current_Limits().formula_string_characters ? Error_Number::Out_Of_String_Space
                                                                    : Error_Number::None;
+}
+
+Error_Number Check_Room(Library_Context& context, std::int64_t characters)
+{
+    const auto problem = Check_Length(characters);
+    return problem == Error_Number::None ? context.memory.Room_For_Text(characters) : problem;
 }
 
 Error_Number Yield_Text(Variant& result, QString text)

@@ -31,7 +31,7 @@ inline Evaluated<bool> Boolean_At(Arguments arguments, std::size_t index, bool s
     return Has(arguments, index) ? To_Boolean(arguments[index]) : Evaluated<bool>(standard);
 }
 
-/// A compare mode; 5 when it is neither 0 nor 1.
+/// A compare mode; 5 when it is neither 0 nor 1, nor -1, which is the default.
 Evaluated<Compare_Mode> Mode_At(Arguments arguments, std::size_t index);
 
 template <class Value>
@@ -52,6 +52,9 @@ Error_Number Yield_Text(Variant& result, QString text);
 
 /// 14 when a text of that many characters is too long.
 Error_Number Check_Length(std::int64_t characters);
+
+/// The same, also when there is no memory left for it. For what makes a text longer than its arguments, before it does.
+Error_Number Check_Room(Library_Context& context, std::int64_t characters);
 
 // Byte strings: two bytes a character, the low one first. An odd last byte is the low half of a character.
 QByteArray Bytes_Of(const QString& text);

@@ -136,12 +136,15 @@ QString Converted(QString text, int conversion)
 
 } // namespace
 
-Error_Number Run_Format(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Format(Library_Context& context, Arguments arguments, Variant& result)
 {
     const auto pattern = Has(arguments, 1) && !arguments[1].Is_Null() ? To_Text(arguments[1]) : QString();
     FORMULA_CHECK(pattern);
     const auto rule = Week_Rule_At(arguments, 2);
     FORMULA_CHECK(rule);
+    const auto length = arguments[0].Is_String() ? arguments[0].Text().size() : 0;
+    const auto room = context.memory.Room_For_Text(length + Bytes_A_Pattern_Letter / 2 * pattern->size());
+    if (room != Error_Number::None) return room;
     auto text = Formatted(arguments[0], *pattern, *rule);
     FORMULA_CHECK(text);
     return Yield_Text(result, std::move(*text));
@@ -186,7 +189,9 @@ Error_Number Run_Partition(Library_Context&, Arguments arguments, Variant& resul
         if (!*value) return value->error();
     if (*start < 0 || *stop <= *start || *interval < 1) return Error_Number::Invalid_Call;
     QString low, high;
-    if (*number < *start) {
+    if (*interval == 1) { // each number is a range, also outside of the bounds
+        low = high = QString::number(*number);
+    } else if (*number < *start) {
         high = QString::number(std::int64_t(*start) - 1);
     } else if (*number > *stop) {
         low = QString::number(std::int64_t(*stop) + 1);
@@ -200,7 +205,7 @@ Error_Number Run_Partition(Library_Context&, Arguments arguments, Variant& resul
     return Yield(result, low.rightJustified(width) + u':' + high.rightJustified(width));
 }
 
-Error_Number Run_StrConv(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_StrConv(Library_Context& context, Arguments arguments, Variant& result)
 {
     if (arguments[0].Is_Null()) return Yield_Null(result);
     const auto text = To_Text(arguments[0]);
@@ -210,7 +215,10 @@ Error_Number Run_StrConv(Library_Context&, Arguments arguments, Variant& result)
     const bool is_sound = *conversion >= 0 && *conversion < 256 && !Has_Both(*conversion, 4, 8) &&
                           !Has_Both(*conversion, 16, 32) && !Has_Both(*conversion, 64, 128);
     if (!is_sound) return Error_Number::Invalid_Call;
-    return Yield_Text(result, Converted(*text, *conversion));
+    constexpr int from_bytes = 64; // makes two characters of each
+    const auto problem = Check_Room(context, text->size() * (*conversion & from_bytes ? 2 : 1));
+    if (problem != Error_Number::None) return problem;
+    return Yield(result, Converted(*text, *conversion));
 }
 
 } // namespace Formula

@@ -57,6 +57,7 @@ struct Prepared_Pattern {
     bool is_general_number = false;
     std::vector<Pattern_Letters> sections;
     Pattern_Kind kind = Pattern_Kind::Number;
+    Date_Steps date; ///< of the first section, when the kind is Date
 };
 
 Prepared_Pattern Prepared(const QString& pattern)
@@ -69,12 +70,18 @@ Prepared_Pattern Prepared(const QString& pattern)
         if (pattern.compare(QLatin1StringView(row.name), Qt::CaseInsensitive) == 0)
             meant = QString::fromLatin1(row.pattern);
     prepared.sections = Sections_Of(meant);
+    // The first section that tells; in "0.00;;;Nil" the last is no date.
     for (const auto& section : prepared.sections) {
-        prepared.kind = Kind_Of(section);
-        if (prepared.kind != Pattern_Kind::Number) break;
+        if (const auto kind = Kind_Of(section)) {
+            prepared.kind = *kind;
+            break;
+        }
     }
+    if (prepared.kind == Pattern_Kind::Date) prepared.date = Date_Steps_Of(prepared.sections[0]);
     return prepared;
 }
+
+constexpr qsizetype Longest_Remembered = 256;
 
 /// The last few patterns; a formula seldom holds more.
 const Prepared_Pattern& Remembered_Pattern(const QString& pattern)
@@ -105,7 +112,14 @@ Evaluated<QString> With_Sections(const Variant& value, const Prepared_Pattern& p
     if (!number) return To_Text(value); // a text that is no number and no date stays as it is
     if (pattern.kind == Pattern_Kind::Number) return Formatted_Number(*number, sections);
     if (!Is_Date_In_Range(*number)) return Fails(Error_Number::Overflow);
-    return Formatted_Date(*number, sections[0], rule);
+    return Formatted_Date(*number, pattern.date, rule);
+}
+
+Evaluated<QString> With_Pattern(const Variant& value, const Prepared_Pattern& pattern, const Week_Rule& rule)
+{
+    if (!pattern.is_general_number) return With_Sections(value, pattern, rule);
+    const auto number = value.Is_Null() ? std::nullopt : Number_For(value, Pattern_Kind::Number);
+    return number ? Text_From_Double(*number) : To_Display_Text(value);
 }
 
 } // namespace
@@ -131,7 +145,7 @@ std::vector<Pattern_Letters> Sections_Of(QStringView pattern)
     return sections;
 }
 
-Pattern_Kind Kind_Of(const Pattern_Letters& section)
+std::optional<Pattern_Kind> Kind_Of(const Pattern_Letters& section)
 {
     for (const auto& [letter, is_literal] : section) {
         if (is_literal) continue;
@@ -140,7 +154,7 @@ Pattern_Kind Kind_Of(const Pattern_Letters& section)
         if (Is_One_Of(letter.toLower(), "cdwmqyhnst")) return Pattern_Kind::Date;
         if (letter.toLower() == u'a') return Pattern_Kind::Date;
     }
-    return Pattern_Kind::Number;
+    return std::nullopt;
 }
 
 Evaluated<QString> Formatted(const Variant& value, const QString& pattern, const Week_Rule& rule)
@@ -148,12 +162,8 @@ Evaluated<QString> Formatted(const Variant& value, const QString& pattern, const
     if (value.Is_Array() || value.Is_Missing()) return Fails(Error_Number::Type_Mismatch);
     if (pattern.isEmpty()) return To_Display_Text(value);
     if (value.Is_Empty()) return QString(); // nothing, not zero
-    const Prepared_Pattern& prepared = Remembered_Pattern(pattern);
-    if (prepared.is_general_number) {
-        const auto number = value.Is_Null() ? std::nullopt : Number_For(value, Pattern_Kind::Number);
-        return number ? Text_From_Double(*number) : To_Display_Text(value);
-    }
-    return With_Sections(value, prepared, rule);
+    if (pattern.size() > Longest_Remembered) return With_Pattern(value, Prepared(pattern), rule);
+    return With_Pattern(value, Remembered_Pattern(pattern), rule);
 }
 
 } // namespace Formula

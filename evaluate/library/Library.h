@@ -98,6 +98,8 @@ Error_Number Replace_Middle(Variant& text, const Variant& start, const Variant* 
 Error_Number Replace_Middle_Bytes(Variant& text, const Variant& start, const Variant* length, const Variant& value);
 inline constexpr Access_Class Beep_Access = Access_Class::Dialog;
 
+QString Type_Name(Variant_Type type); ///< as TypeName answers
+
 // Parts of a date for engines: each replaces the value by an Integer.
 enum class Date_Part : int { Year, Month, Day, Hour, Minute, Second, Weekday };
 Error_Number Take_Date_Part(Variant& value, Date_Part part);

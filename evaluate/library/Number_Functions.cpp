@@ -3,7 +3,6 @@
 #include "evaluate/variant/Dates.h"
 
 #include <bit>
-#include <charconv>
 #include <cmath>
 
 // Conversions, mathematics, random numbers and questions about a value.
@@ -64,32 +63,15 @@ Error_Number In_Radix(Arguments arguments, Variant& result, int radix)
     return Yield(result, QString::number(*bits, radix).toUpper());
 }
 
+/// Shifts the point, rounds half to even and shifts back. What the shift makes of a number decides whether it is a half:
+/// 2.675 becomes 267.5, although it is a little less.
 double Rounded_Decimal(double value, int digits)
 {
-    char buffer[400];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, digits).ptr;
-    double rounded = value;
-    std::from_chars(buffer, end, rounded);
+    const double scale = std::pow(10.0, digits);
+    const double shifted = value * scale;
+    if (!std::isfinite(shifted)) return value; // so large that it has no digits behind the point
+    const double rounded = Round_Half_Even(shifted) / scale;
     return rounded == 0 ? 0.0 : rounded;
-}
-
-QString Type_Name(Type type)
-{
-    switch (type) {
-    case Type::Empty: return QStringLiteral("Empty");
-    case Type::Null: return QStringLiteral("Null");
-    case Type::Integer: return QStringLiteral("Integer");
-    case Type::Long: return QStringLiteral("Long");
-    case Type::Single: return QStringLiteral("Single");
-    case Type::Double: return QStringLiteral("Double");
-    case Type::Date: return QStringLiteral("Date");
-    case Type::String: return QStringLiteral("String");
-    case Type::Error: return QStringLiteral("Error");
-    case Type::Boolean: return QStringLiteral("Boolean");
-    case Type::Byte: return QStringLiteral("Byte");
-    case Type::Array: return QStringLiteral("Variant()");
-    }
-    return {};
 }
 
 bool Is_Numeric(const Variant& value)
@@ -118,6 +100,25 @@ std::uint32_t Next_Random(Random_State& state)
 }
 
 } // namespace
+
+QString Type_Name(Type type)
+{
+    switch (type) {
+    case Type::Empty: return QStringLiteral("Empty");
+    case Type::Null: return QStringLiteral("Null");
+    case Type::Integer: return QStringLiteral("Integer");
+    case Type::Long: return QStringLiteral("Long");
+    case Type::Single: return QStringLiteral("Single");
+    case Type::Double: return QStringLiteral("Double");
+    case Type::Date: return QStringLiteral("Date");
+    case Type::String: return QStringLiteral("String");
+    case Type::Error: return QStringLiteral("Error");
+    case Type::Boolean: return QStringLiteral("Boolean");
+    case Type::Byte: return QStringLiteral("Byte");
+    case Type::Array: return QStringLiteral("Variant()");
+    }
+    return {};
+}
 
 Error_Number Run_Abs(Library_Context&, Arguments arguments, Variant& result)
 {
@@ -188,7 +189,6 @@ Error_Number Run_Sqr(Library_Context&, Arguments arguments, Variant& result)
     return *number >= 0 ? Yield(result, std::sqrt(*number)) : Error_Number::Invalid_Call;
 }
 
-// Half to even on the exact value, so 2.675, which is a little less, becomes 2.67.
 Error_Number Run_Round(Library_Context&, Arguments arguments, Variant& result)
 {
     const auto digits = Long_At(arguments, 1);

@@ -38,6 +38,7 @@ struct Search {
     QString text, find;
     std::int32_t start = 1;
     Compare_Mode mode = Compare_Mode::Binary;
+    bool is_null = false; ///< one of the texts is Null, and so is the position; a Null anywhere else is an error
 };
 
 Evaluated<Search> Search_Of(Arguments arguments)
@@ -46,20 +47,22 @@ Evaluated<Search> Search_Of(Arguments arguments)
                                arguments[1].Is_String() && Is_Number(arguments[2]);
     const std::size_t text_at = arguments.size() == 2 || mode_is_third ? 0 : 1;
     Search search;
-    const auto text = To_Text(arguments[text_at]), find = To_Text(arguments[text_at + 1]);
-    if (!text) return Fails(text.error());
-    if (!find) return Fails(find.error());
     const auto mode = Mode_At(arguments, mode_is_third ? 2 : 3);
     if (!mode) return Fails(mode.error());
+    search.mode = *mode;
     if (text_at == 1) {
         const auto start = To_Long(arguments[0]);
         if (!start) return Fails(start.error());
         if (*start < 1) return Fails(Error_Number::Invalid_Call);
         search.start = *start;
     }
+    search.is_null = arguments[text_at].Is_Null() || arguments[text_at + 1].Is_Null();
+    if (search.is_null) return search;
+    const auto text = To_Text(arguments[text_at]), find = To_Text(arguments[text_at + 1]);
+    if (!text) return Fails(text.error());
+    if (!find) return Fails(find.error());
     search.text = *text;
     search.find = *find;
-    search.mode = *mode;
     return search;
 }
 
@@ -80,23 +83,51 @@ std::int32_t Byte_Position_Of(const Search& search)
     return std::int32_t(text.indexOf(find, search.start - 1) + 1);
 }
 
-/// The stretches between delimiters, at most `count` of them (-1: all); the last one keeps the rest.
-Evaluated<std::vector<Variant>> Pieces_Of(const QString& text, const QString& delimiter, std::int32_t count,
-                                          Compare_Mode mode)
-{
-    std::vector<Variant> pieces;
-    if (text.isEmpty() || count == 0) return pieces;
-    const QStringMatcher matcher(delimiter, Sensitivity(mode));
-    qsizetype begin = 0;
-    while (!delimiter.isEmpty() && (count < 0 || std::int64_t(pieces.size()) + 1 < count)) {
-        const auto end = matcher.indexIn(text, begin);
-        if (end < 0) break;
-        if (std::int64_t(pieces.size()) >= Current_Limits().formula_array_elements)
-            return Fails(Error_Number::Out_Of_Memory);
-        pieces.push_back(Variant(text.mid(begin, end - begin)));
-        begin = end + delimiter.size();
+/// Where the pieces of a text end, one after the other.
+class Piece_Ends {
+public:
+    /// count  the most pieces, of which the last keeps the rest; -1: all
+    Piece_Ends(const QString& text, const QString& delimiter, std::int32_t count, Compare_Mode mode)
+        : text_(text), matcher_(delimiter, Sensitivity(mode)), left_(count)
+    {}
+
+    /// From the beginning of a piece.
+    qsizetype End_Of(qsizetype begin)
+    {
+        const bool is_last = matcher_.pattern().isEmpty() || left_ == 1;
+        const auto end = is_last ? -1 : matcher_.indexIn(text_, begin);
+        if (left_ > 0) --left_;
+        return end < 0 ? text_.size() : end;
     }
-    pieces.push_back(Variant(text.mid(begin)));
+
+private:
+    const QString& text_;
+    QStringMatcher matcher_;
+    std::int32_t left_;
+};
+
+std::int64_t Piece_Count(Piece_Ends ends, const QString& text, const QString& delimiter)
+{
+    std::int64_t pieces = 1;
+    for (auto end = ends.End_Of(0); end < text.size(); end = ends.End_Of(end + delimiter.size())) ++pieces;
+    return pieces;
+}
+
+/// The stretches between delimiters. They are counted before they are cut out, so that there is room for all of them.
+Evaluated<std::vector<Variant>> Pieces_Of(Library_Context& context, const QString& text, const QString& delimiter,
+                                          Piece_Ends ends)
+{
+    const auto count = Piece_Count(ends, text, delimiter);
+    if (count > Current_Limits().formula_array_elements) return Fails(Error_Number::Out_Of_Memory);
+    const auto room = context.memory.Room_For_List(count, text.size());
+    if (room != Error_Number::None) return Fails(room);
+    std::vector<Variant> pieces;
+    pieces.reserve(std::size_t(count));
+    for (qsizetype begin = 0; std::int64_t(pieces.size()) < count; begin += delimiter.size()) {
+        const auto end = ends.End_Of(begin);
+        pieces.push_back(Variant(text.mid(begin, end - begin)));
+        begin = end;
+    }
     return pieces;
 }
 
@@ -158,31 +189,29 @@ Error_Number Found_Like(Arguments arguments, Variant& result, std::int32_t stand
 
 Error_Number Run_InStr(Library_Context&, Arguments arguments, Variant& result)
 {
-    if (Any_Is_Null(arguments)) return Yield_Null(result);
     const auto search = Search_Of(arguments);
     FORMULA_CHECK(search);
-    return Yield(result, Position_Of(*search));
+    return search->is_null ? Yield_Null(result) : Yield(result, Position_Of(*search));
 }
 
 Error_Number Run_InStrB(Library_Context&, Arguments arguments, Variant& result)
 {
-    if (Any_Is_Null(arguments)) return Yield_Null(result);
     const auto search = Search_Of(arguments);
     FORMULA_CHECK(search);
-    return Yield(result, Byte_Position_Of(*search));
+    return search->is_null ? Yield_Null(result) : Yield(result, Byte_Position_Of(*search));
 }
 
 Error_Number Run_InStrRev(Library_Context&, Arguments arguments, Variant& result)
 {
-    if (Any_Is_Null(arguments)) return Yield_Null(result);
-    const auto text = Text_At(arguments, 0), find = Text_At(arguments, 1);
-    FORMULA_CHECK(text);
-    FORMULA_CHECK(find);
     const auto start = Long_At(arguments, 2, -1);
     FORMULA_CHECK(start);
     const auto mode = Mode_At(arguments, 3);
     FORMULA_CHECK(mode);
     if (*start == 0 || *start < -1) return Error_Number::Invalid_Call;
+    if (Any_Is_Null(arguments)) return Yield_Null(result);
+    const auto text = Text_At(arguments, 0), find = Text_At(arguments, 1);
+    FORMULA_CHECK(text);
+    FORMULA_CHECK(find);
     if (text->isEmpty() || *start > text->size()) return Yield(result, std::int32_t(0));
     const auto end = *start == -1 ? std::int32_t(text->size()) : *start;
     if (find->isEmpty()) return Yield(result, end);
@@ -192,7 +221,7 @@ Error_Number Run_InStrRev(Library_Context&, Arguments arguments, Variant& result
 }
 
 // The result begins at the start: what stands before it is gone.
-Error_Number Run_Replace(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Replace(Library_Context& context, Arguments arguments, Variant& result)
 {
     const auto text = Text_At(arguments, 0), find = Text_At(arguments, 1), with = Text_At(arguments, 2);
     FORMULA_CHECK(text);
@@ -211,13 +240,16 @@ Error_Number Run_Replace(Library_Context&, Arguments arguments, Variant& result)
     for (std::int32_t done = 0; *count < 0 || done < *count; ++done) {
         const auto place = matcher.indexIn(*text, begin);
         if (place < 0) break;
+        const auto rest = text->size() - place - find->size();
+        const auto problem = Check_Room(context, changed.size() + place - begin + with->size() + rest);
+        if (problem != Error_Number::None) return problem;
         changed += QStringView(*text).mid(begin, place - begin);
         changed += *with;
         begin = place + find->size();
-        const auto problem = Check_Length(changed.size());
-        if (problem != Error_Number::None) return problem;
     }
-    return Yield_Text(result, changed + text->mid(begin));
+    if (begin == *start - 1) return Yield(result, text->mid(begin));
+    changed += QStringView(*text).mid(begin);
+    return Yield(result, changed);
 }
 
 Error_Number Run_StrComp(Library_Context&, Arguments arguments, Variant& result)
@@ -231,7 +263,7 @@ Error_Number Run_StrComp(Library_Context&, Arguments arguments, Variant& result)
     return Yield(result, std::int16_t(Compare_Text(*left, *right, *mode)));
 }
 
-Error_Number Run_Split(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Split(Library_Context& context, Arguments arguments, Variant& result)
 {
     const auto text = Text_At(arguments, 0), delimiter = Text_At(arguments, 1, " ");
     FORMULA_CHECK(text);
@@ -241,13 +273,17 @@ Error_Number Run_Split(Library_Context&, Arguments arguments, Variant& result)
     const auto mode = Mode_At(arguments, 3);
     FORMULA_CHECK(mode);
     if (*count < -1) return Error_Number::Invalid_Call;
-    auto pieces = Pieces_Of(*text, *delimiter, *count, *mode);
+    if (text->isEmpty() || *count == 0) {
+        result = Make_List({});
+        return Error_Number::None;
+    }
+    auto pieces = Pieces_Of(context, *text, *delimiter, Piece_Ends(*text, *delimiter, *count, *mode));
     FORMULA_CHECK(pieces);
     result = Make_List(std::move(*pieces));
     return Error_Number::None;
 }
 
-Error_Number Run_Join(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Join(Library_Context& context, Arguments arguments, Variant& result)
 {
     if (!arguments[0].Is_Array()) return Error_Number::Type_Mismatch;
     if (arguments[0].Array().bounds.size() != 1) return Error_Number::Invalid_Call;
@@ -258,16 +294,16 @@ Error_Number Run_Join(Library_Context&, Arguments arguments, Variant& result)
     for (const auto& element : arguments[0].Array().elements) {
         const auto text = To_Text(element);
         FORMULA_CHECK(text);
+        const auto problem = Check_Room(context, joined.size() + delimiter->size() + text->size());
+        if (problem != Error_Number::None) return problem;
         if (!is_first) joined += *delimiter;
         is_first = false;
         joined += *text;
-        const auto problem = Check_Length(joined.size());
-        if (problem != Error_Number::None) return problem;
     }
     return Yield(result, joined);
 }
 
-Error_Number Run_Filter(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Filter(Library_Context& context, Arguments arguments, Variant& result)
 {
     if (!arguments[0].Is_Array()) return Error_Number::Type_Mismatch;
     if (arguments[0].Array().bounds.size() != 1) return Error_Number::Invalid_Call;
@@ -277,8 +313,11 @@ Error_Number Run_Filter(Library_Context&, Arguments arguments, Variant& result)
     FORMULA_CHECK(includes);
     const auto mode = Mode_At(arguments, 3);
     FORMULA_CHECK(mode);
+    const auto& elements = arguments[0].Array().elements;
+    const auto room = context.memory.Room_For_List(std::int64_t(elements.size()), 0);
+    if (room != Error_Number::None) return room;
     std::vector<Variant> kept;
-    for (const auto& element : arguments[0].Array().elements) {
+    for (const auto& element : elements) {
         const auto text = To_Text(element);
         FORMULA_CHECK(text);
         if (text->contains(*match, Sensitivity(*mode)) == *includes) kept.push_back(Variant(*text));

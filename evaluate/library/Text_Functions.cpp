@@ -187,23 +187,23 @@ Error_Number Run_LenB(Library_Context&, Arguments arguments, Variant& result)
     return Yield(result, std::int32_t(text->size() * 2));
 }
 
-Error_Number Run_Space(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Space(Library_Context& context, Arguments arguments, Variant& result)
 {
     const auto count = Long_At(arguments, 0);
     FORMULA_CHECK(count);
     if (*count < 0) return Error_Number::Invalid_Call;
-    const auto problem = Check_Length(*count);
+    const auto problem = Check_Room(context, *count);
     return problem == Error_Number::None ? Yield(result, QString(*count, u' ')) : problem;
 }
 
 // The character is the first one of a text, or a code, of which the low byte counts.
-Error_Number Run_String(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_String(Library_Context& context, Arguments arguments, Variant& result)
 {
     if (arguments[0].Is_Null() || arguments[1].Is_Null()) return Yield_Null(result);
     const auto count = Long_At(arguments, 0);
     FORMULA_CHECK(count);
     if (*count < 0) return Error_Number::Invalid_Call;
-    const auto problem = Check_Length(*count);
+    const auto problem = Check_Room(context, *count);
     if (problem != Error_Number::None) return problem;
     if (arguments[1].Is_String()) {
         const auto& text = arguments[1].Text();
@@ -252,14 +252,16 @@ Error_Number Run_ChrW(Library_Context&, Arguments arguments, Variant& result)
 }
 
 // Doubles the first character of the second text; no quotes are put around.
-Error_Number Run_Quoted(Library_Context&, Arguments arguments, Variant& result)
+Error_Number Run_Quoted(Library_Context& context, Arguments arguments, Variant& result)
 {
     auto text = To_Text(arguments[0]);
     FORMULA_CHECK(text);
     const auto quote = To_Text(arguments[1]);
     FORMULA_CHECK(quote);
     if (quote->isEmpty()) return Yield(result, *text);
-    return Yield_Text(result, text->replace(quote->left(1), QString(2, (*quote)[0])));
+    const auto problem = Check_Room(context, text->size() + text->count((*quote)[0]));
+    if (problem != Error_Number::None) return problem;
+    return Yield(result, text->replace(quote->left(1), QString(2, (*quote)[0])));
 }
 
 // Paths of the program have no place in formulas.

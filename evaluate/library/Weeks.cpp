@@ -24,6 +24,7 @@ int First_Week_Begin(int year, const Week_Rule& rule)
 
 Evaluated<Week_Rule> Week_Rule_At(Arguments arguments, std::size_t index)
 {
+    if (arguments.size() <= index) return Week_Rule();
     const auto day = Long_At(arguments, index, 1), week = Long_At(arguments, index + 1, 1);
     if (!day) return Fails(day.error());
     if (!week) return Fails(week.error());

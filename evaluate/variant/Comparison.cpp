@@ -110,11 +110,6 @@ Error_Number Like(Variant& left, const Variant& right, Compare_Mode mode)
     return Error_Number::None;
 }
 
-Error_Number Is(Variant&, const Variant&)
-{
-    return Error_Number::Type_Mismatch;
-}
-
 Evaluated<bool> Equals_Boolean(const Variant& value, bool wanted)
 {
     if (value.Type() == Type::Boolean) return value.Boolean() == wanted;

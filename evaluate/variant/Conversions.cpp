@@ -172,10 +172,15 @@ QString Text_From_Date(double days)
     if (!is_day_zero) text = QStringLiteral("%1/%2/%3").arg(parts.month).arg(parts.day).arg(parts.year);
     if (is_day_zero || has_time) {
         if (!text.isEmpty()) text += u' ';
-        text += QString::asprintf("%d:%02d:%02d %s", (parts.hour + 11) % 12 + 1, parts.minute, parts.second,
-                                  parts.hour < 12 ? "AM" : "PM");
+        text += Text_From_Time(parts);
     }
     return text;
+}
+
+QString Text_From_Time(const Date_Parts& parts)
+{
+    return QString::asprintf("%d:%02d:%02d %s", (parts.hour + 11) % 12 + 1, parts.minute, parts.second,
+                             parts.hour < 12 ? "AM" : "PM");
 }
 
 } // namespace Formula

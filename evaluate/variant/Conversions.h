@@ -10,6 +10,8 @@
 /// range with 6. Rounding is half to even. Empty is 0, "" or False.
 namespace Formula {
 
+struct Date_Parts;
+
 Evaluated<bool> To_Boolean(const Variant& value); ///< also from "True" and "False"
 Evaluated<std::uint8_t> To_Byte(const Variant& value);
 Evaluated<std::int16_t> To_Integer(const Variant& value);
@@ -29,11 +31,13 @@ Evaluated<double> Number_From_Text(QStringView text);
 Evaluated<std::int32_t> Long_From_Text(QStringView text);
 Evaluated<std::int16_t> Integer_From_Text(QStringView text);
 
-QString Text_From_Double(double value); ///< 15 significant digits, 1E-05 and 1E+15 forms
-QString Text_From_Single(float value);  ///< 7 significant digits
-QString Text_From_Date(double days);    ///< "1/2/2003 3:04:05 PM", without the part that is zero
+QString Text_From_Double(double value);          ///< 15 significant digits, 1E-05 and 1E+15 forms
+QString Text_From_Single(float value);           ///< 7 significant digits
+QString Text_From_Date(double days);             ///< "1/2/2003 3:04:05 PM", without the part that is zero
+QString Text_From_Time(const Date_Parts& parts); ///< "3:04:05 PM"
 
-/// The reading of "Val": the number at the text's beginning, blanks skipped, 0 if there is none; 6 when too large.
+/// The reading of "Val": the number at the text's beginning, blanks skipped, 0 if there is none; 6 when too large, 13 when
+/// "%" stands behind a fraction.
 Evaluated<double> Val(QStringView text);
 
 /// Half to even; the argument must be finite.

@@ -214,6 +214,9 @@ Evaluated<double> Val(QStringView text)
     if (!decimal.has_digits) return 0.0;
     const auto value = Double_From_Digits(decimal.letters, decimal.magnitude);
     if (!value) return value;
+    // "%" behind a number once made it an Integer, and still refuses a fraction before it.
+    const bool is_integer = place < view.size() && view[place] == u'%';
+    if (is_integer && *value != std::trunc(*value)) return Fails(Error_Number::Type_Mismatch);
     return is_signed && view[0] == u'-' ? -*value : *value;
 }
 

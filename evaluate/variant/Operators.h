@@ -50,9 +50,6 @@ Error_Number Greater_Or_Equal(Variant& left, const Variant& right, Compare_Mode 
 /// 93 for a pattern that is not well formed.
 Error_Number Like(Variant& left, const Variant& right, Compare_Mode mode = Compare_Mode::Binary);
 
-/// There are no objects in the language: always a type mismatch.
-Error_Number Is(Variant& left, const Variant& right);
-
 /// -1, 0 or 1 as the comparison operators see it. Null is below everything but Null, so that sorting has an order.
 Evaluated<int> Compare(const Variant& left, const Variant& right, Compare_Mode mode = Compare_Mode::Binary);
 

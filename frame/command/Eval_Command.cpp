@@ -4,6 +4,7 @@
 #include "evaluate/Scanner.h"
 #include "evaluate/System_Host.h"
 #include "evaluate/bkcEvaluate.h"
+#include "evaluate/library/Library.h"
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Dates.h"
 #include "evaluate/variant/Variant_Array.h"
@@ -13,6 +14,8 @@
 #include "frame/files/Limits.h"
 #include "frame/files/Regular_File.h"
 #include "frame/text/Text_Utilities.h"
+
+#include <QtCore/QJsonArray>
 
 using namespace Formula;
 
@@ -30,6 +33,7 @@ constexpr const char* Help =
     "  --null NAME                set a variable to Null\n"
     "  --print NAME               print a variable after the run\n"
     "  --allow-formula LIST       what a formula from a file may read: files,environment,settings\n"
+    "  --json                     print one JSON object a line\n"
     "  --                         what follows is TEXT";
 
 /// A message box is a line on standard error.
@@ -45,7 +49,7 @@ public:
 
 struct Eval_Job {
     std::optional<QString> text, file;
-    bool program = false, help = false;
+    bool program = false, help = false, json = false;
     std::vector<std::pair<QString, Variant>> variables;
     QStringList printed;
     unsigned allowed = 0;
@@ -141,6 +145,8 @@ Eval_Job Read_Arguments(const QStringList& arguments)
         const QString& argument = arguments[i];
         if (argument == u"--program") {
             job.program = true;
+        } else if (argument == u"--json") {
+            job.json = true;
         } else if (argument == u"--help" || argument == u"-h") {
             job.help = true;
         } else if (valued.contains(argument)) {
@@ -170,6 +176,35 @@ void Print_Value(const Variant& value)
     Print_Line(value.Is_Null() ? QStringLiteral("Null") : To_Display_Text(value).value_or(QString()));
 }
 
+/// Numbers, Booleans and Null as JSON has them, an array as a list of its elements, all else as a text.
+QJsonValue Json_Of(const Variant& value)
+{
+    if (value.Is_Array()) {
+        QJsonArray list;
+        for (const Variant& element : value.Array().elements) list.append(Json_Of(element));
+        return list;
+    }
+    switch (value.Type()) {
+    case Variant_Type::Null: return QJsonValue::Null;
+    case Variant_Type::Boolean: return value.Boolean();
+    case Variant_Type::Byte:
+    case Variant_Type::Integer:
+    case Variant_Type::Long:
+    case Variant_Type::Single:
+    case Variant_Type::Double: return To_Double(value).value_or(0);
+    default: return To_Display_Text(value).value_or(QString());
+    }
+}
+
+/// name  of a variable; empty for the value of the formula
+void Print_Result(const QString& name, const Variant& value, bool as_json)
+{
+    if (!as_json) return Print_Value(value);
+    QJsonObject object{{QStringLiteral("type"), Type_Name(value.Type())}, {QStringLiteral("value"), Json_Of(value)}};
+    if (!name.isEmpty()) object.insert(QStringLiteral("name"), name);
+    Print_Json(object);
+}
+
 Result<QString> Read_Formula_File(const QString& path)
 {
     const auto file = Regular_File::Open(path.toStdString());
@@ -186,12 +221,12 @@ Exit_Status Print_Error(int code, const QString& text, int position)
 }
 
 /// One that is unknown is told by its name; the others are printed all the same.
-Exit_Status Print_Variables(const bkcEvaluate& evaluator, const QStringList& names)
+Exit_Status Print_Variables(const bkcEvaluate& evaluator, const QStringList& names, bool as_json)
 {
     Exit_Status status = Exit_Status::All_Done;
     for (const QString& name : names) {
         if (const auto value = evaluator.Variable(name)) {
-            Print_Value(*value);
+            Print_Result(name, *value, as_json);
         } else {
             Print_Message(name, QString::fromUtf8(Error_Description(value.error())));
             status = Exit_Status::Some_Failed;
@@ -214,8 +249,8 @@ Exit_Status Run_Job(const Eval_Job& job, const QString& text)
     const Variant value = !compiled ? Variant() : job.program ? evaluator.ProgramValue() : evaluator.Value();
     const Evaluation_Error& error = evaluator.Last_Error();
     if (error.Code != 0) return Print_Error(error.Code, error.Description, error.Position);
-    if (!job.program || evaluator.Variable(QStringLiteral("=Value"))) Print_Value(value);
-    return Print_Variables(evaluator, job.printed);
+    if (!job.program || evaluator.Variable(QStringLiteral("=Value"))) Print_Result({}, value, job.json);
+    return Print_Variables(evaluator, job.printed, job.json);
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include "frame/files/Copy_File.h"
 #include "frame/text/Text_Utilities.h"
 #include "rename/Rename_Journal_Folder.h"
+#include "rename/Rename_Preview.h"
 #include "rename/Rename_Rows.h"
 
 #include <QtCore/QFileInfo>
@@ -155,11 +156,7 @@ void Print_Names(const QStringList& given, const std::vector<Rename_Row>& rows, 
 
 bool Print_Faults(const std::vector<Rename_Fault>& faults, const QStringList& given)
 {
-    for (const Rename_Fault& fault : faults) {
-        // The text begins with the name of the file, which its path takes the place of.
-        const std::string& text = fault.text;
-        Print_Message(given[qsizetype(fault.move)], Text_Of(text.substr(text.find(": ") + 2)));
-    }
+    for (const Rename_Fault& fault : faults) Print_Message(given[qsizetype(fault.move)], Text_Of(fault.reason));
     return !faults.empty();
 }
 
@@ -196,6 +193,20 @@ Exit_Status Carry_Out(const Command_Line& line, const Named_Files& named, const 
     const auto done = Run_Plan(plan, files, journal);
     if (!done) Print_Message({}, Text_Of(done.error().text));
     return done ? named.status : Exit_Status::Some_Failed;
+}
+
+/// False, with a complaint, when all files are to be numbered and nobody says from where on. Numbers that nothing gets are
+/// told as well: without any in the names there are none to move to another start.
+bool Check_Numbers(const Command_Line& line, const Rename_Job& job)
+{
+    if (job.Start_Numbering_Enabled() || !Preview_Of(job.Rows()).Has_New_Names()) return true;
+    if (line.Has(Start) && !line.Has(Reserialize))
+        Print_Message({},
+                      QStringLiteral("rename: --start has no effect, for no name holds a number; --reserialize numbers "
+                                     "all files"));
+    if (!line.Has(Reserialize) || line.Has(Start)) return true;
+    line.Complain(QStringLiteral("--reserialize needs --start, for no name holds a number to begin with"));
+    return false;
 }
 
 void Put_Interrupted_Right()
@@ -250,6 +261,7 @@ Exit_Status Run_Rename_Command(const QStringList& arguments)
                               .arg(QString::number(fault->code), fault->description, QString::number(fault->position)));
         return Exit_Status::Some_Failed;
     }
+    if (!Check_Numbers(line, job)) return Exit_Status::Wrong_Usage;
     Print_Names(named.given, job.Rows(), line.Wants_Json());
     return Carry_Out(line, named, job.Rows());
 }

@@ -31,7 +31,7 @@ Response_Code Terminal_Dialogs::Overwrite_Or(const QString& prompt, Response_Cod
     return Ask(question) == Message_Answer::Yes ? Response_Code::Yes : refused;
 }
 
-std::unique_ptr<Progress_Window> Terminal_Dialogs::Open_Progress(const QString&, const QString&)
+std::unique_ptr<Progress_Window> Terminal_Dialogs::Operation_Progress_Cancel_Dialog(const QString&, const QString&)
 {
     return std::make_unique<Terminal_Progress>();
 }

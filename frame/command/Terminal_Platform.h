@@ -14,7 +14,8 @@ public:
     QStringList Pick(const Picker_Question&) override { return {}; }
     void Show_Text(const QString&, const QString&) override {}
     void Show_File_List(const QString&, const QStringList&) override {}
-    std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) override;
+    std::unique_ptr<Progress_Window> Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                      const QString& text) override;
     Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString&, const QString& prompt) override
     {
         return Overwrite_Or(prompt, Response_Code::No);

@@ -50,6 +50,11 @@ QStringList Scripted_Dialogs::Pick(const Picker_Question& question)
     return Next(picks, QStringList());
 }
 
+void Scripted_Dialogs::Explorer_Tree_Refresh(const QString& Refresh_FolderName, bool Folder_Added)
+{
+    trees_refreshed.emplace_back(Refresh_FolderName, Folder_Added);
+}
+
 void Scripted_Dialogs::Show_Text(const QString& caption, const QString& text)
 {
     texts_shown.emplace_back(caption, text);
@@ -60,7 +65,8 @@ void Scripted_Dialogs::Show_File_List(const QString& caption, const QStringList&
     lists_shown.emplace_back(caption, files);
 }
 
-std::unique_ptr<Progress_Window> Scripted_Dialogs::Open_Progress(const QString& caption, const QString& text)
+std::unique_ptr<Progress_Window> Scripted_Dialogs::Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                                    const QString& text)
 {
     progress_shown << caption << text;
     return std::make_unique<Scripted_Progress>(progress_shown, stop_after_progress_steps);
@@ -116,6 +122,7 @@ QStringList Settings_In_Memory::Value_Names(const QString& key)
 
 bool Scripted_Shell::Move_To_Trash(const QString& path, QString* reason)
 {
+    if (on_trash) on_trash();
     if (!refuse_trash_with.isEmpty()) {
         if (reason != nullptr) *reason = refuse_trash_with;
         return false;

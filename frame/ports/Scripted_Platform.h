@@ -12,9 +12,11 @@ public:
     Message_Answer Ask(const Message& message) override;
     std::optional<QString> Input(const Input_Question& question) override;
     QStringList Pick(const Picker_Question& question) override;
+    void Explorer_Tree_Refresh(const QString& Refresh_FolderName, bool Folder_Added) override;
     void Show_Text(const QString& caption, const QString& text) override;
     void Show_File_List(const QString& caption, const QStringList& files) override;
-    std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) override;
+    std::unique_ptr<Progress_Window> Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                      const QString& text) override;
 
     Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt) override;
     Response_Code Delete_File_List_Cancel_Dialog(const QString& caption, const QString& prompt) override;
@@ -34,7 +36,8 @@ public:
     std::vector<std::pair<QString, QString>> response_asked; ///< caption and prompt
     std::vector<std::pair<QString, QString>> texts_shown;
     std::vector<std::pair<QString, QStringList>> lists_shown;
-    QStringList progress_shown; ///< captions and texts as they came
+    std::vector<std::pair<QString, bool>> trees_refreshed; ///< folder, and whether one came there
+    QStringList progress_shown;                            ///< captions and texts as they came
 };
 
 class Scripted_Events : public Event_Pump {
@@ -90,7 +93,8 @@ public:
     void Hold_Off_Screen_Saver(bool on) override { screen_saver_held_off = on; }
     void Open_Help(const QString& topic) override { help_opened << topic; }
     void Quit_Help() override { ++help_quits; }
-    QStringList trashed; ///< the file is removed for good
+    QStringList trashed;            ///< the file is removed for good
+    std::function<void()> on_trash; ///< before each
     QString refuse_trash_with;
     QSize screen = QSize(1920 * 15, 1080 * 15);
     bool screen_saver_held_off = false;

@@ -33,7 +33,7 @@ struct Picker_Question {
     QString folder{};  ///< where it starts
     QString name{};    ///< proposed name; may carry a save qualifier behind the name
     QString pattern{}; ///< "*.jpg;*.jif;*.tif"
-    enum class Kind { Save_File, Open_File, Open_Files, Folder } kind = Kind::Save_File;
+    enum class Kind { Open_File = 0, Save_File = 1, Folder = 2 } kind = Kind::Save_File;
 };
 
 /// The progress window of the longest operations. It shows itself, keeps the window alive and knows whether the user
@@ -43,6 +43,12 @@ public:
     virtual ~Progress_Window() = default; ///< takes the window away
     virtual void Show(const QString& text, int done, int total) = 0;
     virtual bool Stop_Requested() = 0; ///< processes pending events first
+    /// Sets the texts, processes pending events, and answers Cancel when the user pressed Stop, otherwise None.
+    Response_Code Operation_Progress_Cancel_Dialog_Update(const QString& text, int done, int total)
+    {
+        Show(text, done, total);
+        return Stop_Requested() ? Response_Code::Cancel : Response_Code::None;
+    }
 };
 
 /// Everything the logic asks of the person. Logic never opens a window itself; tests and hv answer in the window's place.
@@ -52,9 +58,13 @@ public:
     virtual Message_Answer Ask(const Message& message) = 0;
     virtual std::optional<QString> Input(const Input_Question& question) = 0;
     virtual QStringList Pick(const Picker_Question& question) = 0; ///< empty when cancelled
+    /// A folder came or went: a picker that is open shows it.
+    virtual void Explorer_Tree_Refresh(const QString& /*Refresh_FolderName*/, bool /*Folder_Added*/) {}
     virtual void Show_Text(const QString& caption, const QString& text) = 0;
     virtual void Show_File_List(const QString& caption, const QStringList& files) = 0;
-    virtual std::unique_ptr<Progress_Window> Open_Progress(const QString& caption, const QString& text) = 0;
+    /// Shows the window of a long operation, not modally, and returns at once.
+    virtual std::unique_ptr<Progress_Window> Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                              const QString& text) = 0;
 
     /// Yes, Yes To All, No, Cancel; a close by the system is Cancel. An empty caption means the program's name.
     virtual Response_Code Yes_Yes_To_All_No_Cancel_Dialog(const QString& Dialog_Caption,

@@ -16,7 +16,7 @@ bool Qt_Printer_Binding::Open_Printer(const QString& name)
 
 void Qt_Printer_Binding::Open_Default_Printer()
 {
-    name_.clear();
+    name_ = Read_Default_Printer().name;
 }
 
 QPrinter& Qt_Printer_Binding::Printer()

@@ -108,7 +108,9 @@ int Run(const QString& command_line)
     Work_Journal journal(catalogue.State(), State_Folder());
     Offer_Kept_Work(catalogue, journal, State_Folder());
     journal.Start();
+    catalogue.Set_Work_Keeper(&journal);
     const int status = QApplication::exec();
+    catalogue.Set_Work_Keeper(nullptr);
     journal.Remove();
     return status;
 }

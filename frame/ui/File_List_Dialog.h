@@ -1,9 +1,9 @@
 #pragma once
 
-#include "frame/ui/Framed_Form.h"
+#include "frame/ui/Utility_Grid_Form.h"
 
 /// A list of files to read, with OK, and with Cancel where it is a question. Accepted on OK.
-class File_List_Dialog final : public Framed_Form {
+class File_List_Dialog final : public Utility_Grid_Form {
     Q_OBJECT
 
 public:

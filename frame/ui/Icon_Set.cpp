@@ -40,13 +40,18 @@ QString File_Of(const QString& id)
 /// palette needs no word to anyone.
 class Drawn_Icon : public QIconEngine {
 public:
-    explicit Drawn_Icon(QString id) : id_(std::move(id)) {}
-    QIconEngine* clone() const override { return new Drawn_Icon(id_); }
+    explicit Drawn_Icon(QString id, QString id_when_on = {}) : id_(std::move(id)), id_when_on_(std::move(id_when_on)) {}
+    QIconEngine* clone() const override { return new Drawn_Icon(id_, id_when_on_); }
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
 
 private:
+    const QString& Id(QIcon::State state) const
+    {
+        return state == QIcon::On && !id_when_on_.isEmpty() ? id_when_on_ : id_;
+    }
     QString id_;
+    QString id_when_on_; // empty: the same
 };
 
 QColor Text_Color(QIcon::Mode mode)
@@ -56,9 +61,9 @@ QColor Text_Color(QIcon::Mode mode)
     return palette.color(group, mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText);
 }
 
-void Drawn_Icon::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State)
+void Drawn_Icon::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state)
 {
-    QSvgRenderer renderer(Icon_Drawing(id_, Text_Color(mode), mode != QIcon::Disabled));
+    QSvgRenderer renderer(Icon_Drawing(Id(state), Text_Color(mode), mode != QIcon::Disabled));
     const int side = std::min(rect.width(), rect.height());
     QRect square(0, 0, side, side);
     square.moveCenter(rect.center());
@@ -68,7 +73,7 @@ void Drawn_Icon::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, Q
 QPixmap Drawn_Icon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state)
 {
     const QString key = QStringLiteral("halvine:%1:%2x%3:%4:%5")
-                            .arg(id_)
+                            .arg(Id(state))
                             .arg(size.width())
                             .arg(size.height())
                             .arg(Text_Color(mode).rgba())
@@ -110,6 +115,11 @@ QIcon Icon(const QString& id)
 QIcon Program_Icon()
 {
     return Icon(QStringLiteral("IDI_HALVINE"));
+}
+
+QIcon Folder_Icon()
+{
+    return QIcon(new Drawn_Icon(QStringLiteral("IDI_FOLDER"), QStringLiteral("IDI_FOLDER_OPEN")));
 }
 
 QStringList Icon_Ids()

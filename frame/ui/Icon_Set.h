@@ -10,6 +10,9 @@ QIcon Icon(const QString& id);
 /// The icon of the program itself.
 QIcon Program_Icon();
 
+/// A folder, which is drawn open in the state On: that of an open row of a tree.
+QIcon Folder_Icon();
+
 /// All ids, sorted.
 QStringList Icon_Ids();
 

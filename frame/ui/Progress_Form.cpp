@@ -1,5 +1,7 @@
 #include "frame/ui/Progress_Form.h"
 
+#include "frame/ui/Form_Frame.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtGui/QFontMetrics>
 #include <QtWidgets/QDialogButtonBox>
@@ -23,7 +25,7 @@ QString Fitting(const QLabel& label, const QString& text)
 
 } // namespace
 
-Progress_Form::Progress_Form(const QString& caption, const QString& text, QWidget* parent)
+Progress_Form::Progress_Form(const Platform* platform, const QString& caption, const QString& text, QWidget* parent)
     : dialog_(new QDialog(parent))
 {
     dialog_->setWindowTitle(caption.isEmpty() ? QStringLiteral("Halvine") : caption);
@@ -45,6 +47,7 @@ Progress_Form::Progress_Form(const QString& caption, const QString& text, QWidge
     column->addWidget(bar_);
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);
+    new Form_Frame(*dialog_, platform, QStringLiteral("Halvine-Message")); // a child of the window
     since_start_.start();
 }
 

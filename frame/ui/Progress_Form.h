@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/ports/User_Dialogs.h"
+#include "frame/ports/Platform.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
@@ -13,7 +13,8 @@ class QProgressBar;
 /// moment, and its size stays whatever the texts are. Escape and a close count as Stop.
 class Progress_Form final : public Progress_Window {
 public:
-    Progress_Form(const QString& caption, const QString& text, QWidget* parent);
+    /// platform    keeps the window's place; may be null
+    Progress_Form(const Platform* platform, const QString& caption, const QString& text, QWidget* parent);
     ~Progress_Form() override;
     void Show(const QString& text, int done, int total) override;
     bool Stop_Requested() override;

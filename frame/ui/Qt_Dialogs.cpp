@@ -2,14 +2,13 @@
 
 #include "frame/text/Path_Utilities.h"
 #include "frame/ui/File_List_Dialog.h"
-#include "frame/ui/Form_Frame.h"
 #include "frame/ui/Message_Response_Form.h"
 #include "frame/ui/Progress_Form.h"
+#include "frame/ui/bkcExplorer_Form.h"
 
 #include <QtGui/QFontDatabase>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPlainTextEdit>
@@ -103,32 +102,6 @@ QMessageBox::StandardButton Escape_Of(Message_Buttons buttons)
     return QMessageBox::Cancel;
 }
 
-QFileDialog::FileMode Mode_Of(Picker_Question::Kind kind)
-{
-    switch (kind) {
-    case Picker_Question::Kind::Save_File: return QFileDialog::AnyFile;
-    case Picker_Question::Kind::Open_File: return QFileDialog::ExistingFile;
-    case Picker_Question::Kind::Open_Files: return QFileDialog::ExistingFiles;
-    case Picker_Question::Kind::Folder: return QFileDialog::Directory;
-    }
-    return QFileDialog::AnyFile;
-}
-
-/// Our own dialog and not the desktop's: whether a file may be overwritten is asked by who saves, and a name may carry a
-/// qualifier ("sea.jpg:80") that no file has.
-void Prepare_Picker(QFileDialog& dialog, const Picker_Question& question)
-{
-    const bool saving = question.kind == Picker_Question::Kind::Save_File;
-    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
-    dialog.setFileMode(Mode_Of(question.kind));
-    dialog.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setOption(QFileDialog::ShowDirsOnly, question.kind == Picker_Question::Kind::Folder);
-    if (!question.folder.isEmpty()) dialog.setDirectory(question.folder);
-    QString patterns = question.pattern;
-    if (!patterns.isEmpty()) dialog.setNameFilter(patterns.replace(u';', u' '));
-    if (!question.name.isEmpty()) dialog.selectFile(question.name);
-}
-
 } // namespace
 
 Message_Answer Qt_Dialogs::Ask(const Message& message)
@@ -160,11 +133,17 @@ std::optional<QString> Qt_Dialogs::Input(const Input_Question& question)
 QStringList Qt_Dialogs::Pick(const Picker_Question& question)
 {
     const Ordinary_Pointer pointer;
-    QFileDialog dialog(QApplication::activeWindow(), question.caption);
-    Prepare_Picker(dialog, question);
-    const Form_Frame frame(dialog, platform_, QStringLiteral("Halvine-bkcExplorer"));
-    if (dialog.exec() != QDialog::Accepted) return {};
-    return dialog.selectedFiles();
+    bkcExplorer_Form picker(platform_, *this, QApplication::activeWindow());
+    open_picker_ = &picker;
+    QString path = question.folder;
+    QString name = question.name;
+    if (!picker.Explorer(int(question.kind), question.caption, path, question.pattern, name)) return {};
+    return {question.kind == Picker_Question::Kind::Folder ? path : With_Trailing_Separator(path) + name};
+}
+
+void Qt_Dialogs::Explorer_Tree_Refresh(const QString& Refresh_FolderName, bool Folder_Added)
+{
+    if (open_picker_) open_picker_->Explorer_Tree_Refresh(Refresh_FolderName, Folder_Added);
 }
 
 void Qt_Dialogs::Show_Text(const QString& caption, const QString& text)
@@ -198,9 +177,10 @@ bool Qt_Dialogs::Confirm_File_List(const QString& caption, const QStringList& fi
     return dialog.exec() == QDialog::Accepted;
 }
 
-std::unique_ptr<Progress_Window> Qt_Dialogs::Open_Progress(const QString& caption, const QString& text)
+std::unique_ptr<Progress_Window> Qt_Dialogs::Operation_Progress_Cancel_Dialog(const QString& caption,
+                                                                              const QString& text)
 {
-    return std::make_unique<Progress_Form>(caption, text, QApplication::activeWindow());
+    return std::make_unique<Progress_Form>(platform_, caption, text, QApplication::activeWindow());
 }
 
 Response_Code Qt_Dialogs::Yes_Yes_To_All_No_Cancel_Dialog(const QString& caption, const QString& prompt)

@@ -33,7 +33,7 @@ Name_List_Form::Name_List_Form(Halvine_Form& catalogue, Look look, const Name_Va
         Grid().Update();
     });
     Status().setText(tr("An entry goes when both of its cells are cleared"));
-    connect(&Add_Button(tr("Done"), "Execute_Command"), &QPushButton::clicked, this, [this] {
+    connect(&Add_Execute_Button(tr("Done")), &QPushButton::clicked, this, [this] {
         if (Finish_Edit()) accept();
     });
     content.Set_Active(1, content.Rows());

@@ -9,6 +9,8 @@
 void New_Name_Delegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const QString name = index.data(Qt::DisplayRole).toString();
+    if (!index.siblingAtColumn(index.column() + 1).data(Qt::DisplayRole).toString().isEmpty())
+        return Paint_Unused(painter, option, index);
     const QString present = index.siblingAtColumn(index.column() - 1).data(Qt::DisplayRole).toString();
     const Changed_Part part = Changed_Part_Of(present, name);
     if (name.isEmpty() || part.length == 0) return Grid_Cell_Delegate::paint(painter, option, index);
@@ -39,4 +41,11 @@ void New_Name_Delegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     text.draw(painter, QPointF(option.rect.left() + margin, option.rect.center().y() - line.height() / 2 + 0.5));
     painter->restore();
     Draw_Lines(*painter, option);
+}
+
+void New_Name_Delegate::Paint_Unused(QPainter* painter, QStyleOptionViewItem cell, const QModelIndex& index) const
+{
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        cell.palette.setColor(group, QPalette::Text, cell.palette.color(QPalette::Disabled, QPalette::Text));
+    Grid_Cell_Delegate::paint(painter, cell, index);
 }

@@ -1,5 +1,7 @@
 #include "rename/ui/Rename_Describe_Form.h"
 
+#include <QtGui/QShortcut>
+
 namespace {
 
 constexpr int Design_Width = 820;
@@ -25,6 +27,7 @@ Rename_Describe_Form::Rename_Describe_Form(Halvine_Form& catalogue, With_Picture
 {
     grid_->setObjectName(QStringLiteral("Rename_bkcGrid"));
     status_->setObjectName(QStringLiteral("Status_Label"));
+    status_->setWordWrap(true); // what it says never makes the window wider
     Formula_Error_Frame_ = Make_Fault_Frame();
     QWidget* middle = grid_;
     if (with_pictures == With_Pictures::Yes) {
@@ -79,7 +82,10 @@ void Rename_Describe_Form::Set_Columns(std::initializer_list<Column> columns)
     content.Set_SelectionMode(1);
     content.Set(Grid_Property::AllowUpdate, 1);
     content.Set(Grid_Property::AllowColumnSizing, 1);
-    content.Set(Grid_Property::TabBehavior, 1);
+    const auto editable =
+        std::count_if(columns.begin(), columns.end(), [](const Column& made) { return made.editable; });
+    content.Set(Grid_Property::TabBehavior, editable > 1 ? 1 : 0);
+    if (editable == 1) grid_->findChild<QLineEdit*>(QStringLiteral("bkcCell_Text"))->installEventFilter(this);
     int number = 0;
     for (const Column& made : columns)
         content.Change_Column(++number, [&](Grid_Column_Record& column) {
@@ -89,6 +95,18 @@ void Rename_Describe_Form::Set_Columns(std::initializer_list<Column> columns)
             column.allow_update = made.editable;
             column.data_type = int(Grid_Data_Type::String);
         });
+}
+
+bool Rename_Describe_Form::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (key == nullptr || !grid_->EditCellActive() || (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter))
+        return Framed_Form::eventFilter(watched, event);
+    if (!Finish_Edit()) return true;
+    Grid_Model& content = grid_->Content();
+    content.Set_Active(content.ActiveColumn(), std::min(content.ActiveRow() + 1, content.Rows()));
+    grid_->CellForceVisible(content.ActiveColumn(), content.ActiveRow());
+    return true;
 }
 
 void Rename_Describe_Form::Set_Row_Count(int count)
@@ -108,9 +126,18 @@ QPushButton& Rename_Describe_Form::Add_Button(const QString& caption, const char
 {
     auto* button = new QPushButton(caption);
     button->setObjectName(QString::fromLatin1(object_name));
-    button->setAutoDefault(false); // Enter belongs to the field that is being typed into
+    button->setAutoDefault(false);
     buttons_->addWidget(button);
     return *button;
+}
+
+QPushButton& Rename_Describe_Form::Add_Execute_Button(const QString& caption)
+{
+    QPushButton& button = Add_Button(caption, "Execute_Command");
+    button.setToolTip(tr("Ctrl+Enter"));
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, &button, &QPushButton::click);
+    return button;
 }
 
 void Rename_Describe_Form::Add_Cancel()

@@ -31,12 +31,15 @@ protected:
         int share; ///< of the width; 0 is hidden
         bool editable;
     };
+    /// With one editable column Enter goes from each row to the next, and Tab out of the rows; with several Tab goes from
+    /// cell to cell.
     void Set_Columns(std::initializer_list<Column> columns);
     void Set_Row_Count(int count);
     void Set_Pictures(const std::vector<int>& indices); ///< of the rows
     QVBoxLayout& Above() { return *above_; }            ///< for controls above the grid
     QLabel& Status() { return *status_; }
-    QPushButton& Add_Button(const QString& caption, const char* object_name);
+    /// Ctrl+Enter presses it too; Enter belongs to the field that is being typed into.
+    QPushButton& Add_Execute_Button(const QString& caption);
     void Add_Cancel();
 
     /// The fault as one line, and the formula with the characters from the fault's position to the end selected. Nothing
@@ -48,8 +51,11 @@ protected:
     Halvine_Form& Catalogue() { return catalogue_; }
     Platform& Ports() { return catalogue_.State().platform; }
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QFrame* Make_Fault_Frame();
+    QPushButton& Add_Button(const QString& caption, const char* object_name);
     Halvine_Form& catalogue_;
     bkcGrid* grid_;
     Picture_Pane* pane_ = nullptr;

@@ -117,23 +117,29 @@ void Rename_Form::Show_Model()
 
 void Rename_Form::Show_Rows()
 {
+    const std::vector<Rename_Preview::Mark> before = std::move(preview_.marks);
     preview_ = Preview_Of(job_.Rows());
-    Grid_Model& content = Grid().Content();
-    for (int row = 1; row <= content.Rows(); ++row) {
-        const Rename_Row& made = job_.Rows()[std::size_t(row) - 1];
-        content.Set_CellValue(New_Name_Column, row, made.new_name);
-        content.Set_CellValue(User_Name_Column, row, made.user_name);
-        const auto color = Color_Of_Mark(preview_.marks[std::size_t(row) - 1]);
-        const int marked = made.user_name.isEmpty() ? New_Name_Column : User_Name_Column;
-        for (const int column : {New_Name_Column, User_Name_Column}) {
-            const auto wanted = column == marked ? color : std::nullopt;
-            if (content.CellBackColor(column, row) == wanted) continue;
-            content.Set_CellBackColor(column, row, wanted);
-            content.Set_CellForeColor(column, row, wanted ? std::optional(Marked_Text) : std::nullopt);
-        }
+    for (std::size_t i = 0; i < job_.Rows().size(); ++i) {
+        Grid().Content().Set_CellValue(New_Name_Column, int(i) + 1, job_.Rows()[i].new_name);
+        const bool was_marked = i < before.size() && before[i] != Rename_Preview::Mark::None;
+        if (was_marked || preview_.marks[i] != Rename_Preview::Mark::None) Show_Mark(i);
     }
     Grid().Update();
-    Status().setText(preview_.Status());
+    const QString hint = preview_.Hint(job_.Inputs());
+    Status().setText(hint.isEmpty() ? preview_.Status() : hint);
+}
+
+/// On the cell whose name counts.
+void Rename_Form::Show_Mark(std::size_t row)
+{
+    Grid_Model& content = Grid().Content();
+    const auto color = Color_Of_Mark(preview_.marks[row]);
+    const int marked = job_.Rows()[row].user_name.isEmpty() ? New_Name_Column : User_Name_Column;
+    for (const int column : {New_Name_Column, User_Name_Column}) {
+        const auto wanted = column == marked ? color : std::nullopt;
+        content.Set_CellBackColor(column, int(row) + 1, wanted);
+        content.Set_CellForeColor(column, int(row) + 1, wanted ? std::optional(Marked_Text) : std::nullopt);
+    }
 }
 
 void Rename_Form::Execute()

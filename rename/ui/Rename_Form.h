@@ -34,6 +34,7 @@ private:
     void Take_Pattern();
     void Show_Model();
     void Show_Rows();
+    void Show_Mark(std::size_t row);
     void Fill_Lists();
     void Execute();
 

@@ -74,7 +74,9 @@ void Rename_Form::Make_Inputs()
     numbers->addWidget(File_Type_Text_);
     Above().addLayout(table);
     Above().addLayout(numbers);
-    Execute_Command_ = &Add_Button(tr("&Rename"), "Execute_Command");
+    // What the window was opened for, "Rename Selected" or "Copy/Rename Selected to Folder": nobody who wants copies is to
+    // wonder whether the originals change their names.
+    Execute_Command_ = &Add_Execute_Button(u'&' + windowTitle().section(QStringLiteral(" - "), -1));
     Add_Cancel();
 }
 
@@ -111,7 +113,9 @@ void Rename_Form::Connect_Inputs()
         Take_Inputs();
     });
     connect(&Grid(), &bkcGrid::CellChange, this, [this](int column, int row) {
-        job_.Set_User_Name(std::size_t(row) - 1, Grid().Content().CellValue(column, row).toString());
+        Grid_Model& content = Grid().Content();
+        job_.Set_User_Name(std::size_t(row) - 1, content.CellValue(column, row).toString());
+        content.Set_CellValue(column, row, job_.Rows()[std::size_t(row) - 1].user_name);
         Show_Model();
     });
     connect(Execute_Command_, &QPushButton::clicked, this, &Rename_Form::Execute);

@@ -22,7 +22,7 @@ Value_Form::Value_Form(Halvine_Form& catalogue, Look look, const std::vector<int
                 cancel = !reason.isEmpty();
                 if (cancel) Ports().dialogs.Refuse(reason);
             });
-    connect(&Add_Button(look.button, "Execute_Command"), &QPushButton::clicked, this, [this] {
+    connect(&Add_Execute_Button(look.button), &QPushButton::clicked, this, [this] {
         if (Finish_Edit()) accept();
     });
     Add_Cancel();

@@ -87,6 +87,52 @@ TEST_F(Commands, A_Pick_From_Found_Files_Moves_The_Pane_To_The_Folder_Of_The_Fir
     EXPECT_EQ(1, form.State().pictures.Count());
 }
 
+TEST_F(Commands, A_Pick_That_Is_Refused_Leaves_The_Pane_On_What_Was_Found)
+{
+    host.all_files = {Make("a.jpg")};
+    host.found = true;
+    QStringList picked_from;
+    commands.Set_Picked_From([&](const QString& from) { picked_from << from; });
+    Item(Pick_New("b.jpg")).Lock_Flags = 0x1000;
+    Run(Menu::File, 101);
+    EXPECT_EQ(1U, platform.dialogs.asked.size()) << "in use";
+    EXPECT_EQ("", host.went_to);
+    EXPECT_EQ(QStringList(), picked_from);
+    Run(Menu::File, 102);
+    EXPECT_EQ(QString::fromStdString(folder.Path()) + "/", host.went_to);
+    EXPECT_EQ(QStringList{host.went_to}, picked_from);
+}
+
+TEST_F(Commands, A_Pick_That_Is_Not_Confirmed_Changes_Nothing)
+{
+    Item(Pick_New("b.jpg")).Description_Modified = true;
+    host.all_files = {Make("a.jpg")};
+    slide_show.open = true;
+    slide_show.may_abandon = false;
+    Run(Menu::File, 101);
+    EXPECT_TRUE(platform.dialogs.asked.empty()) << "the show is to be kept";
+    slide_show.may_abandon = true;
+    Run(Menu::File, 101); // the descriptions are
+    EXPECT_EQ("b.jpg", form.State().pictures.Item(1).File_Name);
+    EXPECT_TRUE(slide_show.open);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Run(Menu::File, 101);
+    EXPECT_EQ("a.jpg", form.State().pictures.Item(1).File_Name);
+    EXPECT_FALSE(slide_show.open) << "its file is forgotten";
+}
+
+TEST_F(Commands, Shift_On_The_Append_Button_Leaves_The_List_And_Waits_Like_A_Command)
+{
+    host.all_files = {Make("a.jpg")};
+    host.list = true;
+    commands.Press_Panel(Pick_Append_Button, 1, 1);
+    EXPECT_FALSE(host.list);
+    EXPECT_EQ(1, form.State().pictures.Count());
+    commands.Set_Handler({Menu::File, 801}, [&] { commands.Press_Panel(Pick_Append_Button, 1, 1); });
+    Run(Menu::File, 801);
+    EXPECT_EQ(1, form.State().pictures.Count());
+}
+
 TEST_F(Commands, The_Pick_Button_Stops_A_Pick_That_Runs)
 {
     host.all_files = {Make("0.jpg")};
@@ -100,15 +146,24 @@ TEST_F(Commands, The_Pick_Button_Stops_A_Pick_That_Runs)
     EXPECT_FALSE(form.Picking().Pick_In_Progress());
 }
 
+TEST_F(Commands, The_Pick_Button_Stops_A_Short_Pick_Too_Though_It_Was_Not_Turned)
+{
+    for (int i = 0; i < 5; ++i) host.all_files << Make(QStringLiteral("%1.jpg").arg(i));
+    Stepping_Clock clock(30);
+    Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
+    Halvine_Form other(slow, &view, &slide_show);
+    Catalogue_Commands others(other, host);
+    platform.events.on_call = [&](int) { others.Press_Panel(Pick_Button, 1, 0); };
+    others.Press_Panel(Pick_Button, 1, 0);
+    EXPECT_EQ(0, view.progress_begun);
+    EXPECT_EQ(1, platform.events.calls);
+    EXPECT_GT(5, other.State().pictures.Count());
+}
+
 TEST_F(Commands, A_Pick_Yields_After_Fifty_Milliseconds_Also_Within_A_Row)
 {
     for (int i = 0; i < 4; ++i) host.all_files << Make(QStringLiteral("%1.jpg").arg(i));
-    class Slow_Clock : public Clock {
-    public:
-        QDateTime Now() const override { return start.addMSecs(30 * calls++); }
-        QDateTime start = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
-        mutable int calls = 0;
-    } clock;
+    Stepping_Clock clock(30);
     Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
     Halvine_Form other(slow, &view, &slide_show);
     Catalogue_Commands(other, host).Run({Menu::File, 101});
@@ -222,13 +277,19 @@ TEST_F(Commands, Both_Flips_Turn_The_Texts_Of_The_Script)
 TEST_F(Commands, Select_None_All_And_Invert)
 {
     for (const char* name : {"a", "b", "c"}) Add(name);
+    const auto shown_once = [&] {
+        return std::exchange(view.all_drawn, 0) == 1 && std::exchange(view.status_updates, 0) == 1;
+    };
     Run(Menu::Select, 102);
-    EXPECT_EQ(3, form.State().selection.Count());
+    EXPECT_EQ((std::vector{1, 2, 3}), form.State().selection.Selected_Indices());
+    EXPECT_TRUE(shown_once());
     Run(Menu::Select, 101);
     EXPECT_EQ(0, form.State().selection.Count());
+    EXPECT_TRUE(shown_once());
     Select({2});
     Run(Menu::Select, 103);
     EXPECT_EQ((std::vector{1, 3}), form.State().selection.Selected_Indices());
+    EXPECT_TRUE(shown_once());
 }
 
 TEST_F(Commands, Discard_Asks_First_And_Shift_On_The_Button_Discards_All)
@@ -274,6 +335,17 @@ TEST_F(Commands, Scripts_Are_Cleared_Copied_And_Pasted)
     EXPECT_TRUE(Item(a).Script_Modified);
     EXPECT_FALSE(Item(c).Script_Items.Is_Empty()); // in use elsewhere
     EXPECT_EQ("1 picture locked by another function.", Last_Message());
+}
+
+TEST_F(Commands, The_Script_That_Is_Copied_Is_That_Of_The_Picture_Selected_First)
+{
+    Add("a.jpg", "Crop(1,2,3,4)"), Add("b.jpg", "Crop(5,6,7,8)"), Add("c.jpg", "Crop(9,9,9,9)");
+    Select({2, 1});
+    Run(Menu::Script, 201);
+    Run(Menu::Script, 203);
+    EXPECT_EQ("Crop(5,6,7,8)", form.Recall_Picture_All_Script_Items(1));
+    EXPECT_EQ("Crop(5,6,7,8)", form.Recall_Picture_All_Script_Items(3));
+    EXPECT_TRUE(Item(3).Script_Modified);
 }
 
 TEST_F(Commands, Erasing_A_Script_That_Was_Not_There_Leaves_The_Record_Clean)

@@ -12,6 +12,11 @@ class Recording_View : public Catalogue_View {
 public:
     int Thumbnails_Per_Row() const override { return columns; }
     int Thumbnail_Rows() const override { return rows; }
+    bool Shows_Thumbnails() const override { return shows_thumbnails; }
+    void Set_Top_Row(int row) override { top_rows << row; }
+    void Clear_Strip() override { ++strips_cleared; }
+    void Update_Scroll_Range() override { ++scroll_updates; }
+    void Repaint_Pick_Progress() override { ++progress_repaints; }
     void Draw_Thumbnail(int index) override { drawn << index; }
     void Draw_All_Thumbnails() override { ++all_drawn; }
     void Set_Thumbnail_Frame(int index, bool selected) override { frames << (selected ? index : -index); }
@@ -23,6 +28,7 @@ public:
     void End_Pick_Progress() override { ++progress_ended; }
     void Refresh_Folder_Tree(const QString& folder) override { refreshed << folder; }
 
+    bool shows_thumbnails = true;
     int columns = 6;
     int rows = 4;
     QList<int> drawn;
@@ -33,6 +39,10 @@ public:
     int current_shown = 0;
     int all_drawn = 0;
     int status_updates = 0;
+    QList<int> top_rows;
+    int strips_cleared = 0;
+    int scroll_updates = 0;
+    int progress_repaints = 0;
     int progress_begun = 0;
     int progress_ended = 0;
 };
@@ -51,6 +61,18 @@ public:
     bool open = false;
     bool modified = false;
     int stopped = 0;
+};
+
+/// A clock on which every look is some milliseconds later than the one before.
+class Stepping_Clock : public Clock {
+public:
+    explicit Stepping_Clock(int step) : step_(step) {}
+    QDateTime Now() const override { return start_.addMSecs(qint64(step_) * looks_++); }
+
+private:
+    QDateTime start_ = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
+    int step_;
+    mutable int looks_ = 0;
 };
 
 /// A main window without files: records are put in as a pick would.

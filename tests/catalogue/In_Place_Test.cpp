@@ -199,7 +199,7 @@ TEST_F(In_Place, No_Lets_The_User_Name_A_Copy_And_Keeps_The_Original)
     EXPECT_EQ(question, platform.dialogs.asked[0].text);
     ASSERT_EQ(1U, platform.dialogs.pick_asked.size());
     EXPECT_EQ("Halvine - Save As", platform.dialogs.pick_asked[0].caption);
-    EXPECT_EQ("deep.tif", platform.dialogs.pick_asked[0].name);
+    EXPECT_EQ("deep-.tif", platform.dialogs.pick_asked[0].name);
     EXPECT_TRUE(Original_Is_Untouched());
     EXPECT_EQ(80, form.Return_Picture_Horz_Pixels(form.Return_Picture_Key(Path("copy.tif"), false)));
 }

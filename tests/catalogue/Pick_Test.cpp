@@ -36,6 +36,15 @@ TEST_F(Picking, Reads_Sizes_Texts_And_Leaves_The_Record_Unmodified)
     EXPECT_EQ("a.jpg", form.Return_Picture_File_Name(key));
 }
 
+TEST_F(Picking, Reads_The_Resolutions_That_The_File_Tells)
+{
+    const auto bytes = Jpeg_File(Meadow(160, 96, 1), {.dpi = 240});
+    Put_File(File("a.jpg"), std::string(bytes.begin(), bytes.end()));
+    const int key = Pick(Path("a.jpg"));
+    EXPECT_EQ(240, form.Return_Picture_Horz_Resolution(key));
+    EXPECT_EQ(240, form.Return_Picture_Vert_Resolution(key));
+}
+
 TEST_F(Picking, Three_Files_With_Six_Columns_Show_No_Progress_Frame_And_Six_Do)
 {
     Pick_List(Make_Many(3));
@@ -97,6 +106,101 @@ TEST_F(Picking, Yields_At_Each_Full_Row_And_Nowhere_Else)
     EXPECT_EQ(2, platform.events.calls);
 }
 
+TEST_F(Picking, The_Scroll_Range_Grows_With_Each_Row_That_Begins_Below_A_Full_View)
+{
+    Pick_List(Make_Many(24)); // just full
+    EXPECT_EQ(0, view.progress_repaints);
+    EXPECT_EQ(1, view.scroll_updates) << "at the end";
+    Pick_List(Make_Many(32)); // rows begin with the 25th and the 31st
+    EXPECT_EQ(2, view.progress_repaints);
+    EXPECT_EQ(1 + 3, view.scroll_updates);
+}
+
+TEST_F(Picking, Afresh_Begins_At_The_Top_Of_A_Clear_Strip_And_An_Append_Where_It_Is)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_Key_Selected(key, true);
+    form.Pictures().Set_Current_Picture(1);
+    view.top_rows.clear();
+    view.strips_cleared = 0;
+    slide_show.stopped = 0;
+    Pick_List({Path("a.jpg")}, true);
+    EXPECT_EQ(QList<int>(), view.top_rows);
+    EXPECT_EQ(0, view.strips_cleared);
+    EXPECT_EQ(0, form.State().current_picture_key) << "there is none while files are read, nor after it";
+    EXPECT_FALSE(form.State().Current_Picture_Bitmap);
+    EXPECT_EQ((QList<int>{1, 2}), view.drawn);
+    Pick_List({Path("a.jpg")});
+    EXPECT_EQ(QList<int>{0}, view.top_rows);
+    EXPECT_EQ(1, view.strips_cleared);
+    EXPECT_EQ(1, form.State().pictures.Count());
+    EXPECT_EQ(0, form.State().selection.Count());
+    EXPECT_EQ(3, form.State().pictures.Item(1).Picture_Key) << "no key comes again";
+    EXPECT_EQ(2, slide_show.stopped);
+    EXPECT_EQ(0, platform.shell.busy_depth);
+}
+
+TEST_F(Picking, The_Pointer_Is_Busy_While_Files_Are_Read)
+{
+    platform.events.on_call = [&](int) { EXPECT_EQ(1, platform.shell.busy_depth); };
+    Pick_List(Make_Many(6));
+    EXPECT_EQ(1, platform.events.calls);
+    EXPECT_EQ(0, platform.shell.busy_depth);
+}
+
+TEST_F(Picking, Nothing_Is_Listed_Without_A_Yes)
+{
+    platform.dialogs.answers = {Message_Answer::No};
+    Pick_List({Path("missing.jpg")});
+    EXPECT_EQ(1U, platform.dialogs.asked.size());
+    EXPECT_EQ(Message_Buttons::Yes_No_Cancel, platform.dialogs.asked[0].buttons);
+    EXPECT_EQ(Message_Answer::No, platform.dialogs.asked[0].standard);
+    EXPECT_TRUE(platform.dialogs.lists_shown.empty());
+}
+
+TEST_F(Picking, Yields_Behind_A_File_When_The_Last_Time_Is_Fifty_Milliseconds_Ago)
+{
+    Stepping_Clock clock(30);
+    Platform slow{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
+    view.shows_thumbnails = false; // headers are there as soon as they are waited for
+    Halvine_Form other(slow, &view, &slide_show);
+    std::vector<File_Entry> entries;
+    for (const QString& path : Make_Many(5)) entries.push_back(Entry_Of_File(path));
+    other.Pick_Files(entries, false, false);
+    EXPECT_EQ(5, other.State().pictures.Count());
+    EXPECT_EQ(2, platform.events.calls) << "behind the second and the fourth file";
+}
+
+TEST_F(Picking, Without_A_View_That_Shows_Them_Thumbnails_Are_Not_Decoded)
+{
+    view.shows_thumbnails = false;
+    const QString path = Make("a.jpg", 160, 96, 1, "Crop(1,2,3,4)");
+    const auto decoded = Count_Of_Decoded_Pictures_CPP();
+    const int key = Pick(path);
+    form.Rotate_Picture(key, 90);
+    form.Pictures().Reload_Picture_Thumbnail(1, true);
+    EXPECT_FALSE(Item(key).Thumbnail_Bitmap);
+    EXPECT_EQ(decoded, Count_Of_Decoded_Pictures_CPP());
+    EXPECT_EQ(160, Item(key).Horz_Pixels);
+    EXPECT_EQ(1, Item(key).Script_Items.Count());
+}
+
+TEST_F(Picking, A_Script_That_Cannot_Be_Read_Is_A_Fault_Of_The_Record_And_Not_Of_The_Picture)
+{
+    const std::string name = "Halvine script";
+    std::vector<std::uint8_t> half(name.begin(), name.end());
+    half.insert(half.end(), {0, 1, 2, 'C'}); // the first part of two
+    const auto bytes = Jpeg_File(Meadow(160, 96, 1), {.segments = {{0xEA, half}}});
+    Put_File(File("half.jpg"), std::string(bytes.begin(), bytes.end()));
+    const int key = Pick(Path("half.jpg"));
+    ASSERT_NE(0, key);
+    EXPECT_TRUE(Item(key).Thumbnail_Bitmap);
+    EXPECT_TRUE(Item(key).Script_Items.Is_Empty());
+    EXPECT_FALSE(Item(key).Script_Modified);
+    EXPECT_TRUE(Item(key).Script_Fault.contains("incomplete script")) << Item(key).Script_Fault.toStdString();
+    EXPECT_EQ("", Item(Pick_New("whole.jpg")).Script_Fault);
+}
+
 TEST_F(Picking, A_Long_Run_Of_Unreadable_Files_Can_Be_Stopped)
 {
     QStringList paths;
@@ -106,19 +210,11 @@ TEST_F(Picking, A_Long_Run_Of_Unreadable_Files_Can_Be_Stopped)
     EXPECT_EQ(1, platform.events.calls);
 }
 
-/// A clock on which every look is a second later.
-class Hasty_Clock : public Clock {
-public:
-    QDateTime Now() const override { return start.addSecs(calls++); }
-    QDateTime start = QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26));
-    mutable int calls = 0;
-};
-
 TEST_F(Picking, Stop_Is_Obeyed_While_A_File_Is_Still_Being_Read)
 {
     const auto slow = Jpeg_File(Meadow(2400, 1600, 1), {.progressive = true});
     Put_File(File("slow.jpg"), std::string(slow.begin(), slow.end()));
-    Hasty_Clock clock;
+    Stepping_Clock clock(1000);
     Platform hasty{platform.dialogs, platform.events, clock, platform.settings, platform.shell, {}};
     Halvine_Form other(hasty, &view, &slide_show);
     platform.events.on_call = [&](int) { other.Picking().Request_Stop(); };

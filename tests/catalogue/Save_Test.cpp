@@ -294,14 +294,16 @@ TEST_F(Saving, Method_4_Names_The_Copy_By_The_Suffix_And_Asks_Before_Overwriting
     EXPECT_EQ(Path("a-re.jpg") + " already exists, do you wish to overwrite?", Last_Message());
 }
 
-TEST_F(Saving, Method_5_Splits_The_Qualifier_Off_The_Picked_Name)
+TEST_F(Saving, Method_5_Proposes_The_Name_Of_A_Copy_And_Splits_The_Qualifier_Off)
 {
     const int key = Pick_New("a.jpg");
     const Owned_Bitmap bitmap = Drawn_Bitmap(80, 50, 9);
     platform.dialogs.picks = {{Path("b.jpg:TIF")}};
-    EXPECT_TRUE(form.Save_Picture(5, key, bitmap.Get(), {}, Clear_Nothing));
+    EXPECT_TRUE(form.Save_Picture(5, key, bitmap.Get(), "re", Clear_Nothing));
     EXPECT_EQ(2, File_Type_From_Signature(Path("b.jpg")));
     EXPECT_EQ("Halvine - Save As", platform.dialogs.pick_asked[0].caption);
+    EXPECT_EQ("a-re.jpg", platform.dialogs.pick_asked[0].name) << "the name that an automatic copy gets";
+    EXPECT_EQ(form.State().Default_Extensions, platform.dialogs.pick_asked[0].pattern);
     EXPECT_FALSE(form.Save_Picture(5, key, bitmap.Get(), {}, Clear_Nothing)) << "cancelled";
 }
 

@@ -36,6 +36,18 @@ TEST_F(Budget, Gives_Up_What_Was_Not_On_View_For_The_Longest_Time)
     EXPECT_TRUE(form.State().pictures.Item(Count).Thumbnail_Bitmap);
 }
 
+TEST_F(Budget, Keeps_No_More_Than_The_Library_Has_Handles_For_However_Small_They_Are)
+{
+    for (int i = 0; i < Thumbnail_Budget::Most_Kept + 2; ++i) {
+        Item(Add(QString::number(i))).Thumbnail_Bitmap.Reset(Count_Bitmap(Create_Empty_Bitmap_CPP(1, 1, 3, 8)));
+    }
+    Thumbnail_Budget budget(form.State(), form.Pictures());
+    for (int index = 1; index <= form.State().pictures.Count(); ++index) budget.Note(index); // keys begin at 1
+    EXPECT_EQ(Thumbnail_Budget::Most_Kept, budget.Kept());
+    EXPECT_FALSE(Item(2).Thumbnail_Bitmap);
+    EXPECT_TRUE(Item(3).Thumbnail_Bitmap);
+}
+
 TEST_F(Budget, What_Comes_On_View_Again_Is_Kept_Longer)
 {
     Pick_Many();

@@ -62,6 +62,13 @@ TEST_F(Script_Deletion, Steps_Through_The_Pictures_With_Their_Items)
     EXPECT_FALSE(model.Step(1));
 }
 
+TEST_F(Script_Deletion, A_Name_With_A_Percent_Sign_Stands_In_The_Caption_As_It_Is)
+{
+    const int odd[] = {Add("100%2 sea %3.jpg", "Crop(5,6,7,8)")};
+    EXPECT_EQ("Halvine - Script Items For 100%2 sea %3.jpg (1 of 1)",
+              Script_Item_Deletion(form.State(), odd).Caption());
+}
+
 TEST_F(Script_Deletion, Deletes_Marked_Items_Of_One_Picture)
 {
     model.Mark(1, true);

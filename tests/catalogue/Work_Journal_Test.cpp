@@ -1,3 +1,4 @@
+#include "catalogue/Catalogue_Commands.h"
 #include "catalogue/Kept_Work_Offer.h"
 #include "catalogue/Work_Journal.h"
 #include "tests/catalogue/Picture_Fixture.h"
@@ -36,6 +37,15 @@ protected:
         Offer_Kept_Work(next.form, *next.journal, Folder());
     }
     QString Folder() const { return QString::fromStdString(state.Path()); }
+    /// A rotation, a flip, a slide time and a description.
+    void Change(int key, int flip)
+    {
+        form.Rotate_Picture(key, 90);
+        Item(key).Flip = flip;
+        Item(key).Interval_In_Seconds = 2.5F;
+        Item(key).Description = "sea";
+        Item(key).Description_Modified = true;
+    }
 
     struct Next_Run {
         Scripted_Platform platform;
@@ -71,11 +81,7 @@ TEST_F(Keeping_Work, Holds_The_Picks_And_Every_Kind_Of_Change)
 {
     const int key = Pick_New("a.jpg");
     Pick_New("b.jpg");
-    form.Rotate_Picture(key, 90);
-    Item(key).Flip = Flip_Left_To_Right;
-    Item(key).Interval_In_Seconds = 2.5F;
-    Item(key).Description = "sea";
-    Item(key).Description_Modified = true;
+    Change(key, Flip_Left_To_Right);
     form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
     EXPECT_TRUE(journal->Write_Changes());
     const Kept_Work work = Kept();
@@ -87,6 +93,35 @@ TEST_F(Keeping_Work, Holds_The_Picks_And_Every_Kind_Of_Change)
     EXPECT_EQ("sea", work.pictures[0].description);
     EXPECT_EQ(form.Recall_Picture_All_Script_Items(key), work.pictures[0].script);
     EXPECT_FALSE(work.pictures[1].Has_Changes());
+}
+
+TEST_F(Keeping_Work, Sees_Each_Kind_Of_Change_By_Itself)
+{
+    const int key = Pick_New("a.jpg");
+    const std::pair<const char*, std::function<void(Picture_Item&)>> kinds[] = {
+        {"rotation", [](Picture_Item& item) { item.Rotate = 90; }},
+        {"flip", [](Picture_Item& item) { item.Flip = 1; }},
+        {"slide time", [](Picture_Item& item) { item.Interval_In_Seconds = 1; }},
+        {"script", [](Picture_Item& item) { item.Script_Modified = true; }},
+        {"its text", [](Picture_Item& item) { Parse_Script_Items("Crop(1,2,3,4)", item.Script_Items); }},
+        {"script saved", [](Picture_Item& item) { item.Script_Modified = false; }},
+        {"description", [](Picture_Item& item) { item.Description_Modified = true; }},
+        {"its words", [](Picture_Item& item) { item.Description = "sea"; }},
+        {"description saved", [](Picture_Item& item) { item.Description_Modified = false; }},
+        {"inode", [](Picture_Item& item) { ++item.Identity.inode; }},
+        {"size", [](Picture_Item& item) { ++item.Identity.size; }},
+        {"time", [](Picture_Item& item) { ++item.Identity.modified_nanoseconds; }},
+        {"folder", [](Picture_Item& item) { item.Path.chop(1), item.Path += '!'; }},
+        {"name", [](Picture_Item& item) { item.File_Name = "b.jpg"; }},
+        {"path cut elsewhere", [](Picture_Item& item) { item.Path += item.File_Name, item.File_Name = "/c.jpg"; }},
+    };
+    journal->Write_Changes();
+    for (const auto& [name, change] : kinds) {
+        const auto before = Contents_Of(Journals()[0]).size();
+        change(Item(key));
+        journal->Write_Changes();
+        EXPECT_GT(Contents_Of(Journals()[0]).size(), before) << name;
+    }
 }
 
 TEST_F(Keeping_Work, Is_Flushed_To_The_Disk)
@@ -110,6 +145,117 @@ TEST_F(Keeping_Work, Only_What_Changed_Is_Added)
     journal->Write_Changes();
     const std::string added = Contents_Of(Journals()[0]).substr(before.size());
     EXPECT_EQ(1, std::count(added.begin(), added.end(), '\n'));
+}
+
+/// Long commands, during which no timer fires.
+class Keeping_Work_In_Commands : public Keeping_Work {
+protected:
+    Keeping_Work_In_Commands() { form.Set_Work_Keeper(&*journal); }
+    ~Keeping_Work_In_Commands() override { form.Set_Work_Keeper(nullptr); }
+    void Pass(int milliseconds) { platform.clock.now = platform.clock.now.addMSecs(milliseconds); }
+    int Turned() const
+    {
+        const Kept_Work work = Kept();
+        return int(std::count_if(work.pictures.begin(), work.pictures.end(),
+                                 [](const Kept_Picture& one) { return one.rotate != 0; }));
+    }
+    /// Looks at what stands on the disk in the middle of a step that cannot be interrupted.
+    struct Looking_View : Recording_View {
+        void Show_Current_Picture() override
+        {
+            if (look) look();
+        }
+        std::function<void()> look;
+    };
+    Window_Host host;
+    Catalogue_Commands commands{form, host};
+};
+
+TEST_F(Keeping_Work_In_Commands, Between_Two_Pictures_Twice_A_Second)
+{
+    std::vector<int> keys;
+    for (int i = 0; i < 4; ++i) keys.push_back(Pick_New(QString("%1.jpg").arg(i)));
+    journal->Write_Changes();
+    form.Rotate_Picture(keys[0], 90);
+    EXPECT_EQ(0, Turned()) << "it was written a moment ago";
+    Pass(400);
+    form.Rotate_Picture(keys[1], 90);
+    EXPECT_EQ(0, Turned());
+    Pass(100);
+    form.Rotate_Picture(keys[2], 90);
+    EXPECT_EQ(3, Turned());
+    Pass(-3'600'000);
+    form.Rotate_Picture(keys[3], 90);
+    EXPECT_EQ(4, Turned()) << "a clock that was set back does not hold it up";
+}
+
+TEST_F(Keeping_Work_In_Commands, Scripts_That_Are_Set_One_After_Another)
+{
+    const int first = Pick_New("a.jpg");
+    journal->Write_Changes();
+    Pass(500);
+    form.Set_Picture_All_Script_Items(first, "Crop(1,2,3,4)");
+    EXPECT_TRUE(Kept().pictures.at(0).script);
+}
+
+TEST_F(Keeping_Work_In_Commands, A_Deletion_Of_Many_Files)
+{
+    for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) form.Set_Picture_Key_Selected(Pick_New(name), true);
+    journal->Write_Changes();
+    std::vector<std::size_t> listed;
+    platform.shell.on_trash = [&] {
+        listed.push_back(Kept().pictures.size());
+        Pass(500);
+    };
+    platform.dialogs.responses = {Response_Code::Yes};
+    commands.Run({Menu::File, 204});
+    EXPECT_EQ((std::vector<std::size_t>{3, 2, 1}), listed);
+}
+
+TEST_F(Keeping_Work_In_Commands, What_Was_Done_Before_A_Command_Is_Safe_When_It_Begins)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_Key_Selected(key, true);
+    journal->Write_Changes();
+    Item(key).Rotate = 90;
+    std::optional<int> turned;
+    commands.Run_Unlisted([&] { turned = Turned(); });
+    EXPECT_EQ(1, turned);
+}
+
+TEST_F(Keeping_Work_In_Commands, A_Turn_Or_Script_Is_Safe_Before_The_Picture_Is_Shown_With_It)
+{
+    Looking_View looking;
+    form.Set_View(&looking);
+    const int key = Pick_New("a.jpg");
+    form.Pictures().Set_Current_Picture(1);
+    journal->Write_Changes();
+    std::optional<Kept_Picture> kept;
+    looking.look = [&] { kept = Kept().pictures.at(0); };
+    form.Rotate_Picture(key, 90);
+    EXPECT_EQ(90, kept->rotate);
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
+    EXPECT_TRUE(kept->script);
+    form.Set_Picture_Key_Selected(key, true);
+    commands.Run({Menu::Script, 101}); // erases
+    EXPECT_EQ("", kept->script);
+    looking.look = nullptr;
+    form.Set_View(&view);
+}
+
+TEST_F(Keeping_Work_In_Commands, A_Full_Disk_Is_Told_Afterwards)
+{
+    const int key = Pick_New("a.jpg");
+    journal->Write_Changes();
+    Pass(500);
+    Failing_Calls::Refuse_Once("write", ENOSPC);
+    form.Rotate_Picture(key, 90);
+    EXPECT_TRUE(platform.dialogs.asked.empty()) << "no question in the middle of a command";
+    Failing_Calls::Refuse_Once("write", ENOSPC);
+    EXPECT_FALSE(journal->Write_Changes());
+    EXPECT_EQ(1U, platform.dialogs.asked.size());
+    EXPECT_TRUE(journal->Write_Changes());
+    EXPECT_EQ(1, Turned());
 }
 
 TEST_F(Keeping_Work, What_Was_Saved_Or_Discarded_Is_Kept_No_Longer)
@@ -170,11 +316,7 @@ TEST_F(Keeping_Work, The_Next_Start_Offers_It_And_Gives_It_Back)
 {
     const int key = Pick(Make("a.jpg", 160, 96, 1, {}, "old"));
     Pick_New("b.jpg");
-    form.Rotate_Picture(key, 90);
-    Item(key).Flip = Flip_Top_To_Bottom;
-    Item(key).Interval_In_Seconds = 2.5F;
-    Item(key).Description = "sea";
-    Item(key).Description_Modified = true;
+    Change(key, Flip_Top_To_Bottom);
     form.Set_Picture_All_Script_Items(2, "Crop(1,2,3,4)");
     journal->Write_Changes();
     Start_Again(Message_Answer::Yes);

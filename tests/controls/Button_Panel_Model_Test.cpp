@@ -1,10 +1,9 @@
 #include "controls/Button_Panel_Model.h"
+#include "tests/controls/Click.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-constexpr int Left = 1, Right = 2, Shift = 1, Control = 2;
 
 Button_Panel_Model Panel(int mode, int count = 5)
 {
@@ -14,15 +13,10 @@ Button_Panel_Model Panel(int mode, int count = 5)
     return panel;
 }
 
-struct Press {
-    int id;
-    int shift = 0;
-    int button = Left;
-};
 struct Mode_Case {
     const char* name;
     int mode;
-    std::vector<Press> presses;
+    std::vector<Click> presses;
     std::vector<int> down;
 };
 class Panel_Modes : public testing::TestWithParam<Mode_Case> {};
@@ -30,6 +24,7 @@ class Panel_Modes : public testing::TestWithParam<Mode_Case> {};
 INSTANTIATE_TEST_SUITE_P(
     All, Panel_Modes,
     testing::Values(Mode_Case{"mode_0_keeps_no_state", 0, {{1}, {2}}, {}},
+                    Mode_Case{"mode_1_turns_over", 1, {{1}, {3}, {1}}, {3}},
                     Mode_Case{"mode_2_a_second_click_releases", 2, {{1}, {3}, {3}}, {}},
                     Mode_Case{"mode_3_is_one_of_many", 3, {{1}, {3}, {3}}, {3}},
                     Mode_Case{"mode_5_changes_no_other_button", 5, {{1}, {3}, {4}, {3}}, {1, 4}},
@@ -46,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(Panel_Modes, Decide_What_Is_Down)
 {
     auto panel = Panel(GetParam().mode);
-    for (const auto& press : GetParam().presses) panel.Press(press.button, press.shift, press.id);
+    for (const auto& press : GetParam().presses) panel.Press(press.button, press.shift, press.target);
     EXPECT_EQ(GetParam().down, panel.Get_Selected_ID_List());
 }
 
@@ -58,6 +53,33 @@ TEST(Button_Panel_Model, The_Anchor_Is_The_Single_Button_That_Is_Down)
     EXPECT_EQ(2, panel.Anchor());
     panel.Press(Left, Control, 3);
     EXPECT_EQ(0, panel.Anchor());
+}
+
+TEST(Button_Panel_Model, Starts_With_The_Usual_Sizes)
+{
+    const Button_Panel_Model panel;
+    const auto& p = panel.Properties;
+    EXPECT_EQ((std::vector<int>{25, 25, 20, 20}),
+              (std::vector<int>{p.ButtonWidth, p.ButtonHeight, p.ButtonPictureWidth, p.ButtonPictureHeight}));
+    EXPECT_EQ((std::vector<int>{1, 1, 2, 2, 1, 1}),
+              (std::vector<int>{p.HorizontalSpacing, p.VerticalSpacing, p.HorizontalSpacerWidth, p.VerticalSpacerHeight,
+                                p.HorizontalOffset, p.VerticalOffset}));
+    EXPECT_EQ((std::vector<bool>(5, false)), (std::vector<bool>{p.CenterButtonsHorizontal, p.CenterButtonsVertical,
+                                                                p.AllowRearrange, p.StretchPictures, p.CropPictures}));
+    EXPECT_EQ((std::vector<int>{0, 0, 0, 0}),
+              (std::vector<int>{panel.DisplayStyle(), p.BorderStyle, int(panel.ButtonMode()), panel.ScrollState()}));
+    EXPECT_EQ(255U, p.ButtonDropColor) << "red";
+    EXPECT_EQ("", p.FrameCaption.toStdString());
+}
+
+TEST(Button_Panel_Model, In_Mode_4_Each_Group_Between_Spacers_Is_One_Of_Many)
+{
+    auto panel = Panel(4, 2);
+    panel.Add_Spacer();
+    for (const int id : {3, 4}) panel.Add_Button(id, QString());
+    for (const int id : {1, 3, 4, 2}) panel.Press(Left, 0, id);
+    EXPECT_EQ((std::vector<int>{2, 4}), panel.Get_Selected_ID_List());
+    EXPECT_EQ(2, panel.Get_Selected_Button_ID()) << "the first of them";
 }
 
 TEST(Button_Panel_Model, The_Flat_Style_Forces_The_Stateless_Mode)

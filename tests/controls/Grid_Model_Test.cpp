@@ -1,65 +1,8 @@
-#include "controls/Grid_Model.h"
+#include "tests/controls/Grid_Fixture.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-
-Grid_Model Numbered(int rows)
-{
-    Grid_Model grid;
-    QVariantList data;
-    for (int row = 1; row <= rows; ++row) data.append(QVariant(QVariantList{row, QStringLiteral("row %1").arg(row)}));
-    grid.Set_GridData(data);
-    return grid;
-}
-
-TEST(Grid_Properties, Start_At_Their_Stored_Defaults)
-{
-    const auto store = Grid_Model().Write_Properties();
-    EXPECT_EQ(Grid_Property_Count, store.size());
-    EXPECT_EQ(2, store["Rows"].toInt());
-    EXPECT_EQ(2, store["Columns"].toInt());
-    EXPECT_EQ(QVariant(true), store["ColumnHeadings"]);
-    EXPECT_EQ(0x80000010U, store["HorzLinesColor"].toUInt());
-    EXPECT_EQ(0x80000005U, store["BackColor"].toUInt());
-    EXPECT_EQ(0x80000008U, store["ForeColor"].toUInt());
-    EXPECT_EQ(0x8000000FU, store["PanelColor"].toUInt());
-    EXPECT_EQ(1, store["SelectionMode"].toInt());
-    EXPECT_EQ(QVariant(false), store["AllowExpression"]);
-    EXPECT_EQ(QVariant(true), store["AllowCellRowSelect"]);
-    EXPECT_EQ(75, store["ColumnInitialWidth"].toInt());
-    EXPECT_EQ(18, store["RowInitialHeight"].toInt());
-    EXPECT_EQ(QVariant(false), store["AutoPaint"]);
-}
-
-TEST(Grid_Properties, Reading_What_Was_Written_Gives_The_Same)
-{
-    Grid_Model grid;
-    for (int i = 0; i < Grid_Property_Count; ++i) grid.Set(Grid_Property(i), i % 2 + 1);
-    Grid_Model other;
-    other.Read_Properties(grid.Write_Properties());
-    EXPECT_EQ(grid.Write_Properties(), other.Write_Properties());
-    EXPECT_EQ(grid.Rows(), other.Rows());
-}
-
-TEST(Grid_Properties, A_Selection_Mode_Of_Seven_Keeps_The_Old_Mode)
-{
-    Grid_Model grid;
-    grid.Set_SelectionMode(2);
-    grid.Set_SelectionMode(7);
-    grid.Set_SelectionMode(-1);
-    EXPECT_EQ(2, grid.SelectionMode());
-}
-
-TEST(Grid_Properties, Damaged_Values_Give_The_Defaults)
-{
-    Grid_Model grid;
-    grid.Read_Properties({{"Rows", "many"}, {"Columns", -4}, {"SelectionMode", 9}, {"AutoPaint", "perhaps"}});
-    EXPECT_EQ(2, grid.Rows());
-    EXPECT_EQ(2, grid.Columns());
-    EXPECT_EQ(1, grid.SelectionMode());
-    EXPECT_FALSE(grid.AutoPaint());
-}
 
 TEST(Grid_Rows, Resizing_Keeps_What_Fits)
 {
@@ -104,29 +47,6 @@ TEST(Grid_Rows, A_Copied_Row_Takes_Values_Alone)
     grid.RowCopy(1, 99);
     EXPECT_EQ(QVariant(1), grid.CellValue(1, 2));
     EXPECT_EQ(std::nullopt, grid.CellBackColor(1, 2));
-}
-
-TEST(Grid_Columns, Inserting_And_Deleting_Moves_Cells_And_Keys)
-{
-    auto grid = Numbered(2);
-    grid.SortColumn(2, 1);
-    grid.InsertColumns(1, 2);
-    EXPECT_EQ(4, grid.Columns());
-    EXPECT_EQ(QVariant(1), grid.CellValue(3, 1));
-    EXPECT_EQ(std::vector<int>{4}, grid.Sort_Keys());
-    grid.DeleteColumns(2, 99);
-    EXPECT_EQ(1, grid.Columns());
-    EXPECT_TRUE(grid.Sort_Keys().empty());
-}
-
-TEST(Grid_Columns, Proportional_Columns_Share_What_Is_Left_To_The_Last_Pixel)
-{
-    Grid_Model grid;
-    grid.Set_Columns(3);
-    grid.Change_Column(2, [](auto& column) { column.width_proportional = 1; });
-    grid.Change_Column(3, [](auto& column) { column.width_proportional = 2; });
-    EXPECT_EQ((std::vector<int>{75, 33, 67}), grid.Column_Widths(175));
-    EXPECT_EQ((std::vector<int>{75, 75, 75}), grid.Column_Widths(10)) << "nothing is left";
 }
 
 TEST(Grid_Cells, Text_Is_The_Value_In_The_Format_Of_Its_Type)
@@ -393,15 +313,6 @@ TEST(Grid_Cells, A_Columns_Own_Format_Goes_Before_The_Usual_One)
     grid.Change_Column(1, [](auto& column) { column.format[0] = "0.0"; });
     grid.Set_CellValue(1, 1, 1234);
     EXPECT_EQ("1234.0", grid.CellText(1, 1).toStdString());
-}
-
-TEST(Grid_Cells, Columns_Take_The_Grids_Text_Align_When_They_Are_Made)
-{
-    Grid_Model grid;
-    grid.Set(Grid_Property::TextAlign, int(Grid_Text_Align::Center));
-    grid.Set_Columns(3);
-    EXPECT_EQ(Grid_Text_Align::Center, grid.CellAlign(3, 1));
-    EXPECT_EQ(Grid_Text_Align::Left, grid.CellAlign(1, 1));
 }
 
 TEST(Grid_Cells, A_Locked_Cell_Cannot_Be_Edited)

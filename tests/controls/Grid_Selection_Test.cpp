@@ -1,16 +1,10 @@
 #include "controls/Grid_Model.h"
+#include "tests/controls/Click.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr int Left = 1, Right = 2, Shift = 1, Control = 2;
-
-struct Click {
-    int row;
-    int shift = 0;
-    int button = Left;
-};
 struct Selection_Case {
     const char* name;
     int mode;
@@ -43,7 +37,7 @@ TEST_P(Grid_Selection, Follows_The_Clicks)
     Grid_Model grid;
     grid.Set_Rows(5);
     grid.Set_SelectionMode(GetParam().mode);
-    for (const auto& click : GetParam().clicks) grid.SelectRowClick(click.button, click.shift, click.row);
+    for (const auto& click : GetParam().clicks) grid.SelectRowClick(click.button, click.shift, click.target);
     EXPECT_EQ(GetParam().selected, grid.SelectedRowsReturn());
     EXPECT_EQ(int(GetParam().selected.size()), grid.SelectedRowsCount());
 }

@@ -3,8 +3,28 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <vector>
 
 namespace {
+
+TEST(Scroll_Bar_Model, Runs_From_0_To_100_At_First)
+{
+    const Scroll_Bar_Model bar;
+    EXPECT_EQ((std::vector<int>{0, 0, 100, 1, 10}),
+              (std::vector<int>{bar.Value(), bar.Min(), bar.Max(), bar.SmallChange(), bar.LargeChange()}));
+    EXPECT_EQ((std::vector<int>{0, 1, 4, 0, 0}), (std::vector<int>{bar.TickStyle, bar.TickFrequency, bar.TickSize,
+                                                                   bar.SliderPointerSize, bar.ScrollBarStyle}));
+    EXPECT_FALSE(bar.AcceptDragScrolling);
+}
+
+TEST(Scroll_Bar_Model, Steps_Are_At_Least_One)
+{
+    Scroll_Bar_Model bar;
+    bar.Set_SmallChange(0);
+    bar.Set_LargeChange(-5);
+    EXPECT_EQ(1, bar.SmallChange());
+    EXPECT_EQ(1, bar.LargeChange());
+}
 
 TEST(Scroll_Bar_Model, Keeps_The_Value_Between_Its_Ends)
 {

@@ -22,6 +22,29 @@ TEST(Split_Model, Puts_The_Splitter_At_Ratio_Times_The_Usable_Length)
     EXPECT_EQ((Split_Rectangle{39, 20, 75, 50}), split.Layout().second);
 }
 
+TEST(Split_Model, Stands_In_The_Middle_At_First_And_May_Go_Everywhere)
+{
+    const Split_Model split;
+    EXPECT_EQ(Split_Orientation::Horizontal, split.Orientation());
+    EXPECT_DOUBLE_EQ(0.5, split.SplitRatio());
+    EXPECT_DOUBLE_EQ(0, split.MinSplitRatio());
+    EXPECT_DOUBLE_EQ(1, split.MaxSplitRatio());
+    EXPECT_EQ(5, split.SplitterWidth());
+    EXPECT_TRUE(split.ResizeToAxisLT && split.ResizeToAxisRB && split.ResizeSplitterAxis);
+}
+
+TEST(Split_Model, A_Limit_Beyond_The_Other_Takes_It_Along)
+{
+    Split_Model split;
+    split.Set_MaxSplitRatio(0.4);
+    EXPECT_DOUBLE_EQ(0.4, split.SplitRatio());
+    split.Set_MinSplitRatio(0.7);
+    EXPECT_DOUBLE_EQ(0.7, split.MaxSplitRatio());
+    EXPECT_DOUBLE_EQ(0.7, split.SplitRatio());
+    split.Set_MaxSplitRatio(0.2);
+    EXPECT_DOUBLE_EQ(0.2, split.MinSplitRatio());
+}
+
 TEST(Split_Model, Margins_Are_Taken_From_The_Area)
 {
     auto split = Side_By_Side(104);

@@ -242,6 +242,21 @@ TEST_F(Interpreter, Text_Is_Drawn_On_A_Copy)
     Install_Text_Item_Renderer(nullptr);
 }
 
+TEST_F(Interpreter, Text_Is_Not_Run_Aside)
+{
+    EXPECT_TRUE(May_Run_Aside(Items("Crop(1,0,0,0);Blur(2,50,RGB)")));
+    EXPECT_TRUE(May_Run_Aside({}));
+    EXPECT_FALSE(May_Run_Aside(Items("Text(\"a;b\");Crop(1,0,0,0)")));
+}
+
+TEST_F(Interpreter, A_Stop_Lets_No_Further_Item_Begin)
+{
+    std::atomic<bool> stop = true;
+    Expect_Unchanged("Crop(1,0,0,0)", {.stop = &stop});
+    stop = false;
+    EXPECT_NE(Result("Crop(1,0,0,0)", {.stop = &stop}), Colors_Of(start.Get()));
+}
+
 // ---- crop margins ----
 
 struct Margin_Case {

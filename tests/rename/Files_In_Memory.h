@@ -75,7 +75,7 @@ public:
     Result<void> Begin(const Rename_Record& new_record) override
     {
         if (refuse_begin) return Failure("the journal cannot be written");
-        record = Record_From_Text(Text_Of_Record(new_record)); // as it would come from a disk
+        record = Record_From_Text(Text_Of_Record(new_record)).record; // as it would come from a disk
         done = false;
         return {};
     }

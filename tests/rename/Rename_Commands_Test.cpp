@@ -1,5 +1,6 @@
 #include "rename/Rename_Commands.h"
 
+#include "frame/text/Path_Utilities.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
 #include <QtCore/QRegularExpression>
@@ -109,6 +110,19 @@ TEST_F(Rename_Commands_Test, Two_Pictures_Exchange_Their_Names)
     Rename_To({Q("b.jpg"), Q("a.jpg")});
     EXPECT_EQ(Listed(), (QStringList{Q("b.jpg"), Q("a.jpg")}));
     EXPECT_EQ(Bytes(Q("b.jpg")), a);
+}
+
+TEST_F(Rename_Commands_Test, Names_That_Are_No_Utf_8_Are_Changed_And_Taken_Back)
+{
+    const auto text = [](const char* bytes) { return Path_From_Bytes(QByteArray(bytes)); };
+    Pick(Make(text("K\xf6ln_1.jpg")));
+    Rename_To({text("M\xfcnchen_1.jpg")});
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"M\xfcnchen_1.jpg"});
+    EXPECT_EQ(Listed(), QStringList{text("M\xfcnchen_1.jpg")});
+    platform.dialogs.answers = {Message_Answer::Yes};
+    commands.Take_Back();
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"K\xf6ln_1.jpg"});
+    EXPECT_EQ(Listed(), QStringList{text("K\xf6ln_1.jpg")});
 }
 
 TEST_F(Rename_Commands_Test, The_Selected_Pictures_Are_Named_In_The_Order_Of_Selecting)
@@ -262,6 +276,19 @@ TEST_F(Rename_Commands_Test, The_Last_Rename_Is_Taken_Back_And_Records_Follow)
     EXPECT_EQ(Last_Message(), "There is no rename to take back.");
 }
 
+TEST_F(Rename_Commands_Test, A_Damaged_Journal_Of_The_Last_Rename_Is_Told_And_Nothing_Is_Taken_Back)
+{
+    Pick_New_Pictures({Q("a.jpg")});
+    Rename_To({Q("b.jpg")});
+    Rename_To({Q("c.jpg")});
+    const std::string path = state.File(state.Names().back());
+    Put_File(path, Contents_Of(path) + "x");
+    commands.Take_Back();
+    EXPECT_TRUE(Last_Message().startsWith("The last rename cannot be taken back, for its journal is damaged: "))
+        << Last_Message().toStdString();
+    EXPECT_EQ(Listed(), QStringList{Q("c.jpg")});
+}
+
 TEST_F(Rename_Commands_Test, A_No_To_Taking_Back_Leaves_The_Names)
 {
     Pick_New_Pictures({Q("a.jpg")});
@@ -269,7 +296,7 @@ TEST_F(Rename_Commands_Test, A_No_To_Taking_Back_Leaves_The_Names)
     platform.dialogs.answers = {Message_Answer::No};
     commands.Take_Back();
     EXPECT_EQ(Listed(), QStringList{Q("x.jpg")});
-    EXPECT_TRUE(journal.Last_Done());
+    EXPECT_TRUE(journal.Last_Done().value());
 }
 
 TEST_F(Rename_Commands_Test, A_Crash_In_The_Middle_Is_Told_At_The_Next_Start)

@@ -44,6 +44,26 @@ TEST_F(Rename_Formula_Test, A_Variable_That_Does_Not_Exist_Is_A_Fault_And_Nobody
     EXPECT_FALSE(fault->description.isEmpty());
 }
 
+/// Each divides by zero when, and only when, the check has other samples than it should.
+TEST_F(Rename_Formula_Test, The_Check_Runs_With_Sample_Values)
+{
+    for (const char* text :
+         {"1 / (FilePath = \" \")", "1 / (FileName = \" \")", "1 / (FileExt = \" \")", "1 / (ChangeTo = \" \")",
+          "1 / (CDbl(FileDate) = 2)", "1 / (TypeName(FileDate) = \"Date\")", "1 / (FileHPix = 2)",
+          "1 / (TypeName(FileHPix) = \"Integer\")", "1 / (FileSerial = 2)", "1 / (TypeName(FileSerial) = \"Integer\")"})
+        EXPECT_FALSE(Check(text)) << text << ": " << Check(text)->description.toStdString();
+    EXPECT_TRUE(Check("1 / (FileHPix - 2)"));
+}
+
+TEST_F(Rename_Formula_Test, The_Run_Has_The_Types_Of_The_Facts)
+{
+    const char* text = "TypeName(ChangeTo) & TypeName(FilePath) & TypeName(FileName) & TypeName(FileExt) & "
+                       "TypeName(FileDate) & TypeName(FileHPix) & TypeName(FileSerial)";
+    Rename_Formula formula(host, {.name = Q("f"), .text = Q(text)}, Q("Trip"));
+    EXPECT_EQ(formula.New_Root({.folder = Q("/p/"), .root = Q("a"), .extension = Q(".jpg"), .serial = Q("07")}),
+              "StringStringStringStringDateLongString");
+}
+
 TEST_F(Rename_Formula_Test, A_Fault_In_The_Syntax_Tells_Its_Position_From_1)
 {
     const auto fault = Check("ChangeTo & & FileName");

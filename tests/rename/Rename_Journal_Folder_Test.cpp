@@ -2,9 +2,12 @@
 
 #include "tests/support/Test_Folder.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
+#include <set>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -126,7 +129,7 @@ TEST_F(Rename_Journal_Folder_Test, A_Process_That_Ends_In_The_Middle_Is_Put_Righ
         EXPECT_EQ(What("a"), "picture a") << end_at;
         EXPECT_EQ(What("b"), "picture b") << end_at;
         EXPECT_TRUE(journal.Put_Interrupted_Right(files).empty()) << end_at;
-        EXPECT_FALSE(journal.Last_Done()) << end_at;
+        EXPECT_FALSE(journal.Last_Done().value()) << end_at;
     }
 }
 
@@ -140,7 +143,7 @@ TEST_F(Rename_Journal_Folder_Test, A_Running_Rename_Is_Left_Alone)
     EXPECT_TRUE(journal.Put_Interrupted_Right(files).empty());
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"b"});
     ASSERT_TRUE(running.Finish());
-    EXPECT_TRUE(journal.Last_Done());
+    EXPECT_TRUE(journal.Last_Done().value());
 }
 
 TEST_F(Rename_Journal_Folder_Test, What_Cannot_Be_Put_Right_Is_Told_Once)
@@ -166,13 +169,144 @@ TEST_F(Rename_Journal_Folder_Test, Without_A_Place_For_The_Journal_Nothing_Is_Re
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"a"});
 }
 
-TEST_F(Rename_Journal_Folder_Test, A_Damaged_Journal_Is_Passed_Over)
+/// A journal of a rename that was interrupted with its first file under a temporary name, as bytes.
+class Damaged_Journal_Test : public Rename_Journal_Folder_Test {
+protected:
+    void SetUp() override
+    {
+        for (const char* name : {"a", "b", "x"}) Put(name);
+        ASSERT_TRUE(Run({{"x", "y"}})); // a rename before, which can be taken back
+        const Rename_Plan plan(files, Moves({{"a", "b"}, {"b", "a"}}));
+        steps = plan.Steps();
+        whole = "B\n" + Text_Of_Record({plan.Moves(), steps}).toStdString();
+    }
+    void Interrupt()
+    {
+        if (!files.Find(steps[0].to)) {
+            ASSERT_TRUE(files.Rename(steps[0].from, steps[0].to));
+        }
+    }
+    /// The second run of the same check; `told` by the first one.
+    void Expect_Told_Once(const std::vector<std::string>& told)
+    {
+        ASSERT_EQ(told.size(), 1U);
+        EXPECT_NE(told[0].find(" is damaged: "), std::string::npos) << told[0];
+        EXPECT_NE(told[0].find(aside), std::string::npos) << told[0];
+        EXPECT_TRUE(journal.Put_Interrupted_Right(files).empty()) << "told once";
+    }
+    /// Every picture is there, whatever its name.
+    void Expect_All_There()
+    {
+        std::set<std::string> contents;
+        for (const std::string& name : folder.Names()) contents.insert(What(name));
+        EXPECT_EQ(contents, (std::set<std::string>{"picture a", "picture b", "picture x"}));
+    }
+
+    std::vector<Rename_Step> steps;
+    std::string whole; ///< text of the journal
+    const std::string path = journal_folder + "/rename-9.journal";
+    const std::string aside = journal_folder + "/set-aside-rename-9.journal";
+};
+
+TEST_F(Damaged_Journal_Test, Cut_At_Any_Byte_Is_Told_Once_And_Loses_Nothing)
+{
+    const std::size_t behind_first_step = whole.find("step", whole.find("step") + 1);
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        Interrupt();
+        Put_File(path, whole.substr(0, length));
+        Expect_Told_Once(journal.Put_Interrupted_Right(files));
+        EXPECT_EQ(Contents_Of(aside), whole.substr(0, length)) << "for whoever wants to look";
+        Expect_All_There();
+        if (length >= behind_first_step) {
+            EXPECT_EQ(What("a"), "picture a") << "the temporary name is undone, cut at " << length;
+        }
+    }
+    EXPECT_EQ(Take_Back_Last_Rename(journal, files).value_or(-1), 1);
+    EXPECT_EQ(What("x"), "picture x") << "the rename before it is taken back all the same";
+}
+
+TEST_F(Damaged_Journal_Test, With_Any_Byte_Changed_Is_Told_Once_And_Loses_Nothing)
+{
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        Interrupt();
+        std::string damaged = whole;
+        damaged[at] = char(damaged[at] ^ 0x05);
+        Put_File(path, damaged);
+        Expect_Told_Once(journal.Put_Interrupted_Right(files));
+        Expect_All_There();
+    }
+    EXPECT_EQ(Take_Back_Last_Rename(journal, files).value_or(-1), 1);
+}
+
+TEST_F(Damaged_Journal_Test, Tells_What_Is_Damaged_And_Where_The_Files_Are)
+{
+    Interrupt();
+    Put_File(folder.File("a"), "another picture");
+    std::string damaged = whole;
+    damaged[damaged.find("step") + 1] = 'T';
+    Put_File(path, damaged);
+    const auto told = journal.Put_Interrupted_Right(files);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0],
+              "The journal of a rename that may have been interrupted is damaged: line 4 was changed; it is kept as " +
+                  aside + "; what was to be " + folder.File("b") + " is now " + folder.File(".rename-1.halvine"));
+    Put_File(path, whole.substr(0, whole.size() - 3));
+    const auto again = journal.Put_Interrupted_Right(files);
+    ASSERT_EQ(again.size(), 1U);
+    EXPECT_TRUE(again[0].ends_with("; " + folder.File("a") + " is now " + folder.File(".rename-1.halvine")))
+        << again[0];
+}
+
+TEST_F(Damaged_Journal_Test, Of_The_Last_Rename_Is_Told_And_The_One_Before_Is_The_Next)
+{
+    std::string damaged = whole;
+    damaged[0] = 'D';
+    damaged[damaged.size() - 3] ^= 1;
+    Put_File(path, damaged);
+    EXPECT_TRUE(journal.Put_Interrupted_Right(files).empty()) << "it was done, and nobody asked for it";
+    const auto back = Take_Back_Last_Rename(journal, files);
+    ASSERT_FALSE(back);
+    EXPECT_EQ(back.error().text,
+              "The last rename cannot be taken back, for its journal is damaged: line 7 was changed; "
+              "it is kept as " +
+                  aside + "; the rename before it is the next to be taken back");
+    EXPECT_EQ(What("y"), "picture x") << "not taken back unsaid";
+    EXPECT_EQ(Take_Back_Last_Rename(journal, files).value_or(-1), 1);
+    EXPECT_EQ(What("x"), "picture x");
+}
+
+TEST_F(Damaged_Journal_Test, Those_Set_Aside_Are_Pruned)
+{
+    for (int i = 0; i < 25; ++i) {
+        Put_File(journal_folder + "/rename-9" + std::to_string(i + 10) + ".journal", "B");
+        EXPECT_EQ(journal.Put_Interrupted_Right(files).size(), 1U);
+    }
+    ASSERT_TRUE(Run({{"y", "x"}}));
+    EXPECT_EQ(Journals().size(), 20U + 2U);
+}
+
+TEST_F(Rename_Journal_Folder_Test, One_That_Could_Not_Be_Read_Again_Is_Not_Begun)
+{
+    const Rename_Move longest{std::string(255, '\xff'), std::string(255, '\xfe'), std::string(255, '\xfd')};
+    const auto begun = journal.Begin({.moves = std::vector<Rename_Move>(30'000, longest), .steps = {}});
+    ASSERT_FALSE(begun);
+    EXPECT_EQ(begun.error().text, journal_folder +
+                                      "/: the journal of a rename of 30000 files is too long; rename fewer "
+                                      "at a time");
+    EXPECT_TRUE(Journals().empty());
+}
+
+TEST_F(Rename_Journal_Folder_Test, One_That_Was_Never_Begun_Is_Removed_After_A_Day)
 {
     Put("a");
     ASSERT_TRUE(Run({{"a", "b"}}));
-    Put_File(journal_folder + "/rename-9-broken.journal", "B\nnames\nstep x");
-    EXPECT_TRUE(journal.Put_Interrupted_Right(files).empty());
-    EXPECT_EQ(Take_Back_Last_Rename(journal, files).value_or(-1), 1);
+    for (const char* name : {"/new-1.journal", "/new-2.journal"}) Put_File(journal_folder + name, "B\nnames");
+    const timespec two_days_ago{std::time(nullptr) - 2 * 24 * 60 * 60, 0};
+    const timespec times[2] = {two_days_ago, two_days_ago};
+    ASSERT_EQ(utimensat(AT_FDCWD, (journal_folder + "/new-1.journal").c_str(), times, 0), 0);
+    ASSERT_TRUE(Run({{"b", "c"}}));
+    EXPECT_FALSE(std::filesystem::exists(journal_folder + "/new-1.journal"));
+    EXPECT_TRUE(std::filesystem::exists(journal_folder + "/new-2.journal"));
 }
 
 TEST_F(Rename_Journal_Folder_Test, Twenty_Renames_Are_Kept)

@@ -33,7 +33,7 @@ TEST_P(Plan, Has_These_Faults_Or_Steps)
     for (const auto& [from, to] : GetParam().moves) moves.push_back({Folder, from, to});
     const Rename_Plan plan(files, moves);
     std::vector<std::string> told;
-    for (const Rename_Fault& fault : plan.Faults()) told.push_back(fault.text);
+    for (const Rename_Fault& fault : plan.Faults()) told.push_back(fault.Text());
     for (const Rename_Step& step : plan.Steps()) told.push_back(Shown(step.from) + " > " + Shown(step.to));
     EXPECT_EQ(told, GetParam().expected);
     EXPECT_EQ(files.calls, 0) << "a plan touches nothing";
@@ -112,6 +112,10 @@ INSTANTIATE_TEST_SUITE_P(
                   {"a"},
                   {{"a", ".b.halvine-abcdef"}},
                   {"a: \".b.halvine-abcdef\" is a name that saves keep their files under"}},
+        Plan_Case{"a_name_by_way_of_which_files_go",
+                  {"a"},
+                  {{"a", ".rename-1.halvine"}},
+                  {"a: \".rename-1.halvine\" is a name that renames keep for themselves"}},
         Plan_Case{"every_fault_is_told",
                   {"a", "b"},
                   {{"b", "/"}, {"a", ""}},
@@ -161,9 +165,9 @@ TEST(Copies, Into_One_Folder_Are_Checked_Together)
         files, {{"/a/", "1", "x"}, {"/b/", "1", "x"}, {"/a/", "1", "taken"}, {"/a/", "2", "z"}, {"/a/", "1", "?"}},
         "/out/");
     ASSERT_EQ(faults.size(), 4U);
-    EXPECT_EQ(faults[0].text, "1: \"x\" is the new name of 1 too");
+    EXPECT_EQ(faults[0].Text(), "1: \"x\" is the new name of 1 too");
     EXPECT_TRUE(faults[1].target_is_taken);
-    EXPECT_EQ(faults[2].text, "2: there is no such file any more");
+    EXPECT_EQ(faults[2].Text(), "2: there is no such file any more");
     EXPECT_EQ(faults[3].move, 4U);
 }
 

@@ -21,6 +21,11 @@ QString Extension(const QString& name)
     return point < 0 ? QString() : name.mid(point + 1);
 }
 
+QString Behind_Folders(const QString& text)
+{
+    return text.split('/').back();
+}
+
 bool Digit_At(const QString& text, int position) // 1-based
 {
     return position >= 1 && position <= text.size() && text[position - 1].isDigit();
@@ -168,9 +173,10 @@ Reference_Result Reference_Names(const std::vector<Rename_Row>& rows, const Rena
             new_root = inputs.change_to + middle + Zeros(serial, width) + suffix;
         else
             new_root = inputs.change_to + rest;
-        QString extension =
-            inputs.file_type.trimmed().isEmpty() ? Extension(row.file_name) : inputs.file_type.trimmed();
+        const QString type = Behind_Folders(inputs.file_type.trimmed());
+        QString extension = type.isEmpty() ? Extension(row.file_name) : type;
         if (!extension.isEmpty() && !extension.startsWith('.')) extension = '.' + extension;
+        new_root = Behind_Folders(new_root);
         result.names << (new_root.isEmpty() ? QString() : new_root + extension);
     }
     return result;

@@ -164,30 +164,33 @@ TEST(Rename_Run, A_Folder_That_Others_Changed_Keeps_No_Temporary_Names)
     EXPECT_EQ(files.At("/p/elsewhere"), 4);
 }
 
+TEST(Rename_Run, A_File_Whose_Old_Name_Is_Taken_Goes_On_From_Its_Temporary_Name)
+{
+    Files_In_Memory files;
+    files.Put("/p/.rename-1.halvine", 1);
+    files.Put("/p/a", 2);
+    const std::vector<Rename_Step> steps = Rename_Plan(Four_Files(), {{Folder, "a", "b"}, {Folder, "b", "a"}}).Steps();
+    EXPECT_EQ(Leave_Temporary_Names({.moves = {}, .steps = steps}, files), "; /p/a is now /p/b; /p/b is now /p/a");
+    EXPECT_EQ(files.All(), (std::map<std::string, int>{{"/p/a", 2}, {"/p/b", 1}}));
+}
+
+TEST(Rename_Run, A_File_Goes_On_When_Its_Old_Name_Is_Not_Known)
+{
+    Files_In_Memory files;
+    files.Put("/p/.rename-1.halvine", 1);
+    const Rename_Record part{.moves = {}, .steps = {{"/p/.rename-1.halvine", "/p/b", {1, 1}}}};
+    EXPECT_EQ(Leave_Temporary_Names(part, files), "");
+    EXPECT_EQ(files.All(), (std::map<std::string, int>{{"/p/b", 1}}));
+    files.Put("/p/.rename-1.halvine", 2);
+    EXPECT_EQ(Leave_Temporary_Names(part, files), "; what was to be /p/b is now /p/.rename-1.halvine");
+}
+
 TEST(Rename_Run, Files_That_Are_Gone_Do_Not_Bar_The_Way_Back)
 {
     Files_In_Memory files;
     files.Put("/p/x", 1);
     const Rename_Record record{.moves = {{Folder, "a", "x"}, {Folder, "b", "y"}}, .steps = {}};
     EXPECT_EQ(Moves_Back(record, files), (std::vector<Rename_Move>{{Folder, "x", "a"}}));
-}
-
-TEST(Rename_Record, Survives_Its_Text_With_Any_Bytes)
-{
-    const Rename_Record record{.moves = {{"/a b/", "x\ny", "%41\xff "}, {"/", "", "z"}},
-                               .steps = {{"/a b/x\ny", "/a b/%41\xff ", {7, ~std::uint64_t(0)}}}};
-    const QByteArray text = Text_Of_Record(record);
-    EXPECT_EQ(Record_From_Text(text), record);
-    for (qsizetype length = 0; length < text.size(); ++length)
-        EXPECT_FALSE(Record_From_Text(text.left(length))) << "cut at " << length;
-}
-
-TEST(Rename_Record, Is_Not_Read_With_A_Damaged_Line)
-{
-    EXPECT_TRUE(Record_From_Text("names\nmove /p/ a b\nstep /p/a /p/b 1 2\nend\n"));
-    for (const char* line : {"step /p/a /p/b x 2", "step /p/a /p/b 1 2x", "step /p/a /p/b 1 -2", "step /p/a /p/b 1",
-                             "move /p/ a", "leap /p/a /p/b 1 2", ""})
-        EXPECT_FALSE(Record_From_Text(QByteArray("names\n") + line + "\nend\n")) << line;
 }
 
 /// A folder of files with names out of few letters, a job on them as a user would type it, and names of his own here and

@@ -36,6 +36,23 @@ TEST(Rename_Preview, Proposes_What_All_Names_Begin_With)
     EXPECT_EQ(Common_Beginning(Rows({{"IMG_0012.jpg", ""}})), "IMG_");
     EXPECT_EQ(Common_Beginning(Rows({{"a.jpg", ""}, {"b.jpg", ""}})), "");
     EXPECT_EQ(Common_Beginning({}), "");
+    EXPECT_EQ(Common_Beginning(Rows({{"20260711_101500.jpg", ""}, {"20260803_090000.jpg", ""}})), "20260")
+        << "digits alone are better than nothing";
+}
+
+TEST(Rename_Preview, Without_A_New_Name_The_User_Is_Told_What_To_Do)
+{
+    const Rename_Preview nothing = Preview_Of(Rows({{"a.jpg", ""}}));
+    const auto hint = [&](const char* from, const char* to, bool pattern_mode) {
+        return nothing.Hint({.change_from = Q(from), .change_to = Q(to), .pattern_mode = pattern_mode});
+    };
+    EXPECT_EQ(hint("", "x", false), "Type into Change From what the names begin with, or define a pattern such as *_");
+    EXPECT_EQ(hint("a", "", false), "Type into Change To what takes its place");
+    EXPECT_EQ(hint("a", "", true), "Type into Change To what takes its place");
+    EXPECT_EQ(hint("b", "x", false), "A name is to begin with the text in Change From");
+    EXPECT_EQ(hint("b*", "x", true), "The beginning of a name is to fit the pattern in Change From");
+    EXPECT_EQ(hint("", "x", true), "The pattern in Change From is empty");
+    EXPECT_EQ(Preview_Of(Rows({{"a.jpg", "x.jpg"}})).Hint({}), "");
 }
 
 TEST(Name_Value_Rows, Rows_Without_A_Text_Are_Left_Out_And_A_Text_Names_Itself)

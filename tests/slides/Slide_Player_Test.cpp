@@ -1,16 +1,8 @@
-#include "slides/Slide_Player.h"
-
-#include "slides/Slide_Show_Forwarder.h"
-#include "tests/catalogue/Catalogue_Fixture.h"
+#include "tests/slides/Slide_Player_Fixture.h"
 
 #include <limits>
 
 namespace {
-
-QString Q(const char* text)
-{
-    return QString::fromUtf8(text);
-}
 
 struct Milliseconds_Case {
     const char* name;
@@ -39,64 +31,6 @@ TEST_P(Slide_Time, Is_In_Milliseconds)
 {
     EXPECT_EQ(Slide_Milliseconds(GetParam().picture, GetParam().show), GetParam().expected);
 }
-
-struct Recording_Window final : Slide_Main_Window {
-    bool Is_Busy() const override { return busy; }
-    bool Is_Full_Window() const override { return full; }
-    void Set_Full_Window(bool on) override
-    {
-        full = on;
-        if (on_switch) on_switch();
-    }
-    void Set_Show_Look(bool running) override { look = running; }
-    bool busy = false, full = false, look = false;
-    std::function<void()> on_switch;
-};
-
-struct Recording_Control final : Slide_Control_Window {
-    void Form_Display(int index, int count, bool play) override
-    {
-        said += QStringLiteral("display %1/%2%3;").arg(index).arg(count).arg(play ? Q(" play") : QString());
-    }
-    void Set_Slide_Index(int index) override { said += QStringLiteral("index %1;").arg(index); }
-    void Set_Slide_Count(int count) override { said += QStringLiteral("count %1;").arg(count); }
-    void Set_Playing(bool playing) override { said += playing ? Q("playing;") : Q("paused;"); }
-    void Form_Erase() override { said += Q("erase;"); }
-    QString said;
-};
-
-/// Records without files: a slide's picture is the current one, loaded or not.
-class Slide_Player_Test : public Catalogue_Test {
-protected:
-    Slide_Player_Test()
-    {
-        form.Set_Slide_Show(&link);
-        player.Set_Windows(&window, &control);
-    }
-    ~Slide_Player_Test() override { form.Set_Slide_Show(nullptr); }
-
-    void Add_Pictures(int count)
-    {
-        for (int i = 1; i <= count; ++i) keys.push_back(Add(QStringLiteral("%1.jpg").arg(i)));
-    }
-    void Select(std::initializer_list<int> indices)
-    {
-        form.State().selection.Clear();
-        for (const int index : indices) form.State().selection.Set_Index(index, true);
-    }
-    std::vector<int> Selected() const { return form.State().selection.Selected_Indices(); }
-    int Shown() const { return form.State().Current_Picture_Index(); }
-    Scripted_Timer& Timer() const { return *platform.timers.at(0); }
-    void Control(Slide_Control_Code code) { form.Slide_Show_Control(int(code), player.Slide_Index()); }
-
-    Program_State program;
-    Slide_Shows shows{form.State(), form.Picking(), program};
-    Slide_Player player{form.State(), form.Pictures(), shows, program};
-    Slide_Show_Forwarder link{shows, player};
-    Recording_Window window;
-    Recording_Control control;
-    std::vector<int> keys;
-};
 
 TEST_F(Slide_Player_Test, An_Empty_List_Does_Nothing)
 {
@@ -326,132 +260,6 @@ TEST_F(Slide_Player_Test, Stop_Leaves_The_Full_Window_Before_It_Scrolls)
     player.Stop_Slide_Show();
     EXPECT_EQ(view.scrolled_to, 1);
     EXPECT_FALSE(window.full);
-}
-
-TEST_F(Slide_Player_Test, Stop_Keeps_The_Marks_That_Were_Made)
-{
-    Add_Pictures(3);
-    player.Start_Slide_Show(false);
-    Control(Slide_Control_Code::Select);
-    Control(Slide_Control_Code::Next);
-    Control(Slide_Control_Code::Next);
-    Control(Slide_Control_Code::Select);
-    Control(Slide_Control_Code::Previous);
-    Control(Slide_Control_Code::Stop);
-    EXPECT_EQ(Selected(), (std::vector{1, 3}));
-    EXPECT_EQ(view.scrolled_to, 0);
-}
-
-TEST_F(Slide_Player_Test, The_First_Mark_Of_A_Show_Empties_The_Selection_And_Its_Frames)
-{
-    Add_Pictures(3);
-    Select({1, 2});
-    player.Start_Slide_Show(false);
-    Control(Slide_Control_Code::Select);
-    EXPECT_EQ(view.frames, (QList<int>{-1, -2, 1}));
-    EXPECT_EQ(Selected(), std::vector{1});
-    EXPECT_TRUE(player.Slide_Selection_Made());
-    Control(Slide_Control_Code::Select);
-    EXPECT_EQ(view.frames.last(), -1) << "toggled";
-    EXPECT_TRUE(Selected().empty());
-    Control(Slide_Control_Code::Next);
-    Control(Slide_Control_Code::Select);
-    EXPECT_EQ(Selected(), std::vector{2});
-    EXPECT_EQ(player.Slide_Indices(), (std::vector{1, 2})) << "the show goes on as it was";
-}
-
-TEST_F(Slide_Player_Test, Marks_In_The_Full_Window_Draw_No_Frames)
-{
-    Add_Pictures(2);
-    Select({1, 2});
-    player.Display_Full_Window = true;
-    player.Start_Slide_Show(false);
-    Control(Slide_Control_Code::Select);
-    EXPECT_TRUE(view.frames.isEmpty());
-    EXPECT_EQ(Selected(), std::vector{1});
-}
-
-TEST_F(Slide_Player_Test, Tells_Whether_A_Slide_Is_Selected)
-{
-    Add_Pictures(3);
-    Select({2, 3});
-    player.Start_Slide_Show(false);
-    EXPECT_TRUE(form.Slide_Show_Test_Slide_Selected(1));
-    EXPECT_FALSE(form.Slide_Show_Test_Slide_Selected(0));
-    EXPECT_FALSE(form.Slide_Show_Test_Slide_Selected(3)) << "there is no third slide";
-    Control(Slide_Control_Code::Select);
-    EXPECT_TRUE(player.Slide_Show_Test_Slide_Selected(1));
-    EXPECT_FALSE(player.Slide_Show_Test_Slide_Selected(2));
-}
-
-TEST_F(Slide_Player_Test, Remove_Takes_The_Slide_Out_Of_Show_And_Selection)
-{
-    Add_Pictures(4);
-    Select({1, 3, 4});
-    player.Start_Slide_Show(false);
-    Control(Slide_Control_Code::Next);
-    Control(Slide_Control_Code::Remove);
-    EXPECT_EQ(player.Slide_Indices(), (std::vector{1, 4}));
-    EXPECT_EQ(Selected(), (std::vector{1, 4}));
-    EXPECT_EQ(Shown(), 4) << "the slide that followed";
-    EXPECT_TRUE(control.said.contains(Q("count 2;")));
-    Control(Slide_Control_Code::Remove);
-    EXPECT_EQ(player.Slide_Indices(), std::vector{1});
-    EXPECT_EQ(player.Slide_Index(), 1) << "behind the last comes the first";
-    Control(Slide_Control_Code::Remove);
-    EXPECT_EQ(player.Slide_Indices(), std::vector{1}) << "the last slide stays";
-    EXPECT_EQ(Selected(), std::vector{1});
-}
-
-TEST_F(Slide_Player_Test, Remove_Does_Nothing_Once_Marks_Were_Made)
-{
-    Add_Pictures(3);
-    player.Start_Slide_Show(false);
-    Control(Slide_Control_Code::Select);
-    Control(Slide_Control_Code::Remove);
-    EXPECT_EQ(player.Slide_Show_Count(), 3);
-}
-
-TEST_F(Slide_Player_Test, Remove_In_A_Show_Of_All_Leaves_The_Others_In_It)
-{
-    Add_Pictures(3);
-    Select({2});
-    player.Start_Slide_Show(false);
-    Control(Slide_Control_Code::Next);
-    Control(Slide_Control_Code::Remove);
-    EXPECT_EQ(player.Slide_Indices(), (std::vector{1, 2}));
-    EXPECT_EQ(Selected(), std::vector{2});
-    EXPECT_EQ(Shown(), 1);
-}
-
-TEST_F(Slide_Player_Test, Discarded_Pictures_Leave_The_Show)
-{
-    Add_Pictures(4);
-    player.Start_Slide_Show(true);
-    Timer().Fire(); // the second
-    const int first[] = {1};
-    form.Picking().Remove_Pictures(first);
-    EXPECT_EQ(player.Slide_Show_Count(), 3);
-    EXPECT_EQ(player.Slide_Index(), 1);
-    EXPECT_EQ(Item(keys[1]).Picture_Key, form.State().current_picture_key);
-    const int shown_and_next[] = {1, 2};
-    form.Picking().Remove_Pictures(shown_and_next);
-    EXPECT_EQ(player.Slide_Indices(), std::vector{1});
-    EXPECT_EQ(keys[3], form.State().current_picture_key);
-    EXPECT_TRUE(Timer().on) << "still playing";
-    const int last[] = {1};
-    form.Picking().Remove_Pictures(last);
-    EXPECT_FALSE(player.Is_Running());
-}
-
-TEST_F(Slide_Player_Test, A_Discard_While_Paused_Stays_Paused)
-{
-    Add_Pictures(2);
-    player.Start_Slide_Show(false);
-    const int shown[] = {1};
-    form.Picking().Remove_Pictures(shown);
-    EXPECT_TRUE(player.Is_Paused());
-    EXPECT_EQ(keys[1], form.State().current_picture_key);
 }
 
 TEST_F(Slide_Player_Test, A_Pick_Stops_The_Show_First)

@@ -308,7 +308,8 @@ TEST_F(Ahead, Its_Threads_Let_The_One_That_Takes_Go_First)
     Release(ahead.Take().bitmap); // by now at least one has begun
     const auto all = Nicenesses();
     const int own = getpriority(PRIO_PROCESS, 0);
-    EXPECT_LT(own, *std::max_element(all.begin(), all.end()));
+    constexpr int last = 19; // behind which the system lets nobody stand
+    EXPECT_EQ(std::min(own + 5, last), *std::max_element(all.begin(), all.end()));
     EXPECT_EQ(own, *std::min_element(all.begin(), all.end()));
 }
 

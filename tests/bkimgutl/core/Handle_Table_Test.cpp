@@ -3,7 +3,9 @@
 #include "bkimgutl/core/Last_Error.h"
 #include "tests/bkimgutl/Reference_Pictures.h"
 
+#include <atomic>
 #include <set>
+#include <thread>
 
 namespace {
 
@@ -67,6 +69,39 @@ TEST(Handle_Table, A_Failed_Result_Stores_Its_Reason)
     EXPECT_EQ(Last_Error_Text(), "the reason");
     EXPECT_EQ(Fail_Flag({"another"}), Flag_False);
     EXPECT_EQ(Last_Error_Text(), "another");
+}
+
+TEST(Handle_Table, Threads_Adopt_Find_And_Release_Side_By_Side)
+{
+    constexpr int Threads = 4, Rounds = 3000;
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (int thread = 1; thread <= Threads; ++thread)
+        threads.emplace_back([&wrong, thread] {
+            std::vector<Bitmap_Handle> own;
+            for (int i = 0; i < Rounds; ++i) {
+                own.push_back(Adopt(Random_Picture(thread, 1, 1, 1)));
+                const auto found = Find_Bitmap(own.back());
+                if (!found || (*found)->Width() != thread) ++wrong;
+                if (i % 3 != 2) continue;
+                if (!Release(own.front())) ++wrong;
+                own.erase(own.begin());
+            }
+            for (const Bitmap_Handle handle : own)
+                if (!Release(handle)) ++wrong;
+        });
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(Handle_Table, A_Thread_Has_A_Last_Error_Of_Its_Own)
+{
+    Fail({"mine"});
+    std::thread([] {
+        EXPECT_EQ(Last_Error_Text(), "");
+        Fail({"another thread's"});
+    }).join();
+    EXPECT_EQ(Last_Error_Text(), "mine");
 }
 
 } // namespace

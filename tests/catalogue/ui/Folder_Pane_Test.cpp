@@ -97,6 +97,18 @@ TEST_F(Folder_Pane, Keys_In_The_Tree_Are_Wishes_For_Its_Folder)
     EXPECT_TRUE(Dialogs().asked.back().text.startsWith("Moving folder " + In("holiday")));
 }
 
+TEST_F(Folder_Pane, A_Folder_That_Somebody_Makes_Is_Told_To_An_Open_Picker)
+{
+    Make_Pictures(1);
+    Open();
+    BKC_DirTree& tree = window->Explorer().ExplorerTree();
+    tree.expand(tree.currentIndex());
+    QDir(Base()).mkdir("others");
+    const auto& told = Dialogs().trees_refreshed; // and what other programs make above this folder meanwhile
+    const auto is_told = [&] { return std::find(told.begin(), told.end(), std::pair(Base(), true)) != told.end(); };
+    EXPECT_TRUE(QTest::qWaitFor(is_told, 20000));
+}
+
 TEST_F(Folder_Pane, Menu_Commands_Work_On_The_Panes_Folder)
 {
     Open_And_Pick(2);

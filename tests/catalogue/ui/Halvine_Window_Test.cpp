@@ -371,6 +371,17 @@ TEST(Save_Options_Form, Starts_With_The_First_Of_Each_And_The_Parents_Quality)
     EXPECT_EQ(85, dialog.Options().JPEG_Quality);
 }
 
+TEST(Save_Options_Form, Takes_No_Quality_That_Would_Silently_Mean_The_Parents)
+{
+    Save_Options_Dialog dialog;
+    auto* quality = dialog.findChild<QLineEdit*>();
+    QTest::keyClicks(quality, "x150");
+    EXPECT_EQ("15", quality->text());
+    quality->clear();
+    QTest::keyClicks(quality, "100");
+    EXPECT_EQ(100, dialog.Options().JPEG_Quality);
+}
+
 TEST(Save_Options_Form, Begins_With_The_Answers_Of_The_Last_Time)
 {
     const Save_Options last{.Script_Option = Save_Options::Scripts::Run,

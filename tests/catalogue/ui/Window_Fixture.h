@@ -6,6 +6,26 @@
 
 #include <QtTest/QtTest>
 
+/// The main window as the program makes it, opened on `folder`; nothing is shown yet.
+inline std::unique_ptr<Halvine_Window> Window_On(const QString& folder, Halvine_Form& form, Entry_Fixture& entry,
+                                                 const std::function<QIcon(const QString& id)>& icon = {})
+{
+    entry.state.Default_Path = folder;
+    return Make_Halvine_Window({.form = form,
+                                .state = entry.state,
+                                .ports = entry.ports,
+                                .icon = icon,
+                                .short_version = QStringLiteral("0.1"),
+                                .long_version = QStringLiteral("0.1.0")});
+}
+
+inline void Bring_Up(Halvine_Window& window, const QString& arguments = {})
+{
+    Display_Main_Window(window, arguments);
+    QApplication::setActiveWindow(&window);
+    QApplication::processEvents();
+}
+
 /// The main window on a folder of pictures, with answers from a list and without a display.
 class Window_Test : public testing::Test {
 protected:
@@ -23,16 +43,8 @@ protected:
     /// Opens the window on the folder.
     Halvine_Window& Open()
     {
-        entry.state.Default_Path = QString::fromStdString(folder.Path());
-        window = Make_Halvine_Window({.form = form,
-                                      .state = entry.state,
-                                      .ports = entry.ports,
-                                      .icon = {},
-                                      .short_version = QStringLiteral("0.1"),
-                                      .long_version = QStringLiteral("0.1.0")});
-        Display_Main_Window(*window, {});
-        QApplication::setActiveWindow(window.get());
-        QApplication::processEvents();
+        window = Window_On(QString::fromStdString(folder.Path()), form, entry);
+        Bring_Up(*window);
         return *window;
     }
     void Open_And_Pick(int count)

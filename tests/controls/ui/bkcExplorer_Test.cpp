@@ -79,6 +79,33 @@ TEST_F(Explorer_Window, A_Removed_Folder_Is_Left_For_Its_Parent)
     EXPECT_EQ(2, Rows());
 }
 
+TEST_F(Explorer_Window, A_Folder_That_Is_Opened_Again_Shows_What_Came_Meanwhile)
+{
+    auto& tree = explorer.ExplorerTree();
+    tree.expand(tree.currentIndex());
+    EXPECT_EQ(1, tree.model()->rowCount(tree.currentIndex()));
+    tree.collapse(tree.currentIndex());
+    QDir(root).mkdir("tmp");
+    tree.expand(tree.currentIndex());
+    EXPECT_EQ(2, tree.model()->rowCount(tree.currentIndex()));
+}
+
+TEST_F(Explorer_Window, Says_That_A_Folder_Is_Empty_In_The_Hosts_Words)
+{
+    const auto message = [&] {
+        for (const auto* label : explorer.ExplorerGrid().viewport()->findChildren<QLabel*>())
+            if (label->isVisible()) return label->text().toStdString();
+        return std::string();
+    };
+    EXPECT_EQ("", message());
+    explorer.Set_ExplorerPattern("*.tif");
+    EXPECT_EQ("No pictures in this folder", message());
+    explorer.Set_EmptyMessage("Nothing of that kind");
+    EXPECT_EQ("Nothing of that kind", message());
+    explorer.Set_FolderItemAvailableMessage(false);
+    EXPECT_EQ("", message());
+}
+
 TEST_F(Explorer_Window, Found_Files_Stay_Until_The_Folder_Is_Chosen_Again)
 {
     explorer.InitializeGridExplicit({root + "/sub/d.jpg", root + "/gone.jpg"});

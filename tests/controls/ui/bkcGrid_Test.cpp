@@ -1,43 +1,6 @@
-#include "controls/ui/bkcGrid.h"
-
-#include <QtTest/QSignalSpy>
-#include <QtTest/QTest>
-#include <gtest/gtest.h>
+#include "tests/controls/ui/Grid_Window.h"
 
 namespace {
-
-class Grid_Window : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        auto& content = grid.Content();
-        content.Set_GridData(QVariantList{QVariantList{3, "c"}, QVariantList{1, "a"}, QVariantList{2, "b"},
-                                          QVariantList{5, "e"}, QVariantList{4, "d"}});
-        content.Set_SelectionMode(2);
-        content.Set_AutoPaint(true);
-        grid.resize(400, 300);
-        grid.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
-    }
-    QPoint Middle(int column, int row) const
-    {
-        return grid.visualRect(grid.model()->index(row - 1, column - 1)).center();
-    }
-    void Press(int column, int row, Qt::KeyboardModifiers keys = Qt::NoModifier)
-    {
-        QTest::mouseClick(grid.viewport(), Qt::LeftButton, keys, Middle(column, row));
-    }
-    void Press_Header(int column)
-    {
-        auto* header = grid.horizontalHeader();
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          {header->sectionViewportPosition(column - 1) + 20, header->height() / 2});
-    }
-    std::vector<int> Selected() const { return grid.Content().SelectedRowsReturn(); }
-    QLineEdit* Editor() { return grid.findChild<QLineEdit*>("bkcCell_Text"); }
-
-    bkcGrid grid;
-};
 
 TEST_F(Grid_Window, Control_And_Shift_Clicks_Select_Rows)
 {
@@ -80,62 +43,6 @@ TEST_F(Grid_Window, A_Header_Click_Sorts_Only_When_Allowed)
     EXPECT_EQ(Qt::DescendingOrder, grid.horizontalHeader()->sortIndicatorOrder());
     EXPECT_EQ("5", grid.model()->index(0, 0).data().toString().toStdString());
     EXPECT_EQ(3, clicks.size());
-}
-
-TEST_F(Grid_Window, An_Edit_Is_Stored_And_Told)
-{
-    grid.Content().Set(Grid_Property::AllowUpdate, true);
-    const QSignalSpy changes(&grid, &bkcGrid::CellChange);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, Middle(2, 1));
-    ASSERT_TRUE(grid.EditCellActive());
-    QTest::keyClicks(Editor(), "new");
-    EXPECT_TRUE(grid.EditCellChanged());
-    QTest::keyClick(Editor(), Qt::Key_Return);
-    EXPECT_FALSE(grid.EditCellActive());
-    EXPECT_EQ(QVariant("new"), grid.Content().CellValue(2, 1));
-    EXPECT_EQ(1, changes.size());
-}
-
-TEST_F(Grid_Window, A_Refused_Edit_Keeps_The_Editor_And_The_Value)
-{
-    grid.Content().Set(Grid_Property::AllowUpdate, true);
-    grid.Content().Change_Column(1, [](auto& column) { column.data_type = 3; });
-    ASSERT_TRUE(grid.EditCellStart(1, 1));
-    QTest::keyClicks(Editor(), "abc");
-    EXPECT_FALSE(grid.EditCellExit());
-    EXPECT_TRUE(grid.EditCellActive());
-    EXPECT_EQ(QVariant(3), grid.Content().CellValue(1, 1));
-    Press(1, 3);
-    EXPECT_TRUE(grid.EditCellActive()) << "a click elsewhere does not leave a refused edit";
-    QTest::keyClick(Editor(), Qt::Key_Escape);
-    EXPECT_FALSE(grid.EditCellActive());
-    EXPECT_EQ(QVariant(3), grid.Content().CellValue(1, 1));
-}
-
-TEST_F(Grid_Window, A_Host_That_Leaves_The_Editor_During_Its_Update_Is_Not_Served_Twice)
-{
-    grid.Content().Set(Grid_Property::AllowUpdate, true);
-    int asked = 0;
-    QObject::connect(&grid, &bkcGrid::BeforeCellChange, &grid, [&](int, int, const QString&, bool& Cancel) {
-        ++asked;
-        EXPECT_FALSE(grid.EditCellExit());
-        Cancel = true;
-    });
-    grid.EditCellStart(2, 1);
-    grid.Set_EditCellText("other");
-    EXPECT_FALSE(grid.EditCellExit());
-    EXPECT_EQ(1, asked);
-    EXPECT_TRUE(grid.EditCellActive());
-    grid.EditCellCancel();
-}
-
-TEST_F(Grid_Window, An_Unchanged_Text_Simply_Closes)
-{
-    grid.Content().Set(Grid_Property::AllowUpdate, true);
-    const QSignalSpy changes(&grid, &bkcGrid::CellChange);
-    grid.EditCellStart(2, 1);
-    EXPECT_TRUE(grid.EditCellExit());
-    EXPECT_EQ(0, changes.size());
 }
 
 TEST_F(Grid_Window, Tab_Moves_Between_Cells_Where_The_Behaviour_Says_So)
@@ -328,62 +235,6 @@ TEST_F(Grid_Window, A_Header_Edge_Is_Dragged_Only_Where_Grid_And_Column_Allow_It
     EXPECT_EQ(105, drag());
 }
 
-TEST_F(Grid_Window, The_Selected_Text_Of_The_Active_Cell_Is_That_Of_The_Editor_While_It_Is_Open)
-{
-    auto& content = grid.Content();
-    content.Set(Grid_Property::AllowUpdate, true);
-    content.Set_CellValue(2, 1, "summer");
-    content.Set_Active(2, 1);
-    grid.Set_ActiveSelection(0, 3);
-    EXPECT_EQ("sum", grid.ActiveSelText().toStdString());
-    ASSERT_TRUE(grid.EditCellStart(2, 1));
-    EXPECT_EQ("sum", grid.EditCellSelText().toStdString()) << "the editor opens with it";
-    EXPECT_TRUE(grid.Set_ActiveSelText("ham"));
-    EXPECT_EQ("hammer", grid.EditCellText().toStdString());
-    grid.Set_ActiveSelection(3, 3);
-    EXPECT_EQ("mer", grid.ActiveSelText().toStdString());
-    EXPECT_TRUE(grid.EditCellExit());
-    EXPECT_EQ("mer", grid.ActiveSelText().toStdString()) << "and leaves it behind";
-    EXPECT_EQ("hammer", content.ActiveText().toStdString());
-}
-
-TEST_F(Grid_Window, The_Choices_Of_A_List_Open_With_Down)
-{
-    auto& content = grid.Content();
-    content.Set(Grid_Property::AllowUpdate, true);
-    content.Change_Column(2, [](auto& column) {
-        column.control = Grid_Column_Control::List;
-        column.data = QStringList{"c", "d"};
-    });
-    ASSERT_TRUE(grid.EditCellStart(2, 1));
-    QTest::keyClick(Editor(), Qt::Key_Down);
-    auto* popup = Editor()->completer()->popup();
-    EXPECT_TRUE(popup->isVisible());
-    EXPECT_EQ(2, popup->model()->rowCount());
-    popup->hide();
-    grid.EditCellCancel();
-    content.Change_Column(2, [](auto& column) { column.control = Grid_Column_Control::Text; });
-    ASSERT_TRUE(grid.EditCellStart(2, 1));
-    EXPECT_EQ(nullptr, Editor()->completer());
-}
-
-TEST_F(Grid_Window, A_Check_Is_Turned_Over_By_Click_And_By_Space)
-{
-    auto& content = grid.Content();
-    content.Set(Grid_Property::AllowUpdate, true);
-    content.Change_Column(2, [](auto& column) {
-        column.control = Grid_Column_Control::Check;
-        column.data_type = int(Grid_Data_Type::Boolean);
-    });
-    content.Set_CellValue(2, 1, false);
-    const QSignalSpy changes(&grid, &bkcGrid::CellChange);
-    Press(2, 1);
-    EXPECT_TRUE(content.CellValue(2, 1).toBool());
-    QTest::keyClick(&grid, Qt::Key_Space);
-    EXPECT_FALSE(content.CellValue(2, 1).toBool());
-    EXPECT_EQ(2, changes.size());
-}
-
 TEST_F(Grid_Window, Tool_Tips_Are_The_Choices_Own_Or_The_Text)
 {
     auto& content = grid.Content();
@@ -407,6 +258,95 @@ TEST_F(Grid_Window, The_Pointer_Over_The_Cells_Is_The_Hosts)
     EXPECT_FALSE(grid.MouseIcon().isNull());
     grid.Set_Visible(false);
     EXPECT_FALSE(grid.Visible());
+}
+
+TEST_F(Grid_Window, A_Press_Is_Remembered_With_Its_Cell)
+{
+    EXPECT_FALSE(grid.CellMouseDown());
+    const QPoint place = Middle(2, 4);
+    EXPECT_TRUE(grid.CellHit(place.x(), place.y()));
+    EXPECT_FALSE(grid.CellHit(place.x(), grid.viewport()->height() - 5));
+    Press(2, 4);
+    EXPECT_TRUE(grid.CellMouseDown());
+    EXPECT_EQ(2, grid.ReturnColumnMouseDown());
+    EXPECT_EQ(4, grid.ReturnRowMouseDown());
+}
+
+TEST_F(Grid_Window, Scrolls_To_What_The_Host_Wants_To_See)
+{
+    grid.Content().Set_Rows(1000);
+    grid.Content().Set_Columns(40);
+    EXPECT_EQ(1, grid.GridLeftColumn());
+    EXPECT_FALSE(grid.CellVisible(30, 500));
+    grid.CellForceVisible(30, 500);
+    EXPECT_TRUE(grid.CellVisible(30, 500));
+    EXPECT_TRUE(grid.ColumnVisible(grid.GridRightColumn()));
+    EXPECT_FALSE(grid.ColumnVisible(grid.GridRightColumn() + 1));
+    EXPECT_LE(grid.ColumnLeft(grid.GridRightColumn()), grid.GridWidth());
+    grid.Set_GridTopRow(200);
+    EXPECT_EQ(200, grid.GridTopRow());
+    EXPECT_GE(grid.GridBottomRow(), 200 + grid.GridHeight() / 30);
+    grid.Set_GridLeftColumn(5);
+    EXPECT_EQ(5, grid.GridLeftColumn());
+    grid.Set_GridTopRow(2000); // there is no such row
+    EXPECT_EQ(200, grid.GridTopRow());
+}
+
+TEST_F(Grid_Window, The_First_Update_Sorts_By_The_Initial_Column)
+{
+    grid.Set_ColumnInitialSort(1);
+    grid.Update();
+    EXPECT_EQ(QVariant(1), grid.Content().CellValue(1, 1));
+    grid.Content().SortColumn(1, -1);
+    grid.Update();
+    EXPECT_EQ(QVariant(5), grid.Content().CellValue(1, 1)) << "only the first";
+}
+
+TEST_F(Grid_Window, Indicators_Can_Be_Switched_Off)
+{
+    grid.Content().SortColumn(1, 1);
+    EXPECT_TRUE(grid.horizontalHeader()->isSortIndicatorShown());
+    grid.Set_ColumnSortIndicator(false);
+    EXPECT_FALSE(grid.horizontalHeader()->isSortIndicatorShown());
+    grid.Content().Set_Active(1, 2);
+    const auto bold = [&](int row) {
+        return grid.model()->headerData(row - 1, Qt::Vertical, Qt::FontRole).value<QFont>().bold();
+    };
+    EXPECT_TRUE(bold(2));
+    EXPECT_FALSE(bold(1));
+    grid.Set_ActiveRowIndicator(false);
+    EXPECT_FALSE(bold(2));
+}
+
+TEST_F(Grid_Window, Clicks_On_Cells_Select_No_Row_Where_They_May_Not)
+{
+    grid.Content().Set(Grid_Property::AllowCellRowSelect, false);
+    const QSignalSpy clicks(&grid, &bkcGrid::Click);
+    Press(1, 2);
+    EXPECT_TRUE(Selected().empty());
+    EXPECT_EQ(2, grid.Content().ActiveRow());
+    EXPECT_EQ(1, clicks.size());
+}
+
+TEST_F(Grid_Window, Proportional_Columns_Share_What_Is_Left_When_The_Control_Resizes)
+{
+    grid.Content().Set_ColumnWidthProportional(2, 1);
+    const int left_before = grid.viewport()->width() - 75;
+    EXPECT_EQ(left_before, grid.columnWidth(1));
+    grid.resize(600, 300);
+    EXPECT_EQ(grid.viewport()->width() - 75, grid.columnWidth(1));
+    EXPECT_GT(grid.columnWidth(1), left_before);
+}
+
+TEST_F(Grid_Window, A_Click_Tells_The_Active_Cell_Before_The_Selection)
+{
+    QStringList told;
+    QObject::connect(&grid, &bkcGrid::ActiveChange, &grid,
+                     [&](int column, int row) { told << QStringLiteral("active %1 %2").arg(column).arg(row); });
+    QObject::connect(&grid, &bkcGrid::SelChange, &grid, [&] { told << "selection"; });
+    QObject::connect(&grid, &bkcGrid::Click, &grid, [&] { told << "click"; });
+    Press(2, 3);
+    EXPECT_EQ("active 2 3, selection, click", told.join(", ").toStdString());
 }
 
 } // namespace

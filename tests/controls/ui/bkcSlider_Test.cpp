@@ -172,7 +172,8 @@ TEST_P(Legend_Places, Are_Where_The_Position_Says)
 {
     bkcSlider slider;
     slider.Set_LegendText("Radius");
-    slider.Set_Legend(GetParam().position, 0, 9);
+    slider.Set_LegendPosition(GetParam().position);
+    slider.Set_LegendSeparation(9);
     slider.resize(300, 80);
     slider.show();
     const QRect legend = slider.findChild<QLabel*>()->geometry();
@@ -183,6 +184,35 @@ TEST_P(Legend_Places, Are_Where_The_Position_Says)
         EXPECT_EQ(first.right() + 1 + 9, second.left());
     else
         EXPECT_EQ(first.bottom() + 1 + 9, second.top());
+}
+
+TEST(Slider_Window, Has_The_Properties_Of_Its_Bar_And_Its_Legend)
+{
+    bkcSlider slider;
+    slider.Set_Min(-50);
+    slider.Set_Max(50);
+    slider.Set_SmallChange(2);
+    slider.Set_LargeChange(20);
+    slider.Set_TickStyle(3);
+    slider.Set_TickFrequency(25);
+    slider.Set_TickSize(6);
+    slider.Set_SliderPointerSize(15);
+    slider.Set_BackColor(Qt::red);
+    const auto& bar = slider.Bar();
+    EXPECT_EQ((std::vector<int>{-50, 50, 2, 20, 3, 25, 6, 15}),
+              (std::vector<int>{bar.Min(), bar.Max(), bar.SmallChange(), bar.LargeChange(), bar.TickStyle(),
+                                bar.TickFrequency(), bar.TickSize(), bar.SliderPointerSize()}));
+    EXPECT_EQ(
+        (std::vector<int>{-50, 50, 2, 20, 3, 25, 6, 15}),
+        (std::vector<int>{slider.Min(), slider.Max(), slider.SmallChange(), slider.LargeChange(), slider.TickStyle(),
+                          slider.TickFrequency(), slider.TickSize(), slider.SliderPointerSize()}));
+    EXPECT_EQ(QColor(Qt::red), slider.BackColor());
+    EXPECT_EQ(QColor(Qt::red), bar.BackColor());
+    slider.Set_LegendAlignment(2);
+    slider.Set_LegendPosition(9);
+    EXPECT_EQ(2, slider.LegendAlignment());
+    EXPECT_EQ(3, slider.LegendPosition()) << "the last there is";
+    EXPECT_TRUE(slider.findChild<QLabel*>()->alignment().testFlag(Qt::AlignHCenter));
 }
 
 TEST(Slider_Window, The_Legend_Can_Be_Hidden_And_Greys_With_The_Bar)

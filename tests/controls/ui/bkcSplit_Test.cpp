@@ -97,6 +97,19 @@ TEST_F(Split_Window, Margins_And_Splitter_Width_Leave_The_Rest_To_The_Controls)
     EXPECT_EQ(180, split->Control_LT()->height());
 }
 
+TEST_F(Split_Window, Each_Margin_Can_Be_Set_By_Itself)
+{
+    split->Set_MarginLeft(1);
+    split->Set_MarginTop(2);
+    split->Set_MarginRight(3);
+    split->Set_MarginBottom(4);
+    EXPECT_EQ((std::vector<int>{1, 2, 3, 4}),
+              (std::vector<int>{split->MarginLeft(), split->MarginTop(), split->MarginRight(), split->MarginBottom()}));
+    EXPECT_EQ(QPoint(1, 2), split->Control_LT()->pos());
+    EXPECT_EQ(200 - 6, split->Control_LT()->height());
+    EXPECT_EQ(405 - 4 - 5, split->Control_LT()->width() + split->Control_RB()->width());
+}
+
 TEST_F(Split_Window, Stands_Across_With_The_Other_Orientation)
 {
     split->Set_Orientation(Split_Orientation::Vertical);

@@ -24,10 +24,11 @@ protected:
 TEST_F(Engine_Limits, Parentheses_Nest_So_Deep_And_No_Deeper)
 {
     const auto nested = [](int depth) { return QString(depth, u'(') + u'1' + QString(depth, u')'); };
-    EXPECT_EQ("Long 1", Shown(evaluator.Value(nested(900))).toStdString());
-    for (const int depth : {1100, 1'000'000}) {
+    EXPECT_EQ("Long 1", Shown(evaluator.Value(nested(1000))).toStdString());
+    for (const int depth : {1001, 1'000'000}) {
         EXPECT_TRUE(evaluator.Value(nested(depth)).Is_Empty());
         EXPECT_EQ(2, evaluator.Last_Error().Code);
+        EXPECT_EQ(1001, evaluator.Last_Error().Position);
         EXPECT_EQ("Compiler error allocating memory", evaluator.Last_Error().Description.toStdString());
     }
 }
@@ -35,18 +36,34 @@ TEST_F(Engine_Limits, Parentheses_Nest_So_Deep_And_No_Deeper)
 TEST_F(Engine_Limits, Arguments_Nest_So_Deep_And_No_Deeper)
 {
     const auto nested = [](int depth) { return QStringLiteral("Trim(").repeated(depth) + u'1' + QString(depth, u')'); };
-    EXPECT_EQ("String 1", Shown(evaluator.Value(nested(900))).toStdString());
-    EXPECT_TRUE(evaluator.Value(nested(100'000)).Is_Empty());
-    EXPECT_EQ(2, evaluator.Last_Error().Code);
+    EXPECT_EQ("String 1", Shown(evaluator.Value(nested(1000))).toStdString());
+    for (const int depth : {1001, 100'000}) {
+        EXPECT_TRUE(evaluator.Value(nested(depth)).Is_Empty());
+        EXPECT_EQ(2, evaluator.Last_Error().Code);
+    }
 }
 
 TEST_F(Engine_Limits, Statements_Nest_So_Deep_And_No_Deeper)
 {
+    const auto nested = [](int depth) {
+        return QStringLiteral("If 1=1 Then\n").repeated(depth) + QStringLiteral("x = 1\n") +
+               QStringLiteral("End If\n").repeated(depth);
+    };
+    EXPECT_EQ("", Error_Of(nested(1000)).toStdString());
+    EXPECT_EQ("Compiler error allocating memory", Error_Of(nested(1001)).toStdString());
     EXPECT_EQ("Compiler error allocating memory",
               Error_Of(QStringLiteral("If 1=1 Then\n").repeated(100'000)).toStdString());
     EXPECT_EQ("Compiler error allocating memory",
               Error_Of(QStringLiteral("If 1=1 Then ").repeated(100'000)).toStdString());
     EXPECT_EQ("Compiler error allocating memory", Error_Of(QStringLiteral("Do\n").repeated(100'000)).toStdString());
+}
+
+TEST_F(Engine_Limits, Calls_Nest_So_Deep_And_No_Deeper)
+{
+    const QString program = QStringLiteral("x = f(%1)\nEnd\nFunction f(ByVal n)\nIf n > 1 Then f = f(n - 1) Else f = "
+                                           "1\nEnd Function");
+    EXPECT_EQ("", Error_Of(program.arg(10'000)).toStdString());
+    EXPECT_EQ("Out of stack space", Error_Of(program.arg(10'001)).toStdString());
 }
 
 TEST_F(Engine_Limits, A_Run_Ends_After_So_Many_Instructions)

@@ -45,6 +45,8 @@ std::string Name_Of(const testing::TestParamInfo<Formula_Case>& row)
 
 INSTANTIATE_TEST_SUITE_P(Expressions, Formula_Cases,
                          testing::ValuesIn(Read_Formula_Cases("evaluate/engine/expressions.txt")), Name_Of);
+INSTANTIATE_TEST_SUITE_P(Documented, Formula_Cases,
+                         testing::ValuesIn(Read_Formula_Cases("evaluate/engine/documented.txt")), Name_Of);
 INSTANTIATE_TEST_SUITE_P(Programs, Formula_Cases, testing::ValuesIn(Read_Formula_Cases("evaluate/engine/programs.txt")),
                          Name_Of);
 INSTANTIATE_TEST_SUITE_P(Refusals, Formula_Cases,

@@ -57,6 +57,19 @@ TEST_F(Metered_Memory, Refuses_An_Array_Before_It_Is_Made)
     EXPECT_EQ(Error_Number::None, Make_Array(30)) << "what was refused is not held";
 }
 
+TEST_F(Metered_Memory, Has_Room_Only_For_What_Fits_And_Notes_Nothing)
+{
+    for (int i = 0; i < 1000; ++i) ASSERT_EQ(Error_Number::None, memory.Room_For_Text(5 * KiB));
+    EXPECT_EQ(0, asked) << "what was only asked for is not used up";
+    EXPECT_EQ(Error_Number::None, memory.Room_For_Text(49 * KiB)) << "98 of 100 KiB";
+    EXPECT_EQ(Error_Number::Out_Of_String_Space, memory.Room_For_Text(51 * KiB));
+    EXPECT_EQ(Error_Number::None, memory.Room_For_List(1 * KiB, 5 * KiB)) << "64 KiB of headers and 10 of letters";
+    EXPECT_EQ(Error_Number::Out_Of_Memory, memory.Room_For_List(1 * KiB, 50 * KiB));
+    EXPECT_EQ(Error_Number::Out_Of_Memory, memory.Room_For_List(2 * KiB, 0));
+    ASSERT_EQ(Error_Number::None, Keep(60));
+    EXPECT_EQ(Error_Number::Out_Of_String_Space, memory.Room_For_Text(40 * KiB));
+}
+
 TEST_F(Metered_Memory, Tells_Texts_From_Arrays)
 {
     EXPECT_EQ(Error_Number::Out_Of_String_Space, [this] {
@@ -155,6 +168,9 @@ INSTANTIATE_TEST_SUITE_P(
                        "Dim a(), b()\ni = 0\ns = String(100000, \",\")\nReDim a(10000)\nFor i = 0 To 10000\na(i) = "
                        "Split(s, \",\")\nNext",
                        7},
+        Greedy_Program{"one_list_above_the_limit", "s = String(4000000, \",\")\ns = Join(Split(s, \",\"), \"\")", 7},
+        Greedy_Program{"one_joined_text_above_the_limit", "s = String(10000000, \"x\")\ns = s & s & s & s", 14},
+        Greedy_Program{"one_formatted_date_above_the_limit", "x = Format(5, String(16000000, \"c\"))", 14},
         Greedy_Program{
             "copies_of_an_array_that_are_written_to",
             "Dim a(), b()\ni = 0\nReDim a(10000)\nReDim b(100000)\nFor i = 0 To 10000\na(i) = b\nb(0) = i\nNext", 7,

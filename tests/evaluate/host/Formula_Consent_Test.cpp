@@ -110,11 +110,14 @@ TEST_F(Consent, Asks_With_Name_Text_And_What_May_Be_Read_And_No_As_Default)
     EXPECT_TRUE(Open({who}));
     ASSERT_EQ(1U, dialogs.asked.size());
     const Message& question = dialogs.asked.front();
-    EXPECT_EQ("A formula of this file reads more than the facts of the pictures. Allow it?\n\n"
-              "Name: Who\n\n"
-              "Formula: Environ(\"USER\") & Dir(\"*\")\n\n"
-              "It may read the names, sizes and dates of your files, and the environment variables of the program.",
-              question.text.toStdString());
+    EXPECT_EQ(
+        "A formula of this file wants more than the facts of a picture. Allow it?\n\n"
+        "Name: Who\n\n"
+        "Formula: Environ(\"USER\") & Dir(\"*\")\n\n"
+        "It wants to read the names, sizes and dates of your files, and the environment variables of the "
+        "program.\n\nYes holds for this formula from now on. No opens the file and refuses it that. Cancel leaves "
+        "the file unopened.",
+        question.text.toStdString());
     EXPECT_EQ(Message_Buttons::Yes_No_Cancel, question.buttons);
     EXPECT_EQ(Message_Answer::No, question.standard);
     EXPECT_EQ(Message_Icon::Question, question.icon);
@@ -226,21 +229,22 @@ TEST_F(Consent, A_Stored_Value_That_Is_No_List_Allows_Nothing)
 
 TEST_F(Consent, A_Formula_Cannot_Write_Lines_Of_The_Question)
 {
-    EXPECT_TRUE(Open({{"Safe\n\nIt may read nothing.\u202E"_q, "CurDir\t& _\nFileName"_q}}));
+    EXPECT_TRUE(Open({{"Safe\n\nIt wants to read nothing.\u202E"_q, "CurDir\t& _\nFileName"_q}}));
     ASSERT_EQ(1U, dialogs.asked.size());
     const std::string text = dialogs.asked.front().text.toStdString();
-    EXPECT_NE(std::string::npos, text.find("Name: Safe  It may read nothing.\uFFFD\n\n")) << text;
+    EXPECT_NE(std::string::npos, text.find("Name: Safe  It wants to read nothing.\uFFFD\n\n")) << text;
     EXPECT_NE(std::string::npos, text.find("Formula: CurDir & _ FileName\n\n")) << text;
 }
 
 TEST_F(Consent, A_Long_Formula_Does_Not_Push_The_Question_Off_The_Screen)
 {
-    EXPECT_TRUE(Open({{"Long"_q, "\""_q + QString(5000, u'a') + "\" & CurDir"_q}}));
+    EXPECT_TRUE(Open({{QString(2000, u'n'), "\""_q + QString(5000, u'a') + "\" & CurDir"_q}}));
     ASSERT_EQ(1U, dialogs.asked.size());
-    EXPECT_LT(dialogs.asked.front().text.size(), 1300);
+    EXPECT_LT(dialogs.asked.front().text.size(), 1600);
+    EXPECT_TRUE(dialogs.asked.front().text.contains("… and 1880 characters more\n\nFormula: "_q));
     EXPECT_FALSE(dialogs.asked.front().text.contains(QString(41, u'a'))) << "a window can break its lines";
     EXPECT_TRUE(dialogs.asked.front().text.contains("… and 4011 characters more"_q));
-    EXPECT_TRUE(dialogs.asked.front().text.endsWith("It may read the names, sizes and dates of your files."_q));
+    EXPECT_TRUE(dialogs.asked.front().text.contains("It wants to read the names, sizes and dates of your files.\n"_q));
 }
 
 TEST_F(Consent, A_Host_That_Sets_What_Is_Allowed_Refuses_The_Rest_At_Its_Place)

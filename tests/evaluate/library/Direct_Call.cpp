@@ -42,7 +42,6 @@ const std::vector<std::pair<QString, Binary>> Operators = {
     {"Eqv", Eqv},
     {"Imp", Imp},
     {"Like", Plain<Like>},
-    {"Is", Is},
 };
 
 Host_File_Facts Facts(const char* name, std::int64_t size, int attributes)

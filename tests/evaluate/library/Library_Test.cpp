@@ -1,3 +1,4 @@
+#include "evaluate/variant/Variant_Array.h"
 #include "tests/evaluate/library/Direct_Call.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,37 @@ TEST(Built_In_Table, A_Class_Is_Allowed_Only_When_Its_Bit_Is_Set)
 {
     EXPECT_TRUE(Is_Allowed(Access_Class::Files, All_Access));
     EXPECT_FALSE(Is_Allowed(Access_Class::Files, unsigned(Access_Class::Pure) | unsigned(Access_Class::Clock)));
+}
+
+// A megabyte is left for values. The engine looks at a result when it is there; these refuse to make it.
+TEST(Built_In_Memory, What_Grows_A_Text_Or_Makes_A_List_Asks_For_Room_Before)
+{
+    Direct_Call caller;
+    std::int64_t heap = 0;
+    caller.context.memory = Formula_Memory(1 << 20, [&heap] { return heap; });
+    const auto set = [&](const char* name, Variant value) { caller.variables[QString::fromLatin1(name)] = value; };
+    set("text", Variant(QString(400'000, u'x')));
+    set("list", Make_List(std::vector<Variant>(2, Variant(QString(300'000, u'x')))));
+    set("many", Make_List(std::vector<Variant>(30'000, Variant(QString(u'x')))));
+    const std::pair<const char*, const char*> rows[] = {
+        {"Len(Space(500000))", "Long 500000"},
+        {"Space(600000)", "error 14"},
+        {"String(600000, \"x\")", "error 14"},
+        {"String(600000, 65)", "error 14"},
+        {"Quoted(@text, \"x\")", "error 14"},
+        {"Len(Quoted(@text, \"y\"))", "Long 400000"},
+        {"Replace(@text, \"x\", \"yy\")", "error 14"},
+        {"Len(Replace(@text, \"x\", \"y\"))", "Long 400000"},
+        {"Join(@list, \"\")", "error 14"},
+        {"Join(@many, @text)", "error 14"},
+        {"StrConv(@text, 64)", "error 14"},
+        {"Len(StrConv(@text, 1))", "Long 400000"},
+        {"Format(5, @text)", "error 14"},
+        {"Split(@text, \"x\")", "error 7"},
+        {"Len(Join(Split(@text, \"y\"), \"\"))", "Long 400000"},
+        {"Filter(@many, \"x\")", "error 7"},
+    };
+    for (const auto& [call, result] : rows) EXPECT_EQ(result, caller.Shown(call).substr(0, 40)) << call;
 }
 
 // Any built-in answers any arguments with a value or an error, whatever their kinds.

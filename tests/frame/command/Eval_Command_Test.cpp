@@ -50,89 +50,78 @@ TEST_P(Hv_Eval, Answers)
 
 INSTANTIATE_TEST_SUITE_P(
     All, Hv_Eval,
-    testing::Values(Eval_Case{"prints_the_value", {"1 + 2 * 3"}, "7\n"},
-                    Eval_Case{"prints_a_text_as_it_stands", {"UCase(\"ab\") & \"-\" & 1.5"}, "AB-1.5\n"},
-                    Eval_Case{"prints_null", {"--null", "x", "x"}, "Null\n"},
-                    Eval_Case{"prints_an_array_an_element_a_line", {"Split(\"a,b,c\", \",\")"}, "a\nb\nc\n"},
-                    Eval_Case{"takes_a_text_variable", {"-v", "Who=Anna", "\"for \" & Who"}, "for Anna\n"},
-                    Eval_Case{"takes_a_number", {"-n", "x=2.5", "x * 2"}, "5\n"},
-                    Eval_Case{"takes_a_small_integer_that_widens", {"-i", "x=32767", "x + 1"}, "32768\n"},
-                    Eval_Case{"takes_a_date", {"-d", "Day=2026-03-14", "Format(Day, \"yyyymmdd\")"}, "20260314\n"},
-                    Eval_Case{"takes_null", {"--null", "x", "IsNull(x)"}, "True\n"},
-                    Eval_Case{"gives_the_formula_of_a_program", {"--program", "=20 + 22\nx = 1"}, "42\n"},
-                    Eval_Case{"prints_nothing_of_a_program_without_formula", {"--program", "x = 1"}, ""},
-                    Eval_Case{"prints_a_variable_after_the_run", {"--program", "--print", "x", "x = 1 + 1"}, "2\n"},
-                    Eval_Case{"lets_a_message_box_print_its_prompt", {"MsgBox(\"ready\")"}, "1\n", "hv: ready\n"},
-                    Eval_Case{"answers_an_input_box_with_nothing", {"\"<\" & InputBox(\"name?\") & \">\""}, "<>\n"},
-                    Eval_Case{"prints_what_it_can_beside_an_unknown_variable",
-                              {"--program", "--print", "y", "--print", "x", "x = 2"},
-                              "2\n",
-                              "hv: y: Unknown variable\n",
-                              1},
-                    Eval_Case{"refuses_a_variable_without_a_value",
-                              {"-v", "x", "1"},
-                              "",
-                              "hv: -v needs NAME=VALUE (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_a_variable_without_a_name",
-                              {"-n", "=3", "1"},
-                              "",
-                              "hv: -n needs NAME=VALUE (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_a_name_that_no_formula_can_say",
-                              {"-v", "1st=a", "1"},
-                              "",
-                              "hv: -v: \"1st\" is no name for a variable (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_the_name_of_a_function",
-                              {"-v", "left=a", "1"},
-                              "",
-                              "hv: -v: \"left\" is no name for a variable (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_null_under_a_name_that_no_formula_can_say",
-                              {"--null", "a b", "1"},
-                              "",
-                              "hv: --null: \"a b\" is no name for a variable (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_a_number_that_is_none",
-                              {"-n", "x=many", "x"},
-                              "",
-                              "hv: -n x: \"many\": Type mismatch (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_an_integer_that_is_too_large",
-                              {"-i", "x=32768", "x"},
-                              "",
-                              "hv: -i x: \"32768\": Overflow (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_a_date_that_is_none",
-                              {"-d", "x=2026-02-30", "x"},
-                              "",
-                              "hv: -d x: \"2026-02-30\": Type mismatch (see hv eval --help)\n",
-                              2},
-                    Eval_Case{"refuses_to_allow_what_cannot_be_allowed",
-                              {"--allow-formula", "files,dialogs", "1"},
-                              "",
-                              "hv: --allow-formula knows files, environment and settings, not \"files,dialogs\" (see "
-                              "hv eval --help)\n",
-                              2},
-                    Eval_Case{"a_formula_that_begins_with_a_sign", {"--", "-3 + 1"}, "-2\n"},
-                    Eval_Case{"a_scalar_for_an_array_of_the_program",
-                              {"--program", "-v", "a=5", "Dim a()\nx = a(1)"},
-                              "",
-                              "hv: error 13: Type mismatch (at character position 13)\n",
-                              1}),
+    testing::Values(
+        Eval_Case{"prints_the_value", {"1 + 2 * 3"}, "7\n"},
+        Eval_Case{"prints_a_text_as_it_stands", {"UCase(\"ab\") & \"-\" & 1.5"}, "AB-1.5\n"},
+        Eval_Case{"prints_null", {"--null", "x", "x"}, "Null\n"},
+        Eval_Case{"prints_empty_as_an_empty_line", {"Tessary.Lists"}, "\n"},
+        Eval_Case{
+            "tells_where_an_error_is", {"1 / 0"}, "", "hv: error 11: Division by zero (at character position 3)\n", 1},
+        Eval_Case{"tells_where_a_text_is_no_formula",
+                  {"1 + ?"},
+                  "",
+                  "hv: error 1: Unexpected end of program (at character position 5)\n",
+                  1},
+        Eval_Case{"prints_an_array_an_element_a_line", {"Split(\"a,b,c\", \",\")"}, "a\nb\nc\n"},
+        Eval_Case{"takes_a_text_variable", {"-v", "Who=Anna", "\"for \" & Who"}, "for Anna\n"},
+        Eval_Case{"takes_a_number", {"-n", "x=2.5", "x * 2"}, "5\n"},
+        Eval_Case{"takes_a_small_integer_that_widens", {"-i", "x=32767", "x + 1"}, "32768\n"},
+        Eval_Case{"takes_a_date", {"-d", "Day=2026-03-14", "Format(Day, \"yyyymmdd\")"}, "20260314\n"},
+        Eval_Case{"takes_null", {"--null", "x", "IsNull(x)"}, "True\n"},
+        Eval_Case{"gives_the_formula_of_a_program", {"--program", "=20 + 22\nx = 1"}, "42\n"},
+        Eval_Case{"prints_nothing_of_a_program_without_formula", {"--program", "x = 1"}, ""},
+        Eval_Case{"prints_a_variable_after_the_run", {"--program", "--print", "x", "x = 1 + 1"}, "2\n"},
+        Eval_Case{"lets_a_message_box_print_its_prompt", {"MsgBox(\"ready\")"}, "1\n", "hv: ready\n"},
+        Eval_Case{"answers_an_input_box_with_nothing", {"\"<\" & InputBox(\"name?\") & \">\""}, "<>\n"},
+        Eval_Case{"prints_what_it_can_beside_an_unknown_variable",
+                  {"--program", "--print", "y", "--print", "x", "x = 2"},
+                  "2\n",
+                  "hv: y: Unknown variable\n",
+                  1},
+        Eval_Case{"a_formula_that_begins_with_a_sign", {"--", "-3 + 1"}, "-2\n"},
+        Eval_Case{"a_scalar_for_an_array_of_the_program",
+                  {"--program", "-v", "a=5", "Dim a()\nx = a(1)"},
+                  "",
+                  "hv: error 13: Type mismatch (at character position 13)\n",
+                  1}),
     [](const auto& row) { return row.param.name; });
 
-TEST(Hv_Eval_Errors, Name_Code_Text_And_Place)
+struct Refusal_Case {
+    const char* name;
+    QStringList arguments;
+    const char* reason;
+};
+
+class Hv_Eval_Refusals : public testing::TestWithParam<Refusal_Case> {};
+
+TEST_P(Hv_Eval_Refusals, Do_Nothing_And_Say_Why)
 {
-    const Answer answer = Evaluate({QStringLiteral("1 / 0")});
-    EXPECT_EQ(1, answer.status);
-    EXPECT_TRUE(answer.out.isEmpty());
-    EXPECT_TRUE(answer.messages.startsWith(QStringLiteral("hv: error 11: Division by zero (at character position ")))
-        << answer.messages.toStdString();
-    EXPECT_EQ(2, Evaluate({}).status) << "nothing to evaluate";
-    EXPECT_EQ(2, Evaluate({QStringLiteral("--bogus"), QStringLiteral("1")}).status);
+    const Answer answer = Evaluate(GetParam().arguments);
+    EXPECT_EQ(2, answer.status);
+    EXPECT_EQ("", answer.out.toStdString());
+    EXPECT_EQ(std::string("hv: ") + GetParam().reason + " (see hv eval --help)\n", answer.messages.toStdString());
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Hv_Eval_Refusals,
+    testing::Values(
+        Refusal_Case{"nothing_to_evaluate", {}, "either a formula or -f FILE is needed"},
+        Refusal_Case{"two_formulas", {"1", "2"}, "more than one formula"},
+        Refusal_Case{"a_formula_and_a_file", {"-f", "x", "1"}, "either a formula or -f FILE is needed"},
+        Refusal_Case{"an_unknown_option", {"--bogus", "1"}, "unknown option --bogus"},
+        Refusal_Case{"an_option_without_its_value", {"1", "--print"}, "--print needs a value"},
+        Refusal_Case{"a_variable_without_a_value", {"-v", "x", "1"}, "-v needs NAME=VALUE"},
+        Refusal_Case{"a_variable_without_a_name", {"-n", "=3", "1"}, "-n needs NAME=VALUE"},
+        Refusal_Case{"a_name_no_formula_can_say", {"-v", "1st=a", "1"}, "-v: \"1st\" is no name for a variable"},
+        Refusal_Case{"the_name_of_a_function", {"-v", "left=a", "1"}, "-v: \"left\" is no name for a variable"},
+        Refusal_Case{"null_under_such_a_name", {"--null", "a b", "1"}, "--null: \"a b\" is no name for a variable"},
+        Refusal_Case{"a_number_that_is_none", {"-n", "x=many", "x"}, "-n x: \"many\": Type mismatch"},
+        Refusal_Case{"an_integer_that_is_too_large", {"-i", "x=32768", "x"}, "-i x: \"32768\": Overflow"},
+        Refusal_Case{"a_date_that_is_none", {"-d", "x=2026-02-30", "x"}, "-d x: \"2026-02-30\": Type mismatch"},
+        Refusal_Case{"access_that_nobody_gives",
+                     {"--allow-formula", "files,dialogs", "1"},
+                     "--allow-formula knows files, environment and settings, not \"files,dialogs\""}),
+    [](const auto& row) { return row.param.name; });
 
 class Formula_File : public testing::Test {
 protected:

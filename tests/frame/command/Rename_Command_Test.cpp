@@ -98,6 +98,48 @@ TEST_F(Hv_Rename, Numbers_Anew_By_An_Interval)
     EXPECT_EQ(answer.out, "IMG_0012.jpg\tTrip_001.jpg\nIMG_0013.jpg\tTrip_006.jpg\n");
 }
 
+TEST_F(Hv_Rename, Numbers_Names_Without_A_Number_From_A_Given_Start_Alone)
+{
+    const QStringList sea{Q("--from"), Q("beach"), Q("--to"), Q("Sea"), Q("beach-a.jpg"), Q("beach-b.jpg")};
+    for (const char* name : {"beach-a.jpg", "beach-b.jpg"}) Put(name);
+    Answer answer = Run(sea + QStringList{Q("--reserialize"), Q("--execute")});
+    EXPECT_EQ(answer.status, 2);
+    EXPECT_EQ(answer.out, "");
+    EXPECT_EQ(answer.messages, "hv: rename: --reserialize needs --start, for no name holds a number to begin with (see "
+                               "hv rename --help)\n");
+    EXPECT_EQ(What("beach-a.jpg"), "picture beach-a.jpg");
+    answer = Run(sea + QStringList{Q("--reserialize"), Q("--start"), Q("01")});
+    EXPECT_EQ(answer.out, "beach-a.jpg\tSea-a01.jpg\nbeach-b.jpg\tSea-b02.jpg\n");
+    EXPECT_EQ(answer.messages, "");
+    answer = Run(sea + QStringList{Q("--start"), Q("01")});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.out, "beach-a.jpg\tSea-a.jpg\nbeach-b.jpg\tSea-b.jpg\n") << "the names keep their rest";
+    EXPECT_EQ(answer.messages,
+              "hv: rename: --start has no effect, for no name holds a number; --reserialize numbers all files\n");
+}
+
+TEST_F(Hv_Rename, A_Folder_In_A_New_Name_Is_Left_Out)
+{
+    const Answer answer = Run({Q("--from"), Q("IMG"), Q("--to"), Q("../Trip"), Q("--execute"), Q("IMG_0012.jpg")});
+    EXPECT_EQ(answer.out, "IMG_0012.jpg\tTrip_0012.jpg\n");
+    EXPECT_EQ(What("Trip_0012.jpg"), "picture IMG_0012.jpg");
+}
+
+TEST_F(Hv_Rename, A_Damaged_Journal_Is_Told_Once)
+{
+    EXPECT_EQ(Run(trip + QStringList{Q("--execute"), Q("IMG_0012.jpg")}).status, 0);
+    Put_File(state.File("halvine/renames/rename-9.journal"), "B\nnames");
+    Answer answer = Run(trip + QStringList{Q("--execute"), Q("IMG_0013.jpg")});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.messages, "hv: The journal of a rename that may have been interrupted is damaged: line 1 breaks "
+                               "off; it is kept as " +
+                                   QByteArray::fromStdString(state.File("halvine/renames/set-aside-rename-9.journal")) +
+                                   "\n");
+    answer = Run({Q("--take-back")});
+    EXPECT_EQ(answer.messages, "");
+    EXPECT_EQ(What("IMG_0013.jpg"), "picture IMG_0013.jpg");
+}
+
 TEST_F(Hv_Rename, Takes_A_Pattern_And_A_Type)
 {
     const Answer answer = Run({Q("--from"), Q("*_"), Q("--to"), Q("x"), Q("--pattern"), Q("--type"), Q("JPG"),
@@ -156,6 +198,14 @@ TEST_F(Hv_Rename, Collisions_Are_Refused_Before_Anything_Is_Touched)
     EXPECT_EQ(answer.messages, "hv: IMG_0013.jpg: the name \"Trip_0013.jpg\" is taken by another file\n");
     EXPECT_EQ(What("IMG_0012.jpg"), "picture IMG_0012.jpg");
     EXPECT_EQ(What("Trip_0013.jpg"), "picture Trip_0013.jpg");
+}
+
+TEST_F(Hv_Rename, A_Fault_Of_A_File_With_A_Colon_Names_It_Once)
+{
+    Put("Day: 1.jpg");
+    Put("Trip: 1.jpg");
+    const Answer answer = Run({Q("--from"), Q("Day"), Q("--to"), Q("Trip"), Q("Day: 1.jpg")});
+    EXPECT_EQ(answer.messages, "hv: Day: 1.jpg: the name \"Trip: 1.jpg\" is taken by another file\n");
 }
 
 TEST_F(Hv_Rename, Shifts_Numbers_Along_A_Row_Of_Files)

@@ -20,17 +20,9 @@ protected:
 
     void Open_With_Slides(const QString& arguments = {})
     {
-        entry.state.Default_Path = QString::fromStdString(folder.Path());
-        window = Make_Halvine_Window({.form = form,
-                                      .state = entry.state,
-                                      .ports = entry.ports,
-                                      .icon = Icon,
-                                      .short_version = Q("0.1"),
-                                      .long_version = Q("0.1.0")});
+        window = Window_On(QString::fromStdString(folder.Path()), form, entry, Icon);
         slides = std::make_unique<Slide_Wiring>(form, *window, entry.state, entry.scripted.platform, Icon);
-        Display_Main_Window(*window, arguments);
-        QApplication::setActiveWindow(window.get());
-        QApplication::processEvents();
+        Bring_Up(*window, arguments);
     }
     void Open_And_Pick_With_Slides(int count)
     {
@@ -246,7 +238,12 @@ TEST_F(Slide_Wiring_Test, A_Maximized_Window_Is_Maximized_Again)
 TEST_F(Slide_Wiring_Test, A_Close_During_A_Show_Stops_It_First)
 {
     Open_And_Pick_With_Slides(2);
+    QStringList slow; // the next slide is still being made when the window goes
+    for (int i = 0; i < 500; ++i) slow << Q("Blur(25,100,7)");
+    Parse_Script_Items(slow.join(u';'), form.State().pictures.Item(2).Script_Items);
     Run(Menu::Slides, 401);
+    Slide_Timer().Fire();
+    EXPECT_TRUE(form.Pictures().Next().Is_Being_Made(slides->Player().Picture_Key_Of_Slide(2)));
     EXPECT_TRUE(window->close());
     EXPECT_FALSE(slides->Player().Is_Running());
     EXPECT_FALSE(slides->Control_Form().isVisible());

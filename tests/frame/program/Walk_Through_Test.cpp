@@ -3,10 +3,8 @@
 
 #include "frame/program/Slide_Wiring.h"
 #include "frame/ui/Icon_Set.h"
-#include "tests/catalogue/Picture_Fixture.h"
-#include "tests/frame/Entry_Fixture.h"
+#include "tests/catalogue/ui/Window_Fixture.h"
 
-#include <QtTest/QtTest>
 #include <filesystem>
 
 namespace {
@@ -15,17 +13,9 @@ namespace {
 struct Program_Run {
     explicit Program_Run(const QString& folder)
     {
-        entry.state.Default_Path = folder;
-        window = Make_Halvine_Window({.form = form,
-                                      .state = entry.state,
-                                      .ports = entry.ports,
-                                      .icon = Icon,
-                                      .short_version = QStringLiteral("0.1"),
-                                      .long_version = QStringLiteral("0.1.0")});
+        window = Window_On(folder, form, entry, Icon);
         slides = std::make_unique<Slide_Wiring>(form, *window, entry.state, entry.scripted.platform, Icon);
-        Display_Main_Window(*window, {});
-        QApplication::setActiveWindow(window.get());
-        QApplication::processEvents();
+        Bring_Up(*window);
     }
     ~Program_Run() { slides.reset(); }
 
@@ -147,8 +137,8 @@ TEST(A_Session, From_Browsing_To_The_Slide_Show)
     const Slide_Show_Control_Form& control = run.slides->Control_Form();
     EXPECT_TRUE(control.isVisible());
     EXPECT_EQ(control.Label_Text(), "Slide 1 of 3");
-    run.entry.scripted.timers.at(run.entry.scripted.timers.size() - 2)->Fire();
-    EXPECT_EQ(control.Label_Text(), "Slide 2 of 3");
+    Scripted_Timer& tick = *run.entry.scripted.timers.at(run.entry.scripted.timers.size() - 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tick.Fire(), control.Label_Text() == "Slide 2 of 3"; }, 10000));
     EXPECT_TRUE(run.window->windowTitle().endsWith(" - 2.jpg"));
     run.Press("Stop slide show");
     EXPECT_FALSE(control.isVisible());

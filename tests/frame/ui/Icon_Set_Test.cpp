@@ -36,7 +36,12 @@ constexpr const char* Panel_And_View_Icons[] = {
     "IDI_SLIDE_CONTROL_SELECTED",
     "IDI_ZOOM_IN",
     "IDI_ZOOM_OUT",
+    "IDI_EXPLORER_BACK",
+    "IDI_EXPLORER_UP",
     "IDI_FOLDER",
+    "IDI_FOLDER_OPEN",
+    "IDI_HELP",
+    "IDI_HOME",
     "IDI_HALVINE",
 };
 
@@ -66,6 +71,16 @@ TEST(Icon_Set, An_Unknown_Id_Is_No_Icon)
 {
     EXPECT_TRUE(Icon("IDI_NOTHING").isNull());
     EXPECT_TRUE(Icon_Drawing("IDI_NOTHING", Qt::black, true).isEmpty());
+}
+
+TEST(Icon_Set, A_Folder_Is_Drawn_Open_Where_It_Is_On)
+{
+    const QSize size(24, 24);
+    const auto drawn = [&](const QIcon& icon, QIcon::State state) {
+        return icon.pixmap(size, QIcon::Normal, state).toImage();
+    };
+    EXPECT_EQ(drawn(Icon("IDI_FOLDER"), QIcon::Off), drawn(Folder_Icon(), QIcon::Off));
+    EXPECT_EQ(drawn(Icon("IDI_FOLDER_OPEN"), QIcon::Off), drawn(Folder_Icon(), QIcon::On));
 }
 
 TEST(Icon_Set, Accents_Follow_The_Text)

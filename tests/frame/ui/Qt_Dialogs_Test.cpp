@@ -4,55 +4,14 @@
 #include "frame/ui/File_List_Dialog.h"
 #include "frame/ui/Message_Response_Form.h"
 #include "frame/ui/Progress_Form.h"
+#include "frame/ui/bkcExplorer_Form.h"
 #include "tests/support/Accessible_Names.h"
+#include "tests/support/Modal_Windows.h"
 #include "tests/support/Test_Folder.h"
 
-#include <QtCore/QTimer>
-#include <QtTest/QTest>
-#include <QtWidgets/QApplication>
-#include <QtWidgets/QDialogButtonBox>
-#include <QtWidgets/QFileDialog>
-#include <QtWidgets/QInputDialog>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
-#include <QtWidgets/QListView>
-#include <QtWidgets/QMessageBox>
-#include <QtWidgets/QPushButton>
 #include <gtest/gtest.h>
 
 namespace {
-
-/// Does something to the modal window as soon as there is one.
-void When_Asked(std::function<void(QWidget*)> act)
-{
-    auto* timer = new QTimer;
-    QObject::connect(timer, &QTimer::timeout, [timer, act = std::move(act)] {
-        QWidget* modal = QApplication::activeModalWidget();
-        if (modal == nullptr || !modal->isVisible()) return;
-        timer->stop();
-        timer->deleteLater();
-        act(modal);
-    });
-    timer->start(5);
-}
-
-void Press_When_Asked(Qt::Key key)
-{
-    When_Asked([key](QWidget* modal) {
-        QWidget* focus = modal->focusWidget();
-        QTest::keyClick(focus != nullptr ? focus : modal, key);
-    });
-}
-
-void Click_When_Asked(const QString& caption)
-{
-    When_Asked([caption](QWidget* modal) {
-        for (QPushButton* button : modal->findChildren<QPushButton*>())
-            if (QString(button->text()).remove(u'&') == caption) return button->click();
-        ADD_FAILURE() << "no button " << caption.toStdString();
-        modal->close();
-    });
-}
 
 struct Message_Case {
     const char* name;
@@ -186,9 +145,10 @@ TEST(File_List, Is_Read_Only_And_Tells_Ok_From_Cancel)
     Click_When_Asked("OK");
     EXPECT_TRUE(Qt_Dialogs().Confirm_File_List("Halvine recycle files", {"a.jpg", "b.jpg"}));
     When_Asked([](QWidget* modal) {
-        auto* list = modal->findChild<QListView*>();
-        EXPECT_EQ(2, list->model()->rowCount());
-        EXPECT_EQ(QAbstractItemView::NoEditTriggers, list->editTriggers());
+        auto* grid = modal->findChild<bkcGrid*>();
+        EXPECT_EQ(2, grid->Content().Rows());
+        EXPECT_EQ("b.jpg", grid->Content().CellText(1, 2));
+        EXPECT_FALSE(grid->EditCellStart(1, 1));
         modal->close();
     });
     EXPECT_FALSE(Qt_Dialogs().Confirm_File_List("Halvine recycle files", {"a.jpg", "b.jpg"}));
@@ -198,38 +158,50 @@ TEST(File_List, A_Hundred_Thousand_Names_Are_No_Trouble)
 {
     QStringList names;
     for (int i = 0; i < 100'000; ++i) names << QStringLiteral("IMG_%1.jpg").arg(i);
-    When_Asked([](QWidget* modal) { modal->close(); });
+    When_Asked([](QWidget* modal) {
+        EXPECT_EQ("Halvine read failure for", modal->windowTitle());
+        EXPECT_EQ("IMG_99999.jpg", modal->findChild<bkcGrid*>()->Content().CellText(1, 100'000));
+        EXPECT_EQ(nullptr, modal->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel));
+        modal->close();
+    });
     Qt_Dialogs().Show_File_List("Halvine read failure for", names);
 }
 
-TEST(Picker, A_Proposed_Name_With_A_Qualifier_Comes_Back)
-{
-    const Test_Folder folder;
-    When_Asked([](QWidget* modal) {
-        auto* edit = modal->findChild<QLineEdit*>();
-        edit->setText("sea.jpg:80");
-        qobject_cast<QDialog*>(modal)->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
-    });
-    const QString path = QString::fromStdString(folder.Path());
-    EXPECT_EQ(QStringList{path + "/sea.jpg:80"},
-              Qt_Dialogs().Pick({.caption = "Halvine - Save As", .folder = path, .name = "sea.jpg"}));
-}
-
-TEST(Picker, Does_Not_Ask_About_Overwriting_Itself)
+TEST(Picker, Gives_The_Whole_Path_Of_What_Was_Named)
 {
     const Test_Folder folder;
     Put_File(folder.File("sea.jpg"), "x");
-    When_Asked([](QWidget* modal) {
-        qobject_cast<QDialog*>(modal)->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
-    });
     const QString path = QString::fromStdString(folder.Path());
-    EXPECT_EQ(QStringList{path + "/sea.jpg"}, Qt_Dialogs().Pick({.caption = "c", .folder = path, .name = "sea.jpg"}));
+    Click_When_Asked("OK"); // whether it may be written over is asked by who saves
+    EXPECT_EQ(QStringList{path + "/sea.jpg:80"},
+              Qt_Dialogs().Pick({.caption = "Halvine - Save As", .folder = path, .name = "sea.jpg:80"}));
+    Click_When_Asked("OK");
+    EXPECT_EQ(QStringList{path}, Qt_Dialogs().Pick({.folder = path, .kind = Picker_Question::Kind::Folder}));
 }
 
 TEST(Picker, A_Cancel_Gives_Nothing)
 {
     When_Asked([](QWidget* modal) { modal->close(); });
     EXPECT_TRUE(Qt_Dialogs().Pick({.caption = "c", .kind = Picker_Question::Kind::Folder}).isEmpty());
+}
+
+TEST(Picker, An_Open_One_Hears_Of_A_New_Folder)
+{
+    const Test_Folder folder;
+    const QString path = QString::fromStdString(folder.Path());
+    Qt_Dialogs dialogs;
+    dialogs.Explorer_Tree_Refresh(path, true); // nobody is asked: nothing to do
+    When_Asked([&](QWidget* modal) {
+        auto& tree = *modal->findChild<BKC_DirTree*>();
+        const auto rows = [&] { return tree.model()->rowCount(tree.currentIndex()); };
+        tree.expand(tree.currentIndex());
+        EXPECT_EQ(0, rows());
+        QDir(path).mkdir("new");
+        dialogs.Explorer_Tree_Refresh(path + "/", true);
+        EXPECT_EQ(1, rows());
+        modal->close();
+    });
+    dialogs.Pick({.folder = path, .kind = Picker_Question::Kind::Folder});
 }
 
 QDialog* Progress_Dialog()
@@ -241,7 +213,7 @@ QDialog* Progress_Dialog()
 
 TEST(Progress, A_Short_Operation_Shows_No_Window)
 {
-    Progress_Form progress("Progress", "Saving", nullptr);
+    Progress_Form progress(nullptr, "Progress", "Saving", nullptr);
     progress.Show("a.jpg", 1, 2);
     EXPECT_FALSE(progress.Stop_Requested());
     EXPECT_EQ(nullptr, Progress_Dialog());
@@ -249,7 +221,7 @@ TEST(Progress, A_Short_Operation_Shows_No_Window)
 
 TEST(Progress, A_Long_One_Does_And_Its_Size_Stays)
 {
-    Progress_Form progress("Progress", "Saving", nullptr);
+    Progress_Form progress(nullptr, "Progress", "Saving", nullptr);
     progress.Show("a.jpg", 1, 3);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !progress.Stop_Requested() && Progress_Dialog() != nullptr; }));
     const QSize before = Progress_Dialog()->size();
@@ -265,17 +237,31 @@ TEST(Progress, Stop_Escape_And_Close_All_Stop)
         [](QDialog* dialog) { QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton); },
         [](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); }, [](QDialog* dialog) { dialog->close(); }};
     for (const auto& way : ways) {
-        Progress_Form progress("Progress", "Saving", nullptr);
+        Progress_Form progress(nullptr, "Progress", "Saving", nullptr);
         EXPECT_TRUE(QTest::qWaitFor([&] { return !progress.Stop_Requested() && Progress_Dialog() != nullptr; }));
         way(Progress_Dialog());
         EXPECT_TRUE(progress.Stop_Requested());
     }
 }
 
+TEST(Progress, Remembers_Its_Place)
+{
+    Scripted_Platform scripted;
+    QPoint corner;
+    {
+        Progress_Form progress(&scripted.platform, "Progress", "Saving", nullptr);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !progress.Stop_Requested() && Progress_Dialog() != nullptr; }));
+        Progress_Dialog()->move(33, 44);
+        corner = Progress_Dialog()->geometry().topLeft() * 15; // twips
+    }
+    const QString place = scripted.settings.user["Brennick\\Halvine"]["Halvine-Message"];
+    EXPECT_TRUE(place.startsWith(QStringLiteral("WOR:%1:%2,").arg(corner.x()).arg(corner.y()))) << place.toStdString();
+}
+
 TEST(Progress, Outlives_Its_Owner)
 {
     auto owner = std::make_unique<QWidget>();
-    Progress_Form progress("Progress", "Saving", owner.get());
+    Progress_Form progress(nullptr, "Progress", "Saving", owner.get());
     owner.reset();
     progress.Show("a.jpg", 1, 2);
     EXPECT_TRUE(progress.Stop_Requested());
@@ -289,7 +275,7 @@ TEST(Names_Of_Widgets, Are_There_In_Every_Dialog)
     File_List_Dialog list(nullptr, "Files that cannot be read", {"/a.jpg"}, true, nullptr);
     EXPECT_EQ("", nameless(list));
     QWidget owner;
-    Progress_Form progress("Saving", "one", &owner);
+    Progress_Form progress(nullptr, "Saving", "one", &owner);
     EXPECT_EQ("", nameless(*owner.findChild<QDialog*>()));
     std::string shown = "nothing was shown";
     When_Asked([&](QWidget* modal) {
