@@ -77,6 +77,17 @@ TEST_F(Commands, Append_Keeps_The_Old_Selection_And_Shift_Selects_What_Came)
     EXPECT_EQ(std::vector{3}, form.State().selection.Selected_Indices());
 }
 
+TEST_F(Commands, What_Is_Dropped_Is_Appended_And_The_Selection_Stays)
+{
+    Pick_New("a.jpg");
+    Select({1});
+    commands.Pick_Dropped({Make("b.jpg")});
+    EXPECT_EQ(2, form.State().pictures.Count());
+    EXPECT_EQ(std::vector{1}, form.State().selection.Selected_Indices());
+    commands.Pick_Dropped({});
+    EXPECT_EQ("No pictures available.", Last_Message());
+}
+
 TEST_F(Commands, A_Pick_From_Found_Files_Moves_The_Pane_To_The_Folder_Of_The_First)
 {
     host.all_files = {Make("a.jpg"), Make("b.jpg")};

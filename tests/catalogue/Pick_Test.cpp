@@ -114,6 +114,27 @@ TEST_F(Picking, The_Scroll_Range_Grows_With_Each_Row_That_Begins_Below_A_Full_Vi
     Pick_List(Make_Many(32)); // rows begin with the 25th and the 31st
     EXPECT_EQ(2, view.progress_repaints);
     EXPECT_EQ(1 + 3, view.scroll_updates);
+    view.columns = 1;
+    view.progress_repaints = 0;
+    Pick_List(Make_Many(4)); // each is a row
+    EXPECT_EQ(0, view.progress_repaints);
+    Pick_List(Make_Many(5));
+    EXPECT_EQ(1, view.progress_repaints);
+}
+
+TEST_F(Picking, A_Discard_Shows_Strip_Range_And_Counts_Anew)
+{
+    Pick_List(Make_Many(2));
+    form.Set_Picture_Selected(1, true);
+    form.Pictures().Set_Current_Picture(1);
+    view.all_drawn = view.scroll_updates = view.status_updates = view.current_shown = 0;
+    form.Discard_Selected();
+    EXPECT_EQ(1, view.all_drawn);
+    EXPECT_EQ(1, view.scroll_updates);
+    EXPECT_EQ(1, view.status_updates);
+    EXPECT_EQ(1, view.current_shown) << "there is none any more";
+    EXPECT_EQ(0, form.State().selection.Count());
+    EXPECT_EQ("1.jpg", form.State().pictures.Item(1).File_Name);
 }
 
 TEST_F(Picking, Afresh_Begins_At_The_Top_Of_A_Clear_Strip_And_An_Append_Where_It_Is)

@@ -139,6 +139,18 @@ TEST_F(Window_Test, A_Close_During_A_Pick_Is_Refused_And_Stop_Ends_The_Pick)
     EXPECT_TRUE(window->isVisible());
 }
 
+TEST_F(Window_Test, The_Progress_Of_A_Pick_Ends_With_Its_Last_File)
+{
+    Make_Pictures(30);
+    Open();
+    window->Commands().Run({Menu::File, 101});
+    const auto* frame = Part<QWidget>("Pick_Progress_Frame");
+    EXPECT_EQ("30 of 30 (100%)", frame->findChild<QLabel*>()->text());
+    EXPECT_EQ(30, frame->findChild<QProgressBar*>()->value());
+    EXPECT_EQ(30, frame->findChild<QProgressBar*>()->maximum());
+    EXPECT_EQ("30 pictures, 30 selected", Part<QLabel>("Picture_Status_Label")->text());
+}
+
 TEST_F(Window_Test, Closing_In_The_Full_Window_View_Takes_Two_Closes)
 {
     Open_And_Pick(2);

@@ -146,6 +146,35 @@ TEST_F(Window_Frame, Without_Save_Configuration_The_Place_Is_Not_Stored)
     EXPECT_FALSE(entry.scripted.settings.Read_Value(Settings_Key, Settings_Value).isEmpty());
 }
 
+/// Calls when a window is hidden.
+class Hide_Watch : public QObject {
+public:
+    Hide_Watch(QWidget& window, std::function<void()> call) : call_(std::move(call))
+    {
+        window.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Hide) call_();
+        return false;
+    }
+
+private:
+    std::function<void()> call_;
+};
+
+TEST_F(Window_Frame, Is_Gone_From_The_Screen_Before_Its_Pictures_Are_Let_Go)
+{
+    Open_And_Pick(2);
+    std::vector<int> pictures_when_hidden;
+    const Hide_Watch watch(*window, [&] { pictures_when_hidden.push_back(form.State().pictures.Count()); });
+    EXPECT_TRUE(window->close());
+    EXPECT_EQ(std::vector{2}, pictures_when_hidden);
+    EXPECT_EQ(0, form.State().pictures.Count());
+}
+
 TEST_F(Window_Frame, Other_Windows_Go_With_It_The_Last_Opened_First)
 {
     Make_Pictures(1);
