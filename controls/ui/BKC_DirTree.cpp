@@ -74,6 +74,12 @@ void BKC_DirTree::Set_ShowHidden(bool New_Show)
     RefreshTree();
 }
 
+void BKC_DirTree::Turn_Hidden_Over()
+{
+    Set_ShowHidden(!ShowHidden());
+    emit ShowHiddenChange(ShowHidden());
+}
+
 void BKC_DirTree::Set_BrowseOnly(bool New_BrowseOnly)
 {
     browse_only_ = New_BrowseOnly;
@@ -176,6 +182,7 @@ void BKC_DirTree::mouseReleaseEvent(QMouseEvent* event)
 void BKC_DirTree::keyPressEvent(QKeyEvent* event)
 {
     const int key = path_.isEmpty() ? 0 : event->key();
+    if (key == Qt::Key_H && event->modifiers() == Qt::ControlModifier) return Turn_Hidden_Over();
     if (key == Qt::Key_Insert) return emit Create(path_);
     if (key == Qt::Key_F2 && !browse_only_) return emit Rename(path_);
     if (key == Qt::Key_Delete && !browse_only_) return emit Delete(path_);
@@ -195,6 +202,11 @@ void BKC_DirTree::contextMenuEvent(QContextMenuEvent* event)
         menu->addAction(tr("&Copy Folders..."), this, [this, folder] { emit FolderList(folder); });
         menu->addAction(tr("&Delete Folder..."), this, [this, folder] { emit Delete(folder); });
     }
+    menu->addSeparator();
+    auto* hidden = menu->addAction(tr("Show &Hidden"), this, &BKC_DirTree::Turn_Hidden_Over);
+    hidden->setShortcut(Qt::CTRL | Qt::Key_H);
+    hidden->setCheckable(true);
+    hidden->setChecked(ShowHidden());
     const auto place = by_key ? viewport()->mapToGlobal(visualRect(currentIndex()).center()) : event->globalPos();
     menu->popup(place);
 }

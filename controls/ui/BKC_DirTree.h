@@ -17,7 +17,8 @@ public:
     QString Path() const { return path_; }
     /// Opens the tree down to the folder and selects it. False, and nothing changed, when there is no such folder.
     bool Set_Path(const QString& New_Path);
-    bool ShowHidden() const; ///< default off: folders that begin with a dot do not show
+    /// Default off: folders that begin with a dot do not show. The user changes it by Ctrl+H or the menu.
+    bool ShowHidden() const;
     void Set_ShowHidden(bool New_Show);
     /// Default off. On: the user can ask for new folders, but not rename, copy, delete or drag them.
     bool BrowseOnly() const { return browse_only_; }
@@ -42,6 +43,7 @@ signals:
     void DirectoryDropped(int Button, int Shift, const QString& Source_Directory_Path,
                           const QString& Target_Directory_Path);   ///< a folder of this tree
     void FoldersChanged(const QString& Folder, bool Folder_Added); ///< on disk, by somebody else
+    void ShowHiddenChange(bool New_Show);                          ///< by the user
     void TreeMouseUp(int Button, int Shift, int X, int Y);
     void Create(const QString& Parent_FolderName);     ///< Insert, or the menu
     void Rename(const QString& Old_FolderName);        ///< F2, or the menu
@@ -60,6 +62,7 @@ protected:
 
 private:
     void Opened(const QModelIndex& index);
+    void Turn_Hidden_Over();
     void Unwatch_Below(const QModelIndex& index);
     void Disk_Changed();
     void Refresh_Index(const QModelIndex& index);

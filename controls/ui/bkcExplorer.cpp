@@ -58,6 +58,7 @@ void bkcExplorer::Connect_Tree()
                 dropped_files_.clear();
             });
     connect(tree_, &BKC_DirTree::FoldersChanged, this, &bkcExplorer::RefreshAlert);
+    connect(tree_, &BKC_DirTree::ShowHiddenChange, this, &bkcExplorer::Set_ShowHidden);
     connect(tree_, &BKC_DirTree::FolderList, this, &bkcExplorer::FolderList);
     connect(tree_, &BKC_DirTree::Create, this, &bkcExplorer::Create);
     connect(tree_, &BKC_DirTree::Delete, this, &bkcExplorer::Delete);

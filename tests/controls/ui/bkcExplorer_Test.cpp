@@ -90,6 +90,32 @@ TEST_F(Explorer_Window, A_Folder_That_Is_Opened_Again_Shows_What_Came_Meanwhile)
     EXPECT_EQ(2, tree.model()->rowCount(tree.currentIndex()));
 }
 
+TEST_F(Explorer_Window, Hidden_Folders_And_Files_Show_When_The_User_Asks_For_Them)
+{
+    QDir(root).mkdir(".secret");
+    Put_File(folder.File(".x.jpg"), "x");
+    auto& tree = explorer.ExplorerTree();
+    const auto folders = [&] { return tree.model()->rowCount(tree.currentIndex()); };
+    tree.expand(tree.currentIndex());
+    explorer.Refresh();
+    EXPECT_EQ(1, folders());
+    EXPECT_EQ(2, Rows());
+    const QPoint place = tree.visualRect(tree.currentIndex()).center();
+    QContextMenuEvent wish(QContextMenuEvent::Keyboard, place, tree.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(tree.viewport(), &wish);
+    auto* menu = tree.findChild<QMenu*>();
+    ASSERT_NE(nullptr, menu);
+    auto* action = menu->actions().back();
+    EXPECT_EQ("Show &Hidden", action->text());
+    EXPECT_FALSE(action->isChecked());
+    action->trigger();
+    EXPECT_EQ(2, folders());
+    EXPECT_EQ(3, Rows());
+    QTest::keyClick(&tree, Qt::Key_H, Qt::ControlModifier);
+    EXPECT_EQ(1, folders());
+    EXPECT_EQ(2, Rows());
+}
+
 TEST_F(Explorer_Window, Says_That_A_Folder_Is_Empty_In_The_Hosts_Words)
 {
     const auto message = [&] {
