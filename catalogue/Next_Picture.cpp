@@ -102,7 +102,7 @@ Next_Picture::Bitmaps Next_Picture::Made(const Facts& facts, const std::atomic<b
         const Bitmap_Handle adjusted =
             Apply_Script_Items(own, facts.script, {.divisor = 1, .rotation = facts.rotate, .stop = &stop});
         if (adjusted != own) bitmaps.adjusted.Reset(adjusted);
-        return bitmaps;
+        return stop ? Bitmaps() : std::move(bitmaps); // nobody comes for what was given up
     } catch (const std::exception&) {
         return {};
     }

@@ -219,6 +219,22 @@ TEST_F(Slide_Pictures_Test, A_Stop_Lets_The_Loaded_Picture_Go)
     EXPECT_EQ(Bitmap_Count(), before + 1) << "the current picture alone";
 }
 
+TEST_F(Slide_Pictures_Test, A_Stop_While_The_Next_Is_Made_Lets_It_Go_In_A_Moment)
+{
+    Pick_New(Q("a.jpg"));
+    const int second = Pick_Slow(Q("b.jpg"));
+    const int before = Bitmap_Count();
+    player.Start_Slide_Show(false);
+    Ahead_Timer().Fire();
+    for (int tries = 0; tries < 2000 && Bitmap_Count() < before + 2; ++tries) // until it is read, and the script runs
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    player.Stop_Slide_Show();
+    EXPECT_FALSE(form.Pictures().Next().Is_Being_Made(second));
+    for (int tries = 0; tries < 2000 && Bitmap_Count() > before + 1; ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_EQ(Bitmap_Count(), before + 1) << "the current picture alone";
+}
+
 TEST_F(Slide_Pictures_Test, A_Picture_That_Is_Gone_Does_Not_End_The_Show)
 {
     Pick_New(Q("a.jpg"));
