@@ -21,6 +21,14 @@ QString Old_Path(const Rename_Move& move)
     return Text_Of(move.folder + move.old_name);
 }
 
+QString Take_Back_Question(const std::vector<Rename_Move>& moves, std::size_t renamed)
+{
+    return QStringLiteral("Do you wish to give the files of the last rename their old names, %1 of %2?\r\n%3 is to be "
+                          "%4 again.")
+        .arg(QString::number(moves.size()), QString::number(renamed), Old_Path(moves.front()),
+             Text_Of(moves.front().new_name));
+}
+
 } // namespace
 
 /// The files of one command, with what was decided about them.
@@ -214,15 +222,7 @@ void Rename_Commands::Take_Back()
     for (const Rename_Move& move : moves)
         if (following.Is_In_Use(Old_Path(move)))
             return Dialogs().Refuse(Old_Path(move) + QStringLiteral(": locked by another function."));
-    const QString example = moves.empty()
-                                ? QString()
-                                : QStringLiteral("\r\n") + Old_Path(moves.front()) + QStringLiteral(" is to be ") +
-                                      Text_Of(moves.front().new_name) + QStringLiteral(" again.");
-    const QString question =
-        QStringLiteral("Do you wish to give the files of the last rename their old names, %1 of %2?")
-            .arg(moves.size())
-            .arg(last.moves.size());
-    if (!Dialogs().Confirm(question + example)) return;
+    if (!moves.empty() && !Dialogs().Confirm(Take_Back_Question(moves, last.moves.size()))) return;
     const auto back = Take_Back_Last_Rename(parts_.journal, parts_.files);
     if (!back) Tell_Failure(back.error());
     Files_Renamed(back ? moves : std::vector<Rename_Move>());

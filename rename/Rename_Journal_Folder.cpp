@@ -248,9 +248,14 @@ Result<int> Take_Back_Last_Rename(Rename_Journal_Folder& journal, Rename_Files& 
     const auto last = journal.Last_Done();
     if (!last) return tl::make_unexpected(last.error());
     if (!*last) return 0;
-    const Rename_Plan plan(files, Moves_Back((*last)->record, files));
+    const auto moves = Moves_Back((*last)->record, files);
+    if (moves.empty()) {
+        journal.Drop(**last);
+        return Failure("None of the files of the last rename is there any more");
+    }
+    const Rename_Plan plan(files, moves);
     if (const auto done = Run_Plan(plan, files, journal); !done) return tl::make_unexpected(done.error());
-    if (!plan.Steps().empty()) journal.Drop_Last_Finished();
+    journal.Drop_Last_Finished();
     journal.Drop(**last);
     return int(plan.Moves().size());
 }

@@ -46,7 +46,7 @@ private:
     int descriptor_ = -1;
 };
 
-/// Takes the last rename back. The number of files that got their old name again, 0 when there is nothing to take back.
+/// Takes the last rename back. The number of files that got their old name again, 0 when there is no rename to take back.
 Result<int> Take_Back_Last_Rename(Rename_Journal_Folder& journal, Rename_Files& files);
 
 /// In the folder for the state of programs: "~/.local/state/halvine/renames", XDG_STATE_HOME before.

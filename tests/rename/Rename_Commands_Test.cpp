@@ -289,6 +289,30 @@ TEST_F(Rename_Commands_Test, A_Damaged_Journal_Of_The_Last_Rename_Is_Told_And_No
     EXPECT_EQ(Listed(), QStringList{Q("c.jpg")});
 }
 
+TEST_F(Rename_Commands_Test, A_Rename_Whose_Files_Are_Gone_Is_Told_And_Forgotten)
+{
+    Pick_New_Pictures({Q("a.jpg")});
+    Rename_To({Q("b.jpg")});
+    ASSERT_EQ(std::remove(File(Q("b.jpg")).c_str()), 0);
+    commands.Take_Back();
+    EXPECT_EQ(Last_Message(), "None of the files of the last rename is there any more");
+    commands.Take_Back();
+    EXPECT_EQ(Last_Message(), "There is no rename to take back.");
+}
+
+TEST_F(Rename_Commands_Test, A_Damaged_Journal_Is_Told_At_One_Start_And_Not_At_The_Next)
+{
+    Put_File(state.File("rename-9.journal"), "B\nnames");
+    commands.Put_Interrupted_Right();
+    EXPECT_EQ(Last_Message(),
+              Q("The journal of a rename that may have been interrupted is damaged: line 1 breaks off; it "
+                "is kept as ") +
+                  QString::fromStdString(state.File("set-aside-rename-9.journal")));
+    const auto asked = platform.dialogs.asked.size();
+    commands.Put_Interrupted_Right();
+    EXPECT_EQ(platform.dialogs.asked.size(), asked);
+}
+
 TEST_F(Rename_Commands_Test, A_No_To_Taking_Back_Leaves_The_Names)
 {
     Pick_New_Pictures({Q("a.jpg")});
