@@ -20,6 +20,11 @@ void Read_Everything(const std::string& path)
     Get_File_Comment(path, 1, buffer.data(), 1024, &number);
     Get_File_Image_Script(path, 1, buffer.data(), 65535, &number);
     Get_File_EXIF_Data(path, 1, reinterpret_cast<unsigned char*>(buffer.data()), 65535, &number);
+    const auto file = Regular_File::Open(path);
+    if (!file) return;
+    (void)JPEG_Codec().Read_Profile(*file);
+    (void)JPEG_Codec().Read_XMP(*file);
+    (void)JPEG_Codec().Read_Resources(*file);
 }
 
 void Load_And_Release(const std::string& path, int divisor)

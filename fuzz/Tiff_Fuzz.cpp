@@ -64,6 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)codec.Read_Script(*file);
     (void)codec.Read_EXIF(*file);
     (void)codec.Read_Profile(*file);
+    (void)codec.Read_XMP(*file);
+    (void)codec.Read_Resources(*file);
     (void)codec.Load(*file, 2 + int(size % 7));
     auto bitmap = codec.Load(*file, 1);
     if (bitmap && codec.Is_Complete(*file)) Save_And_Compare(*bitmap, path, nullptr);

@@ -5,6 +5,8 @@
 #include "dev/samples/Tiff_File.h"
 #include "tests/bkimgutl/codecs/Jpeg_Fixture.h"
 
+#include <random>
+
 namespace {
 
 using namespace std::string_literals;
@@ -220,6 +222,24 @@ TEST(Image_Resources_Bytes, Are_Swapped_Back_Only_Where_The_Mark_Stands_Last_In_
     for (const std::string& same : {""s, "\x1C\x02"s, Record, "\x1C\x02\x19\x1C\x02"s, "abcd"s})
         EXPECT_EQ(same, Text(IPTC_In_Order(Bytes(same))));
     EXPECT_EQ("\x1C\x02\x19\0\0\x01x\0z"s, Text(IPTC_In_Order(Bytes("\0\x19\x02\x1C\0x\x01\0z"s))));
+}
+
+TEST(Image_Resources_Bytes, Bear_Any_Damage)
+{
+    const Resource_Bytes whole = Bytes(With_Thumbnails + Resource(0x0404, Record, "name"));
+    std::mt19937 random(11);
+    for (int round = 0; round < 20'000; ++round) {
+        Resource_Bytes damaged(whole.begin(), whole.begin() + long(random() % (whole.size() + 1)));
+        for (unsigned i = 0; i < random() % 4 && !damaged.empty(); ++i)
+            damaged[random() % damaged.size()] = std::byte(random() % 256);
+        const std::size_t size = damaged.size();
+        const Resource_Bytes record = IPTC_In_Order(IPTC_Of_Resources(damaged));
+        EXPECT_LE(record.size(), size);
+        EXPECT_GE(Resources_With_IPTC(damaged, Bytes(Record)).size(), size);
+        Blank_Thumbnails(damaged);
+        EXPECT_EQ(size, damaged.size());
+        EXPECT_EQ(size == 0 ? 0 : size + 4 + Resources_Head.size(), Resource_Segments(damaged).size());
+    }
 }
 
 TEST(Image_Resources_Bytes, Without_Any_Make_No_Segment)
