@@ -1,5 +1,7 @@
 #include "catalogue/Command_Table.h"
 
+#include "tests/support/Test_Folder.h"
+
 #include <gtest/gtest.h>
 #include <set>
 
@@ -39,6 +41,21 @@ TEST(Command_Rows, Shortcuts_Are_Unique)
         EXPECT_TRUE(shortcuts.insert(row.shortcut).second) << row.shortcut;
     }
     for (const char* expected : {"Del", "Ctrl+A", "Ctrl+Q", "F5"}) EXPECT_EQ(1U, shortcuts.count(expected)) << expected;
+}
+
+/// A second copy of all numbers, captions and tooltips, in commands.txt: people, help pages and the handlers of other areas
+/// go by them, and none of them changes by accident.
+TEST(Command_Rows, Are_Those_That_Everybody_Knows)
+{
+    constexpr const char* Menus[] = {"File",        "Edit",      "Retouch", "Adjust", "Wand",
+                                     "Edit_Adjust", "Zoom_View", "Search",  "Rename", "Select",
+                                     "Rotate",      "Script",    "Options", "Slides", "Thumbnail_Popup"};
+    std::string list;
+    for (const Command& row : Command_Table())
+        list += std::string(Menus[int(row.menu)]) + ' ' + std::to_string(row.number) + ' ' + row.caption + '\n';
+    for (const Panel_Entry& entry : Panel_Table())
+        list += "Panel " + std::to_string(entry.id) + ' ' + entry.icon + ' ' + entry.tooltip + '\n';
+    EXPECT_EQ(Contents_Of(HALVINE_SOURCE_DIR "/tests/catalogue/commands.txt"), list);
 }
 
 TEST(Command_Rows, Are_Found_By_Menu_And_Number)

@@ -54,6 +54,8 @@ TEST(Filmstrip, The_Large_Change_Is_The_Visible_Rows_Less_One)
     Filmstrip_Layout strip = Strip(30);
     strip.Set_View_Size(3 * Pitch, 5 * Pitch);
     EXPECT_EQ(4, strip.Range().large_change);
+    strip.Set_Count(15); // just fits
+    EXPECT_EQ((Scroll_Range{0, 0, 1, 1, 0}), strip.Range());
 }
 
 TEST(Filmstrip, The_Top_Row_Is_Limited_Also_When_Pictures_Go)

@@ -426,6 +426,18 @@ TEST_F(Picking, The_Turned_Thumbnail_Of_A_Flipped_Picture_Is_What_A_Reload_Would
     EXPECT_EQ(turned, Pixels_Of(Thumbnail(key)));
 }
 
+TEST_F(Picking, After_A_Change_Of_Size_The_Divisor_Is_Found_Anew)
+{
+    const int key = Pick(Make("a.jpg", 1200, 900));
+    ASSERT_EQ(8, Item(key).Scale_Divisor);
+    Make("a.jpg", 100, 80);
+    form.Pictures().Reload_Picture_Thumbnail(1, true);
+    EXPECT_EQ(1, Item(key).Scale_Divisor);
+    EXPECT_EQ((Pixel_Size{100, 80}), Size_Of_Bitmap(Item(key).Thumbnail_Bitmap.Get()));
+    form.Pictures().Reload_Picture_Thumbnail(1, false);
+    EXPECT_EQ((Pixel_Size{100, 80}), Size_Of_Bitmap(Item(key).Thumbnail_Bitmap.Get()));
+}
+
 TEST_F(Picking, The_Thumbnail_Itself_Is_Given_Out_Unless_It_Must_Be_Turned)
 {
     const int key = Pick_New("a.jpg");

@@ -151,6 +151,25 @@ TEST_F(Listing, Records_Stay_In_Place_While_Others_Come_And_Go)
     EXPECT_EQ(place, &Item(key));
 }
 
+TEST_F(Listing, Where_A_Drag_Began_Is_Held_For_The_Windows)
+{
+    EXPECT_EQ(nullptr, form.Return_Drag_Source());
+    QObject strip;
+    form.Set_Drag_Source(&strip);
+    EXPECT_EQ(&strip, form.Return_Drag_Source());
+    form.Set_Drag_Source(nullptr);
+    EXPECT_EQ(nullptr, form.Return_Drag_Source());
+}
+
+TEST_F(Listing, The_Background_Color_Stays_Within_A_Byte)
+{
+    form.Set_Background_Color(-1, 128, 999);
+    int red = 1, green = 1, blue = 1;
+    form.Recall_Background_Color(red, green, blue);
+    EXPECT_EQ((std::array{0, 128, 255}), (std::array{red, green, blue}));
+    form.Set_Background_Color(255, 255, 255);
+}
+
 TEST_F(Listing, A_Tree_Refresh_Loses_The_Trailing_Separator)
 {
     form.Refresh_Folder_Tree("/photos/sea/");
