@@ -50,7 +50,10 @@ check_if_there "desktop file" desktop-file-validate "$root/usr/share/application
 check_if_there "metainfo" appstreamcli validate --no-net "$root/usr/share/metainfo/halvine.metainfo.xml"
 check_if_there "mime types" update-mime-database "$root/usr/share/mime"
 check_if_there "icon" xmllint --noout "$root/usr/share/icons/hicolor/scalable/apps/halvine.svg"
-check_if_there "man page of halvine" man --warnings -l "$root/usr/share/man/man1/halvine.1"
+for program in halvine hv; do
+    check_if_there "man page of $program" man --warnings -l "$root/usr/share/man/man1/$program.1"
+    check "completion of $program" bash -n "$root/usr/share/bash-completion/completions/$program"
+done
 check "hv starts" "$root/usr/bin/hv" --version
 check "halvine starts" env QT_QPA_PLATFORM=offscreen "$root/usr/bin/halvine" --version
 
