@@ -181,7 +181,7 @@ void Button_Panel_Model::Press_Several(Panel_Button& button, int Shift)
     if ((Shift & Shift_Key) != 0 && anchor && anchor->down) {
         const auto* first = std::min(anchor, static_cast<const Panel_Button*>(&button));
         const auto* last = std::max(anchor, static_cast<const Panel_Button*>(&button));
-        for (auto& other : buttons_) other.down = !other.spacer && other.enabled && &other >= first && &other <= last;
+        for (auto& other : buttons_) other.down = !other.spacer && &other >= first && &other <= last;
         return;
     }
     if ((Shift & Control_Key) != 0) {

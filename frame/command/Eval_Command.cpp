@@ -216,7 +216,8 @@ Result<QString> Read_Formula_File(const QString& path)
 
 Exit_Status Print_Error(int code, const QString& text, int position)
 {
-    Print_Message({}, QStringLiteral("error %1: %2 (at character position %3)").arg(code).arg(text).arg(position));
+    Print_Message({}, QStringLiteral("error %1: %2 (at character position %3)")
+                          .arg(QString::number(code), text, QString::number(position)));
     return Exit_Status::Some_Failed;
 }
 

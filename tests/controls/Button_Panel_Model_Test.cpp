@@ -111,6 +111,15 @@ TEST(Button_Panel_Model, A_Disabled_Button_Takes_No_Click)
     EXPECT_FALSE(panel.ButtonState(2));
 }
 
+TEST(Button_Panel_Model, A_Range_Holds_Every_Button_In_It_The_Disabled_Too)
+{
+    auto panel = Panel(6);
+    panel.Set_Enabled(3, false);
+    panel.Press(Left, 0, 2);
+    panel.Press(Left, Shift, 4);
+    EXPECT_EQ((std::vector<int>{2, 3, 4}), panel.Get_Selected_ID_List());
+}
+
 TEST(Button_Panel_Model, Ids_Are_Unique)
 {
     auto panel = Panel(0);
