@@ -4,7 +4,6 @@
 #include "catalogue/ui/Save_Options_Dialog.h"
 #include "catalogue/ui/Script_Item_Dialog.h"
 
-
 namespace {
 
 QStringList Captions_Of(std::span<const Command> rows)
