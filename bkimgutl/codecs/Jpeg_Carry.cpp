@@ -278,6 +278,8 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
     if (exif.size() > Longest_Segment_Data)
         return Failure("the camera data of " + std::to_string(exif.size()) + " bytes does not fit into a JPEG file, " +
                        std::to_string(Longest_Segment_Data) + " are the limit");
+    const auto xmp = XMP_Segments(foreign.xmp);
+    if (!xmp) return tl::make_unexpected(xmp.error());
     if (auto good = Write_Start(target); !good) return good;
     if (May_Have_JFIF(plan.colors)) {
         const Bytes data = JFIF_Data(Stored_Resolution(plan, 1));
@@ -288,8 +290,7 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
         if (auto good = Write_Segment(target, Marker_APP1, exif); !good) return good;
     }
     if (auto good = Write_Texts(target, plan); !good) return good;
-    if (const Bytes xmp = XMP_Segment_Data(std::move(foreign.xmp)); !xmp.empty())
-        if (auto good = Write_Segment(target, Marker_APP1, xmp); !good) return good;
+    if (auto good = target.Write(*xmp); !good) return good;
     Blank_Thumbnails(foreign.resources);
     if (auto good = target.Write(Resource_Segments(foreign.resources)); !good) return good;
     if (!Fits(foreign.profile, plan.colors)) return {};

@@ -1,9 +1,9 @@
 #include "bkimgutl/codecs/Jpeg_XMP.h"
 
-#include "frame/files/Limits.h"
-
 #include <algorithm>
+#include <array>
 #include <map>
+#include <md5.h>
 #include <optional>
 #include <string_view>
 
@@ -18,6 +18,17 @@ constexpr std::size_t Name_Digits = 32;
 constexpr std::size_t Part_Head =
     Extension_Head.size() + Name_Digits + 8; ///< then the whole's length, the part's place
 constexpr std::size_t Most_Extended = std::size_t(64) << 20;
+constexpr std::size_t Longest_Part = 65400;
+
+// Of the packet that XMP_Segments writes when the whole one is too long: the extended packet's number stands between the
+// last two.
+constexpr auto Wrapper_Start = "<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"sv;
+constexpr auto Wrapper_End = "\n<?xpacket end=\"w\"?>"sv;
+constexpr auto Pointer_Start = "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">"
+                               "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">"
+                               "<rdf:Description rdf:about=\"\" xmlns:xmpNote=\"http://ns.adobe.com/xmp/note/\""
+                               " xmpNote:HasExtendedXMP=\""sv;
+constexpr auto Pointer_End = "\"/></rdf:RDF></x:xmpmeta>"sv;
 
 std::string_view Text_Of(const Bytes& bytes)
 {
@@ -29,6 +40,61 @@ std::size_t Long_At(const Bytes& bytes, std::size_t at)
     std::size_t value = 0;
     for (std::size_t i = 0; i < 4; ++i) value = value << 8 | std::to_integer<std::size_t>(bytes[at + i]);
     return value;
+}
+
+void Append_Long(std::string& bytes, std::size_t value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8) bytes += char(value >> shift & 255);
+}
+
+Bytes Segment_Of(std::string_view data)
+{
+    const auto bytes = std::as_bytes(std::span(data));
+    return Segment_Bytes(Marker_APP1, {bytes.begin(), bytes.end()});
+}
+
+/// The number of an extended packet: its MD5 in capital hexadecimal digits.
+std::string Number_Of(std::string_view extended)
+{
+    MD5_CTX context;
+    std::array<std::uint8_t, MD5_DIGEST_LENGTH> digest{};
+    MD5Init(&context);
+    MD5Update(&context, reinterpret_cast<const std::uint8_t*>(extended.data()), extended.size());
+    MD5Final(digest.data(), &context);
+    std::string digits;
+    for (const std::uint8_t byte : digest) {
+        digits += "0123456789ABCDEF"[byte >> 4];
+        digits += "0123456789ABCDEF"[byte & 15];
+    }
+    return digits;
+}
+
+std::string Wrapped(std::string_view inside)
+{
+    return std::string(Wrapper_Start).append(inside).append(Wrapper_End);
+}
+
+std::string Pointing_Packet(std::string_view number)
+{
+    return Wrapped(std::string(Pointer_Start).append(number).append(Pointer_End));
+}
+
+/// The packet without the processing instructions, the byte order mark and the padding around it.
+std::string_view Unwrapped(std::string_view packet)
+{
+    constexpr auto byte_order_mark = "\xEF\xBB\xBF"sv;
+    constexpr auto padding = " \t\r\n\0"sv;
+    if (packet.starts_with(byte_order_mark)) packet.remove_prefix(byte_order_mark.size());
+    const auto trim = [&] {
+        packet.remove_prefix(std::min(packet.find_first_not_of(padding), packet.size()));
+        packet = packet.substr(0, packet.find_last_not_of(padding) + 1);
+    };
+    trim();
+    for (std::size_t end; packet.starts_with("<?"sv) && (end = packet.find("?>"sv)) != packet.npos; trim())
+        packet.remove_prefix(end + 2);
+    for (std::size_t start; packet.ends_with("?>"sv) && (start = packet.rfind("<?"sv)) != packet.npos; trim())
+        packet = packet.substr(0, start);
+    return packet;
 }
 
 /// The parts of one extended packet by their places.
@@ -58,7 +124,7 @@ std::optional<std::string> Extended_Packet(const Regular_File& file, const Jpeg_
         const std::string_view text = Text_Of(*data);
         const bool named = text.starts_with(Extension_Head) &&
                            packet.find(text.substr(Extension_Head.size(), Name_Digits)) != std::string_view::npos;
-        if (!named || (read += data->size()) > Most_Extended) continue;
+        if (!named || (read += data->size() - Part_Head) > Most_Extended) continue;
         extended.bytes = Long_At(*data, Part_Head - 8);
         extended.parts.emplace(Long_At(*data, Part_Head - 4), std::move(*data));
     }
@@ -105,6 +171,7 @@ void Remove_Pointer(std::string& packet)
 
 std::string With_Extended_XMP(std::string packet, std::string_view extended)
 {
+    if (packet == Pointing_Packet(Number_Of(extended))) return Wrapped(extended);
     const auto descriptions = Descriptions_In(extended);
     std::size_t end = packet.rfind("</rdf:RDF>");
     if (!descriptions || end == std::string::npos) return packet;
@@ -129,10 +196,24 @@ Result<Bytes> XMP_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head)
     return Bytes();
 }
 
-Bytes XMP_Segment_Data(Bytes packet)
+Result<Bytes> XMP_Segments(const Bytes& packet)
 {
-    if (packet.empty() || packet.size() > Longest_Segment_Data - Packet_Head.size()) return {};
-    const auto head = std::as_bytes(std::span(Packet_Head));
-    packet.insert(packet.begin(), head.begin(), head.end());
-    return packet;
+    if (packet.empty()) return Bytes();
+    if (packet.size() <= Longest_Segment_Data - Packet_Head.size())
+        return Segment_Of(std::string(Packet_Head).append(Text_Of(packet)));
+    const std::string_view extended = Unwrapped(Text_Of(packet));
+    if (extended.size() > Most_Extended)
+        return Failure("the XMP packet of " + std::to_string(extended.size()) +
+                       " bytes does not fit into a JPEG file, " + std::to_string(Most_Extended) + " are the limit");
+    if (extended.empty()) return Bytes();
+    const std::string number = Number_Of(extended);
+    Bytes segments = Segment_Of(std::string(Packet_Head) + Pointing_Packet(number));
+    for (std::size_t at = 0; at < extended.size(); at += Longest_Part) {
+        std::string data = std::string(Extension_Head) + number;
+        Append_Long(data, extended.size());
+        Append_Long(data, at);
+        const Bytes segment = Segment_Of(data.append(extended.substr(at, Longest_Part)));
+        segments.insert(segments.end(), segment.begin(), segment.end());
+    }
+    return segments;
 }

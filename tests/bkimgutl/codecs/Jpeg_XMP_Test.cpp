@@ -108,14 +108,133 @@ TEST_F(Jpeg_XMP, Names_Declared_Outside_Of_Descriptions_Are_Not_Torn_Off)
     EXPECT_EQ("no packet", With_Extended_XMP("no packet", Extended));
 }
 
-TEST_F(Jpeg_XMP, A_Packet_Goes_Along_From_A_TIFF_When_It_Fits_Into_A_Segment)
-{
-    for (const std::size_t more : {0, 70'000}) {
-        const std::string packet = Start + std::string(more, ' ') + Rating + End;
+/// A TIFF's packet on its way into a JPEG file.
+class Jpeg_XMP_From_TIFF : public Jpeg_XMP {
+protected:
+    std::string As_Jpeg(const std::string& packet) const
+    {
         Write_Tiff_File(Path("p.tif"), Meadow(16, 16, 1), {.private_tags = {{700, packet}}});
-        ASSERT_TRUE(Save(Load(Path("p.tif")), Path("b.jpg"), {.parent = Path("p.tif")})) << Error_Text();
-        EXPECT_EQ(more == 0 ? packet : "", XMP(Path("b.jpg")));
+        EXPECT_TRUE(Save(Load(Path("p.tif")), Path("b.jpg"), {.parent = Path("p.tif")})) << Error_Text();
+        return Path("b.jpg");
     }
+    /// The data of all XMP segments.
+    static std::vector<std::string> Segments(const std::string& path)
+    {
+        const auto file = Regular_File::Open(path);
+        std::vector<std::string> all;
+        const auto head = Read_Jpeg_Head(*file);
+        for (const Jpeg_Segment& segment : head->segments) {
+            const auto data = Read_Segment(*file, segment);
+            std::string text(reinterpret_cast<const char*>(data->data()), data->size());
+            if (text.starts_with("http://ns.adobe.com/")) all.push_back(std::move(text));
+        }
+        return all;
+    }
+    /// A packet of so many bytes, names declared in the start tag of its RDF element.
+    static std::string Packet_Of(std::size_t bytes)
+    {
+        const std::string start = "<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?>\n", end = "\n<?xpacket end='w'?>";
+        return start + Inside_Of(bytes - start.size() - end.size()) + end;
+    }
+    static std::string Inside_Of(std::size_t bytes)
+    {
+        const std::string start = "<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/"
+                                  "22-rdf-syntax-ns#' xmlns:h='v'><rdf:Description rdf:about='' h:Steps='",
+                          end = "'/></rdf:RDF></x:xmpmeta>";
+        std::string steps;
+        while (start.size() + steps.size() + end.size() < bytes) steps += std::to_string(steps.size());
+        steps.resize(bytes - start.size() - end.size());
+        return start + steps + end;
+    }
+};
+
+TEST_F(Jpeg_XMP_From_TIFF, What_Just_Fits_Stays_One_Segment_As_It_Is)
+{
+    const std::string packet = Packet_Of(65533 - 29);
+    const std::string path = As_Jpeg(packet);
+    EXPECT_EQ(1u, Segments(path).size());
+    EXPECT_EQ(packet, XMP(path));
+}
+
+TEST_F(Jpeg_XMP_From_TIFF, A_Byte_More_Becomes_An_Extended_Packet)
+{
+    const auto segments = Segments(As_Jpeg(Packet_Of(65533 - 28)));
+    ASSERT_EQ(3u, segments.size());
+    EXPECT_NE(std::string::npos, segments[0].find("xmpNote:HasExtendedXMP"));
+    for (std::size_t i = 1; i < 3; ++i) EXPECT_TRUE(segments[i].starts_with("http://ns.adobe.com/xmp/extension/"));
+}
+
+TEST_F(Jpeg_XMP_From_TIFF, An_Extended_Packet_Is_Named_By_Its_Checksum_And_Stands_In_Parts_In_Order)
+{
+    const std::string inside = "<rdf:RDF>" + std::string(199'982, 'a') + "</rdf:RDF>";
+    const auto segments = Segments(As_Jpeg("\xEF\xBB\xBF<?xpacket begin=''?>" + inside + "\n \n<?xpacket end='w'?>\n"));
+    const std::string number = "3A128A0AC0B8F7D7317BE461E43BD4BE"; // of `inside`
+    ASSERT_EQ(5u, segments.size());
+    EXPECT_NE(std::string::npos, segments[0].find("xmlns:xmpNote=\"http://ns.adobe.com/xmp/note/\""));
+    EXPECT_NE(std::string::npos, segments[0].find(" xmpNote:HasExtendedXMP=\"" + number + '"'));
+    const std::string length("\0\x03\x0D\x41", 4); // 200 001
+    const std::string places[] = {{"\0\0\0\0", 4}, {"\0\0\xFF\x78", 4}, {"\0\x01\xFE\xF0", 4}, {"\0\x02\xFE\x68", 4}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const std::string head = std::string("http://ns.adobe.com/xmp/extension/") + '\0' + number + length + places[i];
+        EXPECT_EQ(head + inside.substr(i * 65400, 65400), segments[i + 1]) << i;
+    }
+}
+
+TEST_F(Jpeg_XMP_From_TIFF, A_Long_Packet_Comes_Back_Whole)
+{
+    const std::string packet = Packet_Of(200'000);
+    const std::string back = XMP(As_Tiff(As_Jpeg(packet)));
+    EXPECT_NE(std::string::npos, back.find(packet.substr(packet.find("<x:xmpmeta"), 199'000)));
+    EXPECT_TRUE(back.starts_with("<?xpacket begin="));
+    EXPECT_TRUE(back.ends_with("</rdf:RDF></x:xmpmeta>\n<?xpacket end=\"w\"?>"));
+    EXPECT_EQ(std::string::npos, back.find("HasExtendedXMP"));
+    EXPECT_EQ(back, XMP(As_Tiff(As_Jpeg(back)))) << "the second time";
+}
+
+struct Wrapped_Case {
+    std::string name, before, behind;
+};
+
+class Jpeg_XMP_Wrapped : public Jpeg_XMP_From_TIFF, public testing::WithParamInterface<Wrapped_Case> {};
+
+TEST_P(Jpeg_XMP_Wrapped, Only_What_Is_Inside_Is_Extended)
+{
+    const std::string inside = Inside_Of(70'000);
+    std::string extended;
+    for (const std::string& segment : Segments(As_Jpeg(GetParam().before + inside + GetParam().behind)))
+        if (segment.starts_with("http://ns.adobe.com/xmp/extension/")) extended += segment.substr(35 + 40);
+    EXPECT_EQ(inside, extended);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Jpeg_XMP_Wrapped,
+    testing::Values(Wrapped_Case{"in_nothing", "", ""}, Wrapped_Case{"in_a_packet", "<?xpacket?>", "<?xpacket end?>"},
+                    Wrapped_Case{"with_padding", " \n", std::string(3000, ' ') + "\n<?xpacket end='r'?>\n"},
+                    Wrapped_Case{"with_zeros", "", std::string(8, '\0')},
+                    Wrapped_Case{"with_a_declaration", "<?xml version='1.0'?>\n<?xpacket?>\n", "<?xpacket end?>"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(Jpeg_XMP_From_TIFF, Of_Nothing_But_Padding_Nothing_Is_Written)
+{
+    for (const std::size_t bytes : {std::size_t(0), std::size_t(70'000)}) {
+        const auto segments = XMP_Segments(std::vector<std::byte>(bytes, std::byte(' ')));
+        ASSERT_TRUE(segments);
+        EXPECT_TRUE(segments->empty()) << bytes;
+    }
+}
+
+TEST_F(Jpeg_XMP_From_TIFF, The_Longest_Packet_Is_Read_Back)
+{
+    const std::string inside = Inside_Of(std::size_t(64) << 20);
+    EXPECT_NE(std::string::npos, XMP(As_Jpeg(inside)).find(inside));
+}
+
+TEST_F(Jpeg_XMP_From_TIFF, What_Would_Not_Be_Read_Back_Fails_With_A_Message)
+{
+    const auto segments = XMP_Segments(std::vector<std::byte>((std::size_t(64) << 20) + 1, std::byte('a')));
+    ASSERT_FALSE(segments);
+    EXPECT_EQ("the XMP packet of 67108865 bytes does not fit into a JPEG file, 67108864 are the limit",
+              segments.error().text);
 }
 
 } // namespace

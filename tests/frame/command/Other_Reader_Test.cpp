@@ -145,4 +145,30 @@ TEST_P(Other_Writer, Finds_What_It_Stored_In_A_Copy_Of_The_Other_Type)
     }
 }
 
+TEST_P(Other_Writer, Finds_XMP_That_Is_Longer_Than_A_Segment_In_A_Copy_Of_The_Other_Type)
+{
+    QFile history(Path("history.txt"));
+    ASSERT_TRUE(history.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 20'000; ++i) history.write(QByteArray::number(i) + " turned; ");
+    history.close();
+    int status = -1;
+    Output_Of(
+        "exiftool",
+        {"-overwrite_original", "-XMP-photoshop:History<=" + history.fileName(), "-XMP-dc:Subject=meadow", Path(name)},
+        &status);
+    ASSERT_EQ(0, status);
+    const QString types[] = {name.endsWith("jpg") ? "tif" : "jpg", name.endsWith("jpg") ? "jpg" : "tif"};
+    const QJsonObject before = Tags(name);
+    ASSERT_GT(before.value("XMP-photoshop:History").toString().size(), 200'000);
+    QString from = name;
+    for (const QString& copy : {"there." + types[0], "back." + types[1], "again." + types[0]}) {
+        Run({"render", "--no-script", "-o", Path(copy), Path(from)});
+        const QJsonObject after = Tags(copy);
+        for (const char* key : {"XMP-photoshop:History", "XMP-dc:Subject"})
+            EXPECT_EQ(before.value(key), after.value(key)) << copy.toStdString() << ": " << key;
+        EXPECT_EQ("", Output_Of("exiftool", {"-s3", "-a", "-Warning", Path(copy)}).toStdString());
+        from = copy;
+    }
+}
+
 } // namespace
