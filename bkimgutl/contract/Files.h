@@ -7,7 +7,7 @@
 /// Files and texts. Paths are native. `type` is an Image_File_Type as a number; 0 looks at the file's signature.
 /// Texts come back in UTF-8 in the caller's buffer of `size` bytes, with a terminating zero where there is room; `length`
 /// takes the number of bytes without it; a negative length means that the text filled the whole buffer.
-/// A false flag or a 0 handle leaves its reason in Get_Last_Image_Error_String.
+/// A false flag or a 0 handle leaves its reason in Get_Last_Image_Error_String, want of memory included; nothing is thrown.
 
 /// Text of the last failure of any function of the library.
 void Get_Last_Image_Error_String(char* buffer, std::int32_t size, std::int32_t* length);

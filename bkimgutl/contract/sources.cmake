@@ -3,6 +3,7 @@ list(APPEND bkimgutl_sources
     contract/Creation.cpp
     contract/Creation.h
     contract/Files.h
+    contract/Guard.h
     contract/Histogram.cpp
     contract/Histogram.h
     contract/Load_Ahead.h

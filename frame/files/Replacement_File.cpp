@@ -125,6 +125,7 @@ Result<void> Replacement_File::Commit()
         Discard();
         return tl::make_unexpected(std::move(error));
     };
+    const std::string folder = Folder_Of_Path(target_); // here, since behind the renaming no memory may be missing
     const std::string& attributes = options_.take_attributes_from.empty() ? target_ : options_.take_attributes_from;
     if (auto taken = Take_Attributes(attributes, descriptor_); !taken) return give_up(taken.error());
     if (options_.times) {
@@ -142,7 +143,7 @@ Result<void> Replacement_File::Commit()
         return give_up(System_Failure(target_, errno).value());
     }
     hidden_.clear();
-    auto flushed = Flush_Folder(Folder_Of_Path(target_));
+    auto flushed = Flush_Folder(folder);
     if (!flushed && options_.only_new) unlink(target_.c_str()); // it replaced nothing, so nothing is as it was
     return flushed;
 }
