@@ -280,6 +280,8 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
                        std::to_string(Longest_Segment_Data) + " are the limit");
     const auto xmp = XMP_Segments(foreign.xmp);
     if (!xmp) return tl::make_unexpected(xmp.error());
+    const auto profile = Fits(foreign.profile, plan.colors) ? Profile_Segments(foreign.profile) : Bytes();
+    if (!profile) return tl::make_unexpected(profile.error());
     if (auto good = Write_Start(target); !good) return good;
     if (May_Have_JFIF(plan.colors)) {
         const Bytes data = JFIF_Data(Stored_Resolution(plan, 1));
@@ -293,8 +295,7 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
     if (auto good = target.Write(*xmp); !good) return good;
     Blank_Thumbnails(foreign.resources);
     if (auto good = target.Write(Resource_Segments(foreign.resources)); !good) return good;
-    if (!Fits(foreign.profile, plan.colors)) return {};
-    return target.Write(Profile_Segments(foreign.profile));
+    return target.Write(*profile);
 }
 
 Result<void> Write_What_Stands_Behind(Replacement_File& target, const Jpeg_Parent& parent)

@@ -200,8 +200,11 @@ std::vector<std::byte> Script_Segments(std::string_view script)
     return Split_Into_Parts(std::as_bytes(std::span(script)), Script_Parts());
 }
 
-std::vector<std::byte> Profile_Segments(const std::vector<std::byte>& profile)
+Result<std::vector<std::byte>> Profile_Segments(const std::vector<std::byte>& profile)
 {
-    if (profile.size() > Most_Profile_Bytes) return {};
+    if (profile.size() > Most_Profile_Bytes)
+        return Failure("the colour profile of " + std::to_string(profile.size()) +
+                       " bytes does not fit into a JPEG file, " + std::to_string(Most_Profile_Bytes) +
+                       " are the limit");
     return Split_Into_Parts(profile, Profile_Parts());
 }

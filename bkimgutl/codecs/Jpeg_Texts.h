@@ -29,7 +29,7 @@ Result<std::vector<std::byte>> Resources_Of_Jpeg(const Regular_File& file, const
 /// Size and resolution upright; the resolution is JFIF's, or else EXIF's.
 Result<Picture_Facts> Facts_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head);
 
-/// Whole segments, ready to write. Both texts must be within the limits; the profile has at most 255 parts.
+/// Whole segments, ready to write. Both texts must be within the limits; a profile of more than 255 parts fails.
 std::vector<std::byte> Comment_Segments(std::string_view comment);
 std::vector<std::byte> Script_Segments(std::string_view script);
-std::vector<std::byte> Profile_Segments(const std::vector<std::byte>& profile);
+Result<std::vector<std::byte>> Profile_Segments(const std::vector<std::byte>& profile);

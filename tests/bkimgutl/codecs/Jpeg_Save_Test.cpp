@@ -369,9 +369,9 @@ TEST_F(Jpeg_Save, A_Parent_That_Is_No_Picture_Is_An_Error)
 }
 
 /// What a profile stands for in a TIFF file.
-std::string Long_Profile()
+std::string Long_Profile(std::size_t bytes = 70'000) // more than one segment holds
 {
-    std::string profile(70'000, 'p'); // more than one segment holds
+    std::string profile(bytes, 'p');
     profile.replace(16, 4, "RGB ");
     return profile;
 }
@@ -398,6 +398,17 @@ TEST_F(Jpeg_Save, A_TIFF_Parent_Gives_Camera_Data_Profile_And_The_Default_Qualit
     ASSERT_TRUE(profile);
     EXPECT_EQ(Long_Profile(), std::string(reinterpret_cast<const char*>(profile->data()), profile->size()));
     EXPECT_EQ(90, Estimated_Quality(*Regular_File::Open(Path("a.jpg"))));
+}
+
+TEST_F(Jpeg_Save, A_Profile_That_No_JPEG_File_Can_Hold_Is_Refused_With_A_Message)
+{
+    const std::string parent = Path("p.tif");
+    Write_Tiff_File(parent, Meadow(48, 32, 1), {.private_tags = {{34675, Long_Profile(16'707'346)}}});
+    EXPECT_FALSE(Save(Load(parent), Path("a.jpg"), {.parent = parent}));
+    EXPECT_EQ(Path("a.jpg") +
+                  ": the colour profile of 16707346 bytes does not fit into a JPEG file, 16707345 are the limit",
+              Error_Text());
+    EXPECT_FALSE(std::filesystem::exists(Path("a.jpg")));
 }
 
 TEST_F(Jpeg_Save, A_Folder_As_Target_And_A_Stale_Handle_Are_Errors)
