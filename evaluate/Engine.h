@@ -124,7 +124,7 @@ private:
     Error_Number Read(Instruction& instruction, const QString& name, Variant& value);
     Error_Number Read_Cell(Variable_Cell* cell, const QString& name, Variant& value);
     Variable_Cell* Prompted_Variable(const QString& name);
-    bool May_Prompt() const;
+    bool May_Use_Dialogs() const;
     QString Ask_For(const QString& prompt, const QString& title);
     Error_Number Store(Instruction& instruction, const QString& name, Variant value);
     Error_Number Make_Reference(const QString& name);
@@ -144,6 +144,7 @@ private:
     bool Quick_Test(const Reach& reach, bool& goes_on);
     Error_Number For_Goes_On(const For_Record& loop, Variant& result) const;
     bool Loop_Left() const { return loops_.size() > frames_.back().first_loop; }
+    bool Block_Left() const { return blocks_.size() > frames_.back().first_block + 1; } ///< above the call's own
     Error_Number Push_Block(Token_Word word, int target);
     void Pop_Block(Token_Word word);
     Error_Number Exit_Block(Token_Word word);

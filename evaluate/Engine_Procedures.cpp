@@ -60,7 +60,7 @@ Error_Number Engine::Ask_For_Arguments(const Procedure_Record& procedure)
 {
     std::int32_t count = 0;
     for (const Argument_Record& argument : procedure.Arguments) {
-        if (!Is_Allowed(Access_Class::Dialog, allowed_access)) break;
+        if (!May_Use_Dialogs()) break;
         const QString answer =
             Ask_For(argument.Name, QStringLiteral("Supply Value For Argument ") + QString::number(count + 1));
         if (answer.isEmpty()) break;
@@ -108,10 +108,11 @@ Error_Number Engine::Take_Arguments(const Procedure_Record& procedure, std::size
     return Error_Number::None;
 }
 
-/// What the user supplied is no reference: it is the value, and nothing is copied back.
+/// What the user supplied, and a default, are no references: a procedure that the main program runs on into needs ByVal
+/// with each of its arguments.
 Error_Number Engine::Take_Reference(const Variant& reference, Variant& value)
 {
-    if (!Is_Reference(reference)) return Error_Number::None;
+    if (!Is_Reference(reference)) return Error_Number::Execution_Engine;
     const Evaluated<Variable_View> variable = Find_Variable(reference);
     if (!variable) return Error_Number::Execution_Engine;
     value = *variable->value;
@@ -145,7 +146,6 @@ Error_Number Engine::Copy_Back_References(const Procedure_Record& procedure, con
     for (std::size_t i = 0; i < procedure.Arguments.size() && next < references_.size(); ++i) {
         if (!Is_By_Reference(procedure.Arguments[i])) continue;
         const Variant& reference = references_[next++];
-        if (!Is_Reference(reference)) continue;
         const Evaluated<Variable_View> target = Find_Variable(reference);
         if (!target) return Error_Number::Execution_Engine;
         *target->value = locals_[frame.first_local + i].Value;
@@ -209,19 +209,24 @@ Error_Number Engine::Push_Block(Token_Word word, int target)
 
 void Engine::Pop_Block(Token_Word word)
 {
-    if (blocks_.size() > frames_.back().first_block + 1 && blocks_.back().word == word) blocks_.pop_back();
+    if (Block_Left() && blocks_.back().word == word) blocks_.pop_back();
 }
 
-/// Leaves the blocks inside the wanted one; the code at the target takes that one down, as it does when the loop ends by
-/// itself. Without such a block the search ends at the call's own, and the procedure is left: Exit Do outside of a loop
-/// leaves the procedure. The main program has no way out of that kind.
+/// The search takes down what it passes, the wanted loop's own block and record included; without such a block it ends at
+/// the call's own, and the procedure is left: Exit Do outside of a loop leaves the procedure. The main program has no way
+/// out of that kind. The code at the target takes a block and a record down once more, as at the end of any loop: with
+/// loops of one kind in each other these are the outer loop's, whose Next then finds no record. Formulas are told to put
+/// such an inner loop into a procedure, where a call has blocks and records of its own.
 Error_Number Engine::Exit_Block(Token_Word word)
 {
-    while (blocks_.size() > frames_.back().first_block + 1 && blocks_.back().word != word) {
-        if (blocks_.back().word == Token::For && Loop_Left()) loops_.pop_back();
-        blocks_.pop_back();
+    for (; Block_Left(); blocks_.pop_back()) {
+        const Token_Word found = blocks_.back().word;
+        if (found == Token::For && Loop_Left()) loops_.pop_back();
+        if (found == word) break;
     }
-    return Jump_To(blocks_.back().target);
+    const int target = blocks_.back().target;
+    if (Block_Left()) blocks_.pop_back();
+    return Jump_To(target);
 }
 
 } // namespace Formula

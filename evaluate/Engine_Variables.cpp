@@ -40,11 +40,12 @@ Error_Number Engine::Read(Instruction& instruction, const QString& name, Variant
 
 Error_Number Engine::Read_Cell(Variable_Cell* cell, const QString& name, Variant& value)
 {
-    if (!cell && Current_Frame() == 0 && May_Prompt()) cell = Prompted_Variable(name);
+    if (!cell && Current_Frame() == 0 && prompt_uninitialized && May_Use_Dialogs()) cell = Prompted_Variable(name);
     if (!cell) return raise_errors ? Error_Number::Unknown_Variable : Error_Number::None;
     if (cell->Dimensions != 0 && raise_errors) return Error_Number::Invalid_Array_Assignment;
     if (cell->Value.Is_Empty()) {
-        if ((cell->Flags & Variable_Flag::Prompted) && May_Prompt())
+        // What the user supplied once is asked for again in the next run, whatever the host says of prompts by then.
+        if ((cell->Flags & Variable_Flag::Prompted) && May_Use_Dialogs())
             cell = Prompted_Variable(name);
         else if (raise_errors)
             return Error_Number::Uninitialized_Variable;
@@ -54,9 +55,9 @@ Error_Number Engine::Read_Cell(Variable_Cell* cell, const QString& name, Variant
 }
 
 /// A formula that may not use dialogs must not ask in this way either.
-bool Engine::May_Prompt() const
+bool Engine::May_Use_Dialogs() const
 {
-    return prompt_uninitialized && Is_Allowed(Access_Class::Dialog, allowed_access);
+    return Is_Allowed(Access_Class::Dialog, allowed_access);
 }
 
 QString Engine::Ask_For(const QString& prompt, const QString& title)

@@ -172,6 +172,20 @@ TEST_F(Evaluator, Asks_For_Unknown_Variables)
     EXPECT_EQ("8!", evaluator.Value().Text().toStdString()) << "the next run asks again";
 }
 
+TEST_F(Evaluator, Asks_Again_For_What_Was_Asked_Once_Also_With_Prompts_Off)
+{
+    evaluator.Set_PromptUninitialized(true);
+    services.answers = {"7"_q};
+    EXPECT_EQ("7", evaluator.Value("Size"_q).Text().toStdString());
+    evaluator.Set_PromptUninitialized(false);
+    services.answers = {"8"_q};
+    EXPECT_EQ("8", evaluator.Value().Text().toStdString());
+    EXPECT_EQ((QStringList{"Supply Value For Size|Size"_q, "Supply Value For Size|Size"_q}), services.asked);
+    evaluator.Set_AllowedAccess(unsigned(Access_Class::Pure));
+    evaluator.Value();
+    EXPECT_EQ("32775 Uninitialized variable at 1", Error_Now()) << "without dialogs nothing is asked";
+}
+
 TEST_F(Evaluator, Asks_For_The_Arguments_Of_A_Procedure_It_Runs_Into)
 {
     services.answers = {"1"_q, "2"_q};
