@@ -94,10 +94,7 @@ bool Compiler::Compile_Call_Statement()
 {
     const int position = token_.start;
     if (!Compile_Call()) return false;
-    if (token_.word != Token::Right_Paren) {
-        Next_Token();
-        return Syntax_Error("Expecting right paren");
-    }
+    if (token_.word != Token::Right_Paren) return Expect_Next() && Syntax_Error("Expecting right paren");
     Emit(Token::Drop, Variant(), position);
     return Expect_Next();
 }
