@@ -133,8 +133,7 @@ function(hv_test)
     else()
         target_link_libraries(${arg_NAME} PRIVATE GTest::gtest_main)
     endif()
-    target_compile_definitions(${arg_NAME} PRIVATE HALVINE_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
-        HALVINE_BINARY_DIR="${CMAKE_BINARY_DIR}")
+    target_include_directories(${arg_NAME} PRIVATE ${CMAKE_BINARY_DIR}/generated)
     add_test(NAME ${arg_NAME} COMMAND ${arg_NAME})
     set_tests_properties(${arg_NAME} PROPERTIES TIMEOUT ${arg_TIMEOUT}
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8;ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1")

@@ -1,4 +1,5 @@
 #include "tests/evaluate/library/Direct_Call.h"
+#include "Project_Folders.h"
 
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Dates.h"

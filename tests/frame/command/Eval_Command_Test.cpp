@@ -1,5 +1,7 @@
 // hv eval as other programs call it: the real binary, its two outputs and its status.
 
+#include "Project_Folders.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
