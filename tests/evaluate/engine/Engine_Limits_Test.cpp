@@ -144,6 +144,22 @@ TEST_F(Engine_Limits, So_Many_Names_And_No_More)
     EXPECT_EQ(2, evaluator.Last_Error().Code);
 }
 
+TEST_F(Engine_Limits, So_Many_Arguments_And_No_More)
+{
+    const auto function = [](int count) {
+        QStringList arguments;
+        for (int i = 0; i < count; ++i) arguments += QStringLiteral("Optional ByVal a%1 = 0").arg(i);
+        return QStringLiteral("x = f()\nEnd\nFunction f(%1)\nf = a0\nEnd Function").arg(arguments.join(u','));
+    };
+    EXPECT_EQ("", Error_Of(function(1000)).toStdString());
+    EXPECT_EQ("Compiler error allocating memory", Error_Of(function(1001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+    EXPECT_EQ("Compiler error allocating memory",
+              Error_Of(function(1000) + QStringLiteral("\nf()").repeated(2000)).toStdString())
+        << "each call has a thousand literals, and a million is enough";
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+}
+
 TEST_F(Engine_Limits, A_Host_Supplies_So_Many_Variables_And_No_More)
 {
     for (int i = 0; i < 100'000; ++i)
@@ -215,6 +231,17 @@ TEST_F(Engine_Limits, A_Megabyte_Of_Names_Labels_And_Statements_Compiles)
     for (int i = 0; text.size() < (1 << 20); ++i) text += QStringLiteral("v%1 = %1\nl%1:\n").arg(i);
     EXPECT_TRUE(evaluator.Program(text));
     EXPECT_GT(evaluator.VariableCount(), 30'000);
+}
+
+/// The compiler numbers the labels of loops by the place in the code, and others by how many there are: here the second
+/// kind comes to numbers of the first.
+TEST_F(Engine_Limits, Labels_Whose_Numbers_Meet_Take_No_More_Time)
+{
+    EXPECT_TRUE(evaluator.Program(
+        QStringLiteral("x = 1\n").repeated(60'000) + QStringLiteral("While x = 2\nWend\n").repeated(40'000) +
+        QStringLiteral("If x = 2 Then\nx = 3\nEnd If\n").repeated(100'000) + QStringLiteral("x = 4")));
+    EXPECT_TRUE(evaluator.Execute());
+    EXPECT_EQ("Long 4", Shown(evaluator.Variable(QStringLiteral("x")).value_or(Variant())).toStdString());
 }
 
 } // namespace
