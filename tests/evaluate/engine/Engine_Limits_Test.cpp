@@ -215,6 +215,30 @@ TEST_F(Engine_Limits, Each_Run_Begins_With_The_Dimensions_That_Were_Declared)
     }
 }
 
+TEST_F(Engine_Limits, A_Run_Knows_No_Loops_Of_The_One_Before)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("i = 0\nIf n = 2 Then Exit Do\nIf n = 3 Then GoTo inside\nDo\n"
+                                                 "For i = 1 To 9\nGoTo out\ninside:\nNext\nLoop\nout:\nx = 1")));
+    const std::pair<int, const char*> runs[] = {
+        {1, ""}, {2, "Execution engine error"}, {1, ""}, {3, "Stack underflow"}};
+    for (const auto& [number, error] : runs) {
+        ASSERT_TRUE(evaluator.AddVariable(QStringLiteral("n"), Variant(std::int32_t(number))));
+        evaluator.Execute();
+        EXPECT_EQ(error, evaluator.Last_Error().Description.toStdString()) << number;
+    }
+}
+
+TEST_F(Engine_Limits, A_Variable_That_The_Host_Removed_Is_Unknown_To_The_Program)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("a = 1\nb = 2")));
+    evaluator.RemoveVariable(QStringLiteral("a"));
+    EXPECT_FALSE(evaluator.Execute());
+    EXPECT_EQ("Unknown variable", evaluator.Last_Error().Description.toStdString());
+    evaluator.Set_RaiseErrors(false);
+    EXPECT_TRUE(evaluator.Execute()) << "the store is left out";
+    EXPECT_EQ(2, evaluator.Variable(QStringLiteral("b")).value_or(Variant(std::int32_t(0))).Long());
+}
+
 TEST_F(Engine_Limits, The_Engine_Has_A_Text_For_Each_Of_Its_Numbers)
 {
     const std::pair<int, const char*> texts[] = {
