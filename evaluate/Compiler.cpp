@@ -214,7 +214,6 @@ bool Compiler::Compile_Program()
     if (error_.Code != 0 || !Collect_Headers()) return false;
     scanner_.Set_Position(1);
     peeked_ = false;
-    current_ = Program_Code::Main;
     if (!Explained(Compile_Statements_Of_Program())) return false;
     Emit(Token::Stop, Variant());
     Resolve_Jumps();

@@ -59,6 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
         Code_Case{"parentheses", "(1+2)*3", "552200:1 552200:2 69516E:2 552200:3 65518C:2"},
         Code_Case{"a_function_behind_its_arguments", "Mid(x, 1)", "124A100:x 552200:1 MID:2"},
         Code_Case{"a_filled_argument", "Max(1)", "552200:1 532000:126 MAX:2"},
+        Code_Case{"a_filled_dimension", "UBound(a)", "12CA800:a 532000:1 UBOUND:2"},
+        Code_Case{"a_not_between_operands", "1 Not 2", "552200:1 552200:2 745446:1"},
         Code_Case{"a_call", "f(1, 2)", "552200:1 552200:2 562200:2 E96FC8:f"},
         Code_Case{"a_reference", "IsEmpty(x)", "12CA800:x ISEMPTY:1"}, Code_Case{"a_niladic_function", "Now", "613500"},
         Code_Case{"tessary_lists", "Tessary.Lists", "12EB000"},

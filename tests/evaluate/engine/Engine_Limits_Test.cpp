@@ -126,6 +126,27 @@ TEST_F(Engine_Limits, A_Text_That_Grows_Without_End)
     EXPECT_EQ("Out of string space", Error_Of(QStringLiteral("s = \"abcdefgh\"\nDo\ns = s & s\nLoop")).toStdString());
 }
 
+class Ending_Services : public Scripted_Services {
+public:
+    QString Input_Box(const Host_Input_Question&) override
+    {
+        evaluator->ExecutionTerminate();
+        return {};
+    }
+    bkcEvaluate* evaluator = nullptr;
+};
+
+TEST(Engine_Dialogs, The_Host_Ends_A_Run_While_An_Argument_Is_Asked_For)
+{
+    Ending_Services services;
+    bkcEvaluate evaluator(services);
+    services.evaluator = &evaluator;
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("Sub f(a)\nx = 1\nEnd Sub")));
+    EXPECT_EQ(-1, evaluator.SourceStatement());
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = y\nz = 1"))) << "and a variable";
+    EXPECT_TRUE(evaluator.Variable(QStringLiteral("z")).value_or(Variant(1)).Is_Empty());
+}
+
 QString Numbered(const char* line, int count)
 {
     QString text;
@@ -226,6 +247,16 @@ TEST_F(Engine_Limits, A_Run_Knows_No_Loops_Of_The_One_Before)
         evaluator.Execute();
         EXPECT_EQ(error, evaluator.Last_Error().Description.toStdString()) << number;
     }
+}
+
+TEST_F(Engine_Limits, A_Loop_Keeps_Its_Counter_When_The_Host_Removes_Another_Variable)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("a = 0\ni = 0\nx = 0\nFor i = 1 To 3\nx = x + i\nNext")));
+    for (int step = 1; step <= 5; ++step) ASSERT_TRUE(evaluator.ExecuteStep());
+    evaluator.RemoveVariable(QStringLiteral("a"));
+    while (evaluator.SourceStatement() != -1) ASSERT_TRUE(evaluator.ExecuteStep());
+    EXPECT_EQ(6, evaluator.Variable(QStringLiteral("x")).value_or(Variant(std::int32_t(0))).Long());
+    EXPECT_EQ(4, evaluator.Variable(QStringLiteral("i")).value_or(Variant(std::int32_t(0))).Long());
 }
 
 TEST_F(Engine_Limits, A_Variable_That_The_Host_Removed_Is_Unknown_To_The_Program)
