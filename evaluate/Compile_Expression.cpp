@@ -2,6 +2,8 @@
 
 #include "evaluate/Compiler.h"
 
+#include "frame/files/Limits.h"
+
 namespace Formula {
 
 // expression := operand { operator operand }, with a sign or Not before an operand. Every caller flushes behind it.
@@ -193,12 +195,14 @@ bool Compiler::Compile_Argument(Argument_Item item)
 }
 
 /// Behind the list: fills in what the descriptor has a literal for. A written default of a procedure has the literal 0,
-/// which is what a call passes then; the default itself never reaches the parameter.
+/// which is what a call passes then; the default itself never reaches the parameter. Nothing but these literals makes more
+/// code than a text has characters, so they are what is bounded.
 bool Compiler::Check_Argument_Count(std::span<const Argument_Item> descriptor, int& count)
 {
     const int written = count;
     for (std::size_t i = std::size_t(count); i < descriptor.size(); ++i) {
         if ((descriptor[i] & 0xFFF000) != Argument::Written_Default) continue;
+        if (code_.Code_Count() >= Current_Limits().formula_code) return Too_Much(token_.start);
         Emit(Token::Literal, Variant(std::int32_t(descriptor[i] & 0xFFF)));
         ++count;
     }

@@ -2,6 +2,8 @@
 
 #include "evaluate/Compiler.h"
 
+#include "frame/files/Limits.h"
+
 namespace Formula {
 
 // header := [ Private | Public ] ( Function | Sub ) name "(" [ argument { "," argument } ] ")"
@@ -51,6 +53,7 @@ bool Compiler::Compile_Header_Argument(int procedure, bool& optional_seen)
     if (!Require(Token::Identifier, "Expected argument name")) return false;
     argument.Name = token_.name;
     Procedure_Record& record = code_.procedures[std::size_t(procedure)];
+    if (int(record.Arguments.size()) >= Current_Limits().formula_arguments) return Too_Much(token_.start);
     if (record.Variables.Find(argument.Name) >= 0) return Syntax_Error("Variable already declared");
     if (!Expect_Next() || !Compile_Argument_Default(argument)) return false;
     if (Declare(record.Variables, argument.Name) < 0) return false;

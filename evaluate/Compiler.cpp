@@ -8,15 +8,12 @@ namespace Formula {
 
 Compiler::Compiler(Program_Code& code, const QString& source) : code_(code), scanner_(source)
 {
-    if (source.size() > Current_Limits().formula_string_characters)
-        Report_Error(2, QStringLiteral("Compiler error allocating memory"), 1);
+    if (source.size() > Current_Limits().formula_string_characters) Too_Much(1);
 }
 
 bool Compiler::Nesting::Too_Deep()
 {
-    if (compiler_.nesting_ <= Current_Limits().formula_nesting) return false;
-    compiler_.Report_Error(2, QStringLiteral("Compiler error allocating memory"), compiler_.token_.start);
-    return true;
+    return compiler_.nesting_ > Current_Limits().formula_nesting && !compiler_.Too_Much(compiler_.token_.start);
 }
 
 bool Compiler::Next_Token()
@@ -89,6 +86,11 @@ bool Compiler::Report_Error(int code, const QString& text, int position)
     return false;
 }
 
+bool Compiler::Too_Much(int position)
+{
+    return Report_Error(2, QStringLiteral("Compiler error allocating memory"), position);
+}
+
 void Compiler::Emit(Token_Word token, const Variant& operand, int position)
 {
     if (token == Token::No_Unary) return;
@@ -138,11 +140,12 @@ void Compiler::Record_Statement(int position)
 }
 
 /// Labels of our own begin with "@", which no name in a text can. The number is the one of the labels so far or of the
-/// code; where both have met, the next free one.
+/// code; where both have met, the one above all others.
 int Compiler::New_Label(int number)
 {
     const auto name = [&] { return u'@' + QString::number(number); };
-    while (code_.labels.Find(name()) != Name_Index::Not_Found) ++number;
+    if (code_.labels.Find(name()) != Name_Index::Not_Found) number = highest_label_ + 1;
+    highest_label_ = std::max(highest_label_, number);
     return code_.labels.Find_Or_Add(name());
 }
 
@@ -211,7 +214,6 @@ bool Compiler::Compile_Program()
     if (error_.Code != 0 || !Collect_Headers()) return false;
     scanner_.Set_Position(1);
     peeked_ = false;
-    current_ = Program_Code::Main;
     if (!Explained(Compile_Statements_Of_Program())) return false;
     Emit(Token::Stop, Variant());
     Resolve_Jumps();

@@ -52,6 +52,7 @@ private:
     // Output
     bool Explained(bool good);
     bool Report_Error(int code, const QString& text, int position);
+    bool Too_Much(int position);
     bool Syntax_Error(const char* text) { return Report_Error(1, QString::fromLatin1(text), token_.start); }
     void Emit(Token_Word token, const Variant& operand, int position);
     void Emit(Token_Word token, const Variant& operand) { Emit(token, operand, token_.start); }
@@ -144,6 +145,7 @@ private:
     std::vector<Waiting_Operator> operators_;
     int current_ = Program_Code::Main;
     int nesting_ = 0;
+    int highest_label_ = 0; ///< among the numbers of the labels that the compiler made
     Evaluation_Error error_;
     bool peeked_ = false; ///< next_ and next_position_ hold the token behind the current one
     Scanned_Token next_;

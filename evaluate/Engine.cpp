@@ -31,8 +31,6 @@ void Engine::Code_Changed()
 {
     counter_ = 0;
     Decode();
-    frames_.resize(1);
-    frames_[0] = {};
     Clear_Run_Stacks();
     error_ = {};
 }

@@ -46,6 +46,8 @@ Limits Read_Limits()
     TAKE(formula_nesting);
     TAKE(formula_calls);
     TAKE(formula_names);
+    TAKE(formula_arguments);
+    TAKE(formula_code);
     TAKE(formula_string_characters);
     TAKE(formula_array_elements);
     TAKE(formula_instructions);

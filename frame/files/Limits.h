@@ -23,7 +23,9 @@ struct Limits {
     int rich_text_nesting = 256;
     int formula_nesting = 1000;
     int formula_calls = 10'000;
-    int formula_names = 100'000; ///< variables, and constants, of one procedure
+    int formula_names = 100'000;  ///< variables, and constants, of one procedure
+    int formula_arguments = 1000; ///< of one procedure
+    int formula_code = 1'000'000; ///< records of a program with defaults that its calls leave out
     std::int64_t formula_string_characters = 16 << 20;
     std::int64_t formula_array_elements = 16'000'000;
     std::int64_t formula_instructions = 50'000'000; ///< for one value

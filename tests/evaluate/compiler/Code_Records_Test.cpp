@@ -59,9 +59,14 @@ INSTANTIATE_TEST_SUITE_P(
         Code_Case{"parentheses", "(1+2)*3", "552200:1 552200:2 69516E:2 552200:3 65518C:2"},
         Code_Case{"a_function_behind_its_arguments", "Mid(x, 1)", "124A100:x 552200:1 MID:2"},
         Code_Case{"a_filled_argument", "Max(1)", "552200:1 532000:126 MAX:2"},
+        Code_Case{"a_filled_dimension", "UBound(a)", "12CA800:a 532000:1 UBOUND:2"},
+        Code_Case{"a_not_between_operands", "1 Not 2", "552200:1 552200:2 745446:1"},
         Code_Case{"a_call", "f(1, 2)", "552200:1 552200:2 562200:2 E96FC8:f"},
         Code_Case{"a_reference", "IsEmpty(x)", "12CA800:x ISEMPTY:1"}, Code_Case{"a_niladic_function", "Now", "613500"},
-        Code_Case{"tessary", "Tessary.List(1).Item(2)", "552200:1 552200:2 131B000"}),
+        Code_Case{"tessary_lists", "Tessary.Lists", "12EB000"},
+        Code_Case{"tessary_count", "Tessary.List(1).Count", "552200:1 12FB000"},
+        Code_Case{"tessary_items", "Tessary.List(1).Items", "552200:1 130B000"},
+        Code_Case{"tessary_item", "Tessary.List(1).Item(2)", "552200:1 552200:2 131B000"}),
     [](const auto& row) { return row.param.name; });
 
 class Program_Listing : public testing::TestWithParam<Code_Case> {};
@@ -79,6 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Code_Case{"nothing", "", "13FC000"}, Code_Case{"an_assignment", "x=1", "552200:1 125A200:x 13FC000"},
         Code_Case{"the_value", "=1", "552200:1 125A200:=Value 13FC000 13FC000"},
+        Code_Case{"a_constant_of_the_text", "Const c=1\nx=c", "532000:1 125A200:x 13FC000"},
         Code_Case{"an_array", "a=Array(1,2)", "552200:1 552200:2 126A302:a 13FC000"},
         Code_Case{"an_element", "a=Array(1)\na(0)=a(0)",
                   "552200:1 126A301:a 552200:0 552200:0 127A401:a 128A501:a 13FC000"},
@@ -119,11 +125,12 @@ TEST(Compiler, Keeps_The_First_Error_Only)
 TEST(Compiler, Records_A_Statement_For_Each_Loop_End_And_Call)
 {
     Program_Code code;
-    Compiler compiler(code, QStringLiteral("While False\nWend\nx = f() + 1"));
+    Compiler compiler(
+        code, QStringLiteral("While False\nWend\nx = f() + 1\nDo\nLoop\nFor i = 1 To 2\nNext\n' a remark\n' another"));
     ASSERT_TRUE(compiler.Compile_Program());
     std::vector<int> positions;
     for (const Statement_Record& statement : code.statements) positions.push_back(statement.Position);
-    EXPECT_EQ((std::vector<int>{1, 13, 18, 22}), positions);
+    EXPECT_EQ((std::vector<int>{1, 13, 18, 22, 30, 33, 38, 53}), positions);
 }
 
 } // namespace

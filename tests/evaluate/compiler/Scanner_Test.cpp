@@ -69,6 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
             "numbers", "1 1.5 1. 1E5 1.5D-2 &HFF &O17", {Number, Number, Number, Number, Number, Number, Number, End}},
         Scanner_Case{"a_number_ends_at_a_letter", "1x", {Number, Name, End}},
         Scanner_Case{"a_second_point_is_a_token", "1.5.2", {Number, Token::Dot, Number, End}},
+        Scanner_Case{"octal_ends_at_eight", "&O78", {Number, Number, End}},
         Scanner_Case{"octal_ends_at_nine", "&O79", {Number, Number, End}},
         Scanner_Case{"texts", "\"a\" \"\" \"a\"\"b\"", {Text, Text, Text, End}},
         Scanner_Case{"a_text_without_an_end", "\"a", {Token::None}},

@@ -126,6 +126,27 @@ TEST_F(Engine_Limits, A_Text_That_Grows_Without_End)
     EXPECT_EQ("Out of string space", Error_Of(QStringLiteral("s = \"abcdefgh\"\nDo\ns = s & s\nLoop")).toStdString());
 }
 
+class Ending_Services : public Scripted_Services {
+public:
+    QString Input_Box(const Host_Input_Question&) override
+    {
+        evaluator->ExecutionTerminate();
+        return {};
+    }
+    bkcEvaluate* evaluator = nullptr;
+};
+
+TEST(Engine_Dialogs, The_Host_Ends_A_Run_While_An_Argument_Is_Asked_For)
+{
+    Ending_Services services;
+    bkcEvaluate evaluator(services);
+    services.evaluator = &evaluator;
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("Sub f(a)\nx = 1\nEnd Sub")));
+    EXPECT_EQ(-1, evaluator.SourceStatement());
+    EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = y\nz = 1"))) << "and a variable";
+    EXPECT_TRUE(evaluator.Variable(QStringLiteral("z")).value_or(Variant(1)).Is_Empty());
+}
+
 QString Numbered(const char* line, int count)
 {
     QString text;
@@ -141,6 +162,22 @@ TEST_F(Engine_Limits, So_Many_Names_And_No_More)
     EXPECT_EQ("Error allocating variable", Error_Of(Numbered("Dim v%1\n", 100'001)).toStdString());
     EXPECT_EQ("Error allocating variable", Error_Of(Numbered("v%1 = Array(1)\n", 100'001)).toStdString());
     EXPECT_EQ("Error allocating constant", Error_Of(Numbered("Const c%1 = 1\n", 100'001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+}
+
+TEST_F(Engine_Limits, So_Many_Arguments_And_No_More)
+{
+    const auto function = [](int count) {
+        QStringList arguments;
+        for (int i = 0; i < count; ++i) arguments += QStringLiteral("Optional ByVal a%1 = 0").arg(i);
+        return QStringLiteral("x = f()\nEnd\nFunction f(%1)\nf = a0\nEnd Function").arg(arguments.join(u','));
+    };
+    EXPECT_EQ("", Error_Of(function(1000)).toStdString());
+    EXPECT_EQ("Compiler error allocating memory", Error_Of(function(1001)).toStdString());
+    EXPECT_EQ(2, evaluator.Last_Error().Code);
+    EXPECT_EQ("Compiler error allocating memory",
+              Error_Of(function(1000) + QStringLiteral("\nf()").repeated(2000)).toStdString())
+        << "each call has a thousand literals, and a million is enough";
     EXPECT_EQ(2, evaluator.Last_Error().Code);
 }
 
@@ -199,6 +236,40 @@ TEST_F(Engine_Limits, Each_Run_Begins_With_The_Dimensions_That_Were_Declared)
     }
 }
 
+TEST_F(Engine_Limits, A_Run_Knows_No_Loops_Of_The_One_Before)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("i = 0\nIf n = 2 Then Exit Do\nIf n = 3 Then GoTo inside\nDo\n"
+                                                 "For i = 1 To 9\nGoTo out\ninside:\nNext\nLoop\nout:\nx = 1")));
+    const std::pair<int, const char*> runs[] = {
+        {1, ""}, {2, "Execution engine error"}, {1, ""}, {3, "Stack underflow"}};
+    for (const auto& [number, error] : runs) {
+        ASSERT_TRUE(evaluator.AddVariable(QStringLiteral("n"), Variant(std::int32_t(number))));
+        evaluator.Execute();
+        EXPECT_EQ(error, evaluator.Last_Error().Description.toStdString()) << number;
+    }
+}
+
+TEST_F(Engine_Limits, A_Loop_Keeps_Its_Counter_When_The_Host_Removes_Another_Variable)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("a = 0\ni = 0\nx = 0\nFor i = 1 To 3\nx = x + i\nNext")));
+    for (int step = 1; step <= 5; ++step) ASSERT_TRUE(evaluator.ExecuteStep());
+    evaluator.RemoveVariable(QStringLiteral("a"));
+    while (evaluator.SourceStatement() != -1) ASSERT_TRUE(evaluator.ExecuteStep());
+    EXPECT_EQ(6, evaluator.Variable(QStringLiteral("x")).value_or(Variant(std::int32_t(0))).Long());
+    EXPECT_EQ(4, evaluator.Variable(QStringLiteral("i")).value_or(Variant(std::int32_t(0))).Long());
+}
+
+TEST_F(Engine_Limits, A_Variable_That_The_Host_Removed_Is_Unknown_To_The_Program)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("a = 1\nb = 2")));
+    evaluator.RemoveVariable(QStringLiteral("a"));
+    EXPECT_FALSE(evaluator.Execute());
+    EXPECT_EQ("Unknown variable", evaluator.Last_Error().Description.toStdString());
+    evaluator.Set_RaiseErrors(false);
+    EXPECT_TRUE(evaluator.Execute()) << "the store is left out";
+    EXPECT_EQ(2, evaluator.Variable(QStringLiteral("b")).value_or(Variant(std::int32_t(0))).Long());
+}
+
 TEST_F(Engine_Limits, The_Engine_Has_A_Text_For_Each_Of_Its_Numbers)
 {
     const std::pair<int, const char*> texts[] = {
@@ -215,6 +286,17 @@ TEST_F(Engine_Limits, A_Megabyte_Of_Names_Labels_And_Statements_Compiles)
     for (int i = 0; text.size() < (1 << 20); ++i) text += QStringLiteral("v%1 = %1\nl%1:\n").arg(i);
     EXPECT_TRUE(evaluator.Program(text));
     EXPECT_GT(evaluator.VariableCount(), 30'000);
+}
+
+/// The compiler numbers the labels of loops by the place in the code, and others by how many there are: here the second
+/// kind comes to numbers of the first.
+TEST_F(Engine_Limits, Labels_Whose_Numbers_Meet_Take_No_More_Time)
+{
+    EXPECT_TRUE(evaluator.Program(
+        QStringLiteral("x = 1\n").repeated(60'000) + QStringLiteral("While x = 2\nWend\n").repeated(40'000) +
+        QStringLiteral("If x = 2 Then\nx = 3\nEnd If\n").repeated(100'000) + QStringLiteral("x = 4")));
+    EXPECT_TRUE(evaluator.Execute());
+    EXPECT_EQ("Long 4", Shown(evaluator.Variable(QStringLiteral("x")).value_or(Variant())).toStdString());
 }
 
 } // namespace
