@@ -79,6 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "hv: y: Unknown variable\n",
                   1},
         Eval_Case{"prints_a_number_as_json", {"--json", "1.5 + 1"}, "{\"type\":\"Double\",\"value\":2.5}\n"},
+        Eval_Case{"prints_no_minus_before_zero", {"--json", "Round(-0.4)"}, "{\"type\":\"Double\",\"value\":0}\n"},
         Eval_Case{"prints_a_text_as_json",
                   {"--json", "\"a\"\"b\" & vbTab"},
                   "{\"type\":\"String\",\"value\":\"a\\\"b\\t\"}\n"},
