@@ -154,7 +154,6 @@ Evaluated<bool> bkcEvaluate::AddVariable(const QString& Variable_Name, const Var
             return false;
         }
         row = variables.Declare(Variable_Name);
-        variables.rows[std::size_t(row)].By_Host = true;
     }
     Variable_Record& variable = variables.rows[std::size_t(row)];
     if (variable.Dimensions > 0) {

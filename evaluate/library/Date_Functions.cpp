@@ -33,11 +33,6 @@ Evaluated<Interval> Interval_At(Arguments arguments, std::size_t index)
     return Fails(Error_Number::Invalid_Call);
 }
 
-std::int64_t Floor_Divide(std::int64_t value, std::int64_t by)
-{
-    return value >= 0 ? value / by : -((-value + by - 1) / by);
-}
-
 std::int64_t Day_Of(double days)
 {
     return Floor_Divide(Seconds_Of(days), 86400);

@@ -68,7 +68,7 @@ Evaluated<Search> Search_Of(Arguments arguments)
 
 std::int32_t Position_Of(const Search& search)
 {
-    if (search.text.isEmpty() || search.start > search.text.size()) return 0;
+    if (search.start > search.text.size()) return 0;
     if (search.find.isEmpty()) return search.start;
     const QStringMatcher matcher(search.find, Sensitivity(search.mode));
     return std::int32_t(matcher.indexIn(search.text, search.start - 1) + 1);
@@ -78,8 +78,7 @@ std::int32_t Byte_Position_Of(const Search& search)
 {
     const auto text = Bytes_Of(search.mode == Compare_Mode::Text ? search.text.toCaseFolded() : search.text);
     const auto find = Bytes_Of(search.mode == Compare_Mode::Text ? search.find.toCaseFolded() : search.find);
-    if (text.isEmpty() || search.start > text.size()) return 0;
-    if (find.isEmpty()) return search.start;
+    if (search.start > text.size()) return 0;
     return std::int32_t(text.indexOf(find, search.start - 1) + 1);
 }
 
@@ -233,7 +232,7 @@ Error_Number Run_Replace(Library_Context& context, Arguments arguments, Variant&
     const auto mode = Mode_At(arguments, 5);
     FORMULA_CHECK(mode);
     if (*start < 1 || *count < -1) return Error_Number::Invalid_Call;
-    if (find->isEmpty() || *count == 0) return Yield(result, text->mid(*start - 1));
+    if (find->isEmpty()) return Yield(result, text->mid(*start - 1));
     const QStringMatcher matcher(*find, Sensitivity(*mode));
     QString changed;
     qsizetype begin = *start - 1;

@@ -14,11 +14,6 @@ namespace {
 constexpr std::int64_t Seconds_A_Day = 86400;
 constexpr std::int64_t Days_In_400_Years = 146097;
 
-std::int64_t Floor_Divide(std::int64_t value, std::int64_t by)
-{
-    return value >= 0 ? value / by : -((-value + by - 1) / by);
-}
-
 // Days from 0000-03-01 (a year that begins in March has its leap day at the end) to the first of a month.
 std::int64_t Days_Before_Month(std::int64_t year, int month)
 {

@@ -17,6 +17,12 @@ struct Date_Parts {
 inline constexpr double Minimum_Date = -657434.0; ///< 100-01-01
 inline constexpr double End_Of_Dates = 2958466.0; ///< 10000-01-01, the first day outside
 
+/// The quotient rounded down, also of a negative value. The divisor is positive.
+constexpr std::int64_t Floor_Divide(std::int64_t value, std::int64_t by)
+{
+    return value >= 0 ? value / by : -((-value + by - 1) / by);
+}
+
 bool Is_Date_In_Range(double days);
 
 /// The parts, to the nearest second. The date must be in range.

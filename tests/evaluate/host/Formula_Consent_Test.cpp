@@ -247,6 +247,13 @@ TEST_F(Consent, A_Long_Formula_Does_Not_Push_The_Question_Off_The_Screen)
     EXPECT_TRUE(dialogs.asked.front().text.contains("It wants to read the names, sizes and dates of your files.\n"_q));
 }
 
+TEST_F(Consent, A_Name_That_Just_Fits_Is_Shown_Whole)
+{
+    EXPECT_TRUE(Open({{QString(120, u'n'), "CurDir"_q}}));
+    ASSERT_EQ(1U, dialogs.asked.size());
+    EXPECT_FALSE(dialogs.asked.front().text.contains("characters more"_q));
+}
+
 TEST_F(Consent, A_Host_That_Sets_What_Is_Allowed_Refuses_The_Rest_At_Its_Place)
 {
     System_Host host;

@@ -70,6 +70,7 @@ TEST_F(Folder_Of_Pictures, Is_Listed_In_The_Order_Of_Names_Without_What_Was_Not_
     EXPECT_EQ(".hidden.jpg", Value("Dir(\"@*.jpg\", vbHidden)"));
     EXPECT_EQ("Trips", Value("Dir(\"@t*\", vbDirectory)"));
     EXPECT_EQ("", Value("Dir(\"@.*\", vbDirectory)")) << "neither the folder itself nor the one above";
+    EXPECT_EQ(".hidden.jpg", Value("Dir(\"@.*\", vbDirectory + vbHidden)"));
     EXPECT_EQ("", Value("Dir(\"@None/*\")"));
 }
 
@@ -117,6 +118,7 @@ TEST(Host_Without_Anything, Answers_All_The_Same)
     EXPECT_TRUE(host.All_Settings("Trips"_q, "Places"_q).empty());
     EXPECT_EQ("", host.Input_Box({"Name?"_q, {}, "Anna"_q}).toStdString());
     EXPECT_EQ(1, host.Message_Box({"ready"_q, {}, 4}));
+    EXPECT_FALSE(host.Folder_Entries("/no/such/folder"_q));
 }
 
 } // namespace

@@ -88,6 +88,8 @@ TEST_F(Evaluator, A_Failed_Compile_Leaves_Nothing_To_Run)
     EXPECT_TRUE(evaluator.Value().Is_Empty());
     EXPECT_EQ("1 Error in expression syntax or in compiler at 4", Error_Now());
     EXPECT_FALSE(evaluator.Execute());
+    EXPECT_FALSE(evaluator.ExecuteStep());
+    EXPECT_EQ("1 Error in expression syntax or in compiler at 4", Error_Now());
     EXPECT_EQ(3, evaluator.Value("3"_q).Long());
 }
 
@@ -225,8 +227,12 @@ TEST_F(Evaluator, Removes_Variables_By_Name_And_Index)
     EXPECT_EQ(1, evaluator.VariableCount());
     evaluator.Value("c"_q);
     EXPECT_EQ("32774 Unknown variable at 1", Error_Now());
+    for (const int nobody : {0, -1, 2}) evaluator.RemoveVariable(nobody);
+    EXPECT_EQ(1, evaluator.VariableCount());
+    ASSERT_TRUE(evaluator.Program("Const five = 5"_q));
     evaluator.RemoveVariable(QString());
     EXPECT_EQ(0, evaluator.VariableCount());
+    EXPECT_TRUE(evaluator.Code().procedures[Program_Code::Main].Constants.rows.empty());
     evaluator.Value("b"_q);
     EXPECT_EQ("32774 Unknown variable at 1", Error_Now());
 }
@@ -284,6 +290,7 @@ TEST_F(Evaluator, Steps_Through_Statements)
     EXPECT_EQ(1, evaluator.SourceStatementBegin(1));
     EXPECT_EQ(7, evaluator.SourceStatementBegin(2));
     EXPECT_EQ(-1, evaluator.SourceStatementBegin(0));
+    EXPECT_EQ(35, evaluator.SourceStatementBegin(5));
     EXPECT_EQ(-1, evaluator.SourceStatementBegin(6));
 }
 
@@ -299,6 +306,16 @@ TEST_F(Evaluator, Locals_Of_The_Call_That_Failed_Can_Be_Read)
     EXPECT_EQ(Error_Number::Unknown_Variable, evaluator.LocalVariable("x"_q).error());
     evaluator.Set_RaiseErrors(false);
     EXPECT_TRUE(evaluator.LocalVariable("x"_q)->Is_Empty());
+}
+
+TEST_F(Evaluator, A_Run_That_Ended_Inside_A_Call_Stands_In_The_Main_Program)
+{
+    const QString text = "x = f(1)\nEnd\nFunction f(ByVal n)\nWhile True\nEnd\nWend\nEnd Function"_q;
+    ASSERT_TRUE(evaluator.Execute(text));
+    EXPECT_EQ("x", evaluator.LocalVariableName(1).toStdString());
+    ASSERT_TRUE(evaluator.Program(text));
+    for (int step = 0; step < 9 && evaluator.SourceStatement() != -1; ++step) ASSERT_TRUE(evaluator.ExecuteStep());
+    EXPECT_EQ("x", evaluator.LocalVariableName(1).toStdString());
 }
 
 TEST_F(Evaluator, Terminate_Leaves_Nothing_To_Step)
@@ -318,14 +335,29 @@ TEST_F(Evaluator, A_Step_Is_Repeated_Behind_An_Error)
     EXPECT_EQ("32769 Stack underflow at 9", Error_Now());
 }
 
+TEST_F(Evaluator, A_Step_Goes_On_Once_The_Host_Supplied_What_Was_Missing)
+{
+    evaluator.Program("x = q + 1"_q);
+    EXPECT_FALSE(evaluator.ExecuteStep());
+    EXPECT_EQ("32774 Unknown variable at 5", Error_Now());
+    evaluator.Set_Variable("q"_q, Whole(5));
+    EXPECT_TRUE(evaluator.ExecuteStep());
+    EXPECT_EQ("none", Error_Now());
+    EXPECT_EQ(6, evaluator.Variable("x"_q)->Long());
+}
+
 TEST_F(Evaluator, Lists_Public_And_Undefined_Procedures)
 {
     ASSERT_TRUE(evaluator.Program(
         "x = Zoo(1)\nEnd\nFunction b()\nEnd Function\nPrivate Sub c()\nEnd Sub\nPublic Sub A()\nCall Missing()\nEnd Sub"_q));
     EXPECT_EQ(" A  b ", evaluator.ProgramPublic().toStdString());
-    QStringList names;
+    QStringList names = {"left from before"_q};
     EXPECT_EQ(2, evaluator.Undefined(names));
     EXPECT_EQ((QStringList{"Missing"_q, "Zoo"_q}), names);
+    ASSERT_TRUE(evaluator.Program("x = 1"_q));
+    EXPECT_EQ(0, evaluator.Undefined(names));
+    EXPECT_TRUE(names.isEmpty());
+    EXPECT_EQ("", evaluator.ProgramPublic().toStdString());
 }
 
 TEST_F(Evaluator, Labels_Are_Read_And_Set)

@@ -155,6 +155,14 @@ INSTANTIATE_TEST_SUITE_P(All, Middle_Statement,
                                                      true}),
                          [](const auto& row) { return row.param.name; });
 
+TEST(Middle_Of_A_Text, Takes_No_Negative_Length)
+{
+    Variant text(QStringLiteral("abc"));
+    const Variant start(std::int32_t(1)), length(std::int32_t(-1)), value(QStringLiteral("X"));
+    EXPECT_EQ(Error_Number::Invalid_Call, Replace_Middle(text, start, &length, value));
+    EXPECT_EQ("abc", text.Text().toStdString());
+}
+
 TEST(Date_Parts, Are_Taken_From_A_Date)
 {
     const std::pair<Date_Part, int> rows[] = {{Date_Part::Year, 2003}, {Date_Part::Month, 1},  {Date_Part::Day, 2},

@@ -67,6 +67,18 @@ INSTANTIATE_TEST_SUITE_P(
         Eval_Case{"prints_an_array_an_element_a_line", {"Split(\"a,b,c\", \",\")"}, "a\nb\nc\n"},
         Eval_Case{"takes_a_text_variable", {"-v", "Who=Anna", "\"for \" & Who"}, "for Anna\n"},
         Eval_Case{"takes_a_number", {"-n", "x=2.5", "x * 2"}, "5\n"},
+        Eval_Case{"takes_a_whole_number_as_a_long", {"-n", "x=5", "TypeName(x)"}, "Long\n"},
+        Eval_Case{"takes_a_number_with_a_point_as_a_double", {"-n", "x=5.0", "TypeName(x)"}, "Double\n"},
+        Eval_Case{"takes_a_large_whole_number_as_a_double", {"-n", "x=3000000000", "TypeName(x)"}, "Double\n"},
+        Eval_Case{"asks_nobody_for_an_unknown_variable",
+                  {"Nobody & 1"},
+                  "",
+                  "hv: error 32774: Unknown variable (at character position 1)\n",
+                  1},
+        Eval_Case{"prints_an_empty_value_of_a_program", {"--program", "=Tessary.Lists"}, "\n"},
+        Eval_Case{"prints_a_byte_as_json", {"--json", "CByte(3)"}, "{\"type\":\"Byte\",\"value\":3}\n"},
+        Eval_Case{
+            "prints_a_small_integer_as_json", {"--json", "-i", "x=5", "x"}, "{\"type\":\"Integer\",\"value\":5}\n"},
         Eval_Case{"takes_a_small_integer_that_widens", {"-i", "x=32767", "x + 1"}, "32768\n"},
         Eval_Case{"takes_a_date", {"-d", "Day=2026-03-14", "Format(Day, \"yyyymmdd\")"}, "20260314\n"},
         Eval_Case{"takes_null", {"--null", "x", "IsNull(x)"}, "True\n"},
@@ -81,6 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "hv: y: Unknown variable\n",
                   1},
         Eval_Case{"prints_a_number_as_json", {"--json", "1.5 + 1"}, "{\"type\":\"Double\",\"value\":2.5}\n"},
+        Eval_Case{"prints_no_minus_before_zero", {"--json", "Round(-0.4)"}, "{\"type\":\"Double\",\"value\":0}\n"},
         Eval_Case{"prints_a_text_as_json",
                   {"--json", "\"a\"\"b\" & vbTab"},
                   "{\"type\":\"String\",\"value\":\"a\\\"b\\t\"}\n"},
@@ -178,6 +191,36 @@ TEST_F(Formula_File, May_Not_Look_Around_Until_It_Is_Allowed)
     }
     EXPECT_EQ(0, Evaluate_File("CurDir()", {QStringLiteral("--allow-formula"), QStringLiteral("files")}).status);
     EXPECT_EQ(1, Evaluate_File("CurDir()", {QStringLiteral("--allow-formula"), QStringLiteral("environment")}).status);
+}
+
+TEST_F(Formula_File, May_Do_All_That_Several_Options_Allow)
+{
+    const Answer answer = Evaluate_File("Len(CurDir() & Environ(\"HOME\")) >= 0",
+                                        {Q("--allow-formula"), Q("files"), Q("--allow-formula=environment")});
+    EXPECT_EQ("True\n", answer.out.toStdString()) << answer.messages.toStdString();
+}
+
+TEST_F(Formula_File, That_Can_Not_Be_Read_Is_Named_With_The_Reason)
+{
+    const QString path = folder_.filePath(Q("none.txt"));
+    const Answer missing = Evaluate({Q("-f"), path});
+    EXPECT_EQ(1, missing.status);
+    EXPECT_EQ("hv: " + path.toStdString() + ": No such file or directory\n", missing.messages.toStdString());
+    EXPECT_EQ(1, Evaluate({Q("-f"), folder_.path()}).status);
+    QFile large(path);
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(large.resize((64 << 20) + 1));
+    EXPECT_EQ(1, Evaluate({Q("-f"), path}).status);
+}
+
+TEST(Hv_Eval_Help, Is_Given_Before_Anything_Else)
+{
+    for (const char* option : {"-h", "--help"}) {
+        const Answer answer = Evaluate({Q("1 / 0"), Q(option)});
+        EXPECT_EQ(0, answer.status);
+        EXPECT_TRUE(answer.out.startsWith(Q("Usage: hv eval [OPTIONS] TEXT\n"))) << answer.out.toStdString();
+        EXPECT_EQ(answer.out, Evaluate({Q(option)}).out) << "nothing else is needed";
+    }
 }
 
 TEST_F(Formula_File, May_Not_Open_Boxes)
