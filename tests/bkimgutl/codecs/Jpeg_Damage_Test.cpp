@@ -69,6 +69,16 @@ TEST_F(Jpeg_Damage, A_File_That_Ends_Inside_Its_Pixels_Is_Shown_And_Marked)
     EXPECT_TRUE(bitmap->Origin()->damaged);
 }
 
+TEST_F(Jpeg_Damage, Pixels_That_End_Early_Are_Marked_However_They_Are_Coded)
+{
+    for (const Jpeg_File_Options& options : {Jpeg_File_Options{.progressive = true}, {.arithmetic = true}}) {
+        const File_Bytes whole = Jpeg_File(Meadow(200, 150, 1), options);
+        const auto bitmap = Load(Put("a.jpg", {whole.begin(), whole.begin() + std::ptrdiff_t(whole.size() / 2)}));
+        ASSERT_TRUE(bitmap) << Error_Text();
+        EXPECT_TRUE(bitmap->Origin()->damaged) << options.arithmetic;
+    }
+}
+
 TEST_F(Jpeg_Damage, A_Damaged_Picture_Is_Not_Saved_Over_Its_Original)
 {
     const File_Bytes whole = Jpeg_File(Meadow(200, 150, 1));
@@ -82,6 +92,9 @@ TEST_F(Jpeg_Damage, A_Damaged_Picture_Is_Not_Saved_Over_Its_Original)
     EXPECT_FALSE(Save(bitmap, path, {.parent = path + "~"}));
     EXPECT_TRUE(Save(bitmap, Path("copy.jpg"), {.parent = path + "~"})) << Error_Text();
     EXPECT_FALSE(Load(Path("copy.jpg"))->Origin()->damaged) << "the copy is encoded anew";
+    Put("a.jpg", whole); // another program has put a whole picture under the name meanwhile
+    EXPECT_FALSE(Save(bitmap, path, {.parent = path}));
+    EXPECT_EQ(whole, Get(path));
 }
 
 TEST_F(Jpeg_Damage, A_Wrong_Byte_In_The_Pixels_Is_Marked_Or_Harmless)
@@ -116,6 +129,17 @@ TEST_F(Jpeg_Damage, A_Huge_Claim_In_A_Small_File_Is_Refused_Before_Any_Allocatio
     file[frame + 5] = file[frame + 6] = file[frame + 7] = file[frame + 8] = 0xFF;
     file[frame + 6] = file[frame + 8] = 0x00;
     Expect_Refused(Put("a.jpg", file), "claims 65280 x 65280 pixels");
+}
+
+TEST_F(Jpeg_Damage, A_Plain_Picture_Of_Few_Bytes_Is_No_Claim)
+{
+    const Sample_Picture plain{1600, 1200, 3, std::vector<std::uint8_t>(1600 * 1200 * 3, 90)};
+    for (const Jpeg_File_Options& options : {Jpeg_File_Options{}, {.progressive = true}, {.arithmetic = true}}) {
+        const auto bitmap = Load(Put("a.jpg", Jpeg_File(plain, options)));
+        ASSERT_TRUE(bitmap) << Error_Text();
+        EXPECT_FALSE(bitmap->Origin()->damaged);
+        EXPECT_EQ(1600, bitmap->Width());
+    }
 }
 
 TEST_F(Jpeg_Damage, A_Size_Of_Zero_Is_Refused)

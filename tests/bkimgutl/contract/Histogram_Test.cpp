@@ -259,6 +259,21 @@ TEST(Masked_Range, Agrees_With_The_Reference)
     EXPECT_TRUE(Release(handle));
 }
 
+TEST(Masked_Range, Of_One_Colour_Is_That_Colour)
+{
+    const Bitmap_Handle handle = Adopt(Plain_Picture(3, 2, 3, 200, 100, 150)); // hue 330, beyond all bytes
+    const std::vector<std::uint8_t> mask(6, 1);
+    Component_Range ranges[6];
+    ASSERT_NE(Compute_Masked_Area_RGB_HSV_Range_CPP(handle, mask.data(), ranges), Flag_False);
+    const std::int32_t expected[6] = {200, 100, 150, 330, 128, 200};
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(expected[i], ranges[i].minimum) << i;
+        EXPECT_EQ(expected[i], ranges[i].average) << i;
+        EXPECT_EQ(expected[i], ranges[i].maximum) << i;
+    }
+    EXPECT_TRUE(Release(handle));
+}
+
 TEST(Masked_Range, Of_An_Empty_Mask_Is_Refused)
 {
     const Bitmap_Handle handle = Adopt(Random_Picture(5, 5, 3, 7));
