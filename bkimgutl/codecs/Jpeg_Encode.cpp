@@ -47,16 +47,18 @@ void Set_Sampling(jpeg_compress_struct& object, int horizontal, int vertical)
 }
 
 /// The parent's tables, channel by channel; a grey picture takes the first, and colours that the parent does not have
-/// keep the usual tables of its estimated quality.
+/// keep the usual tables of its estimated quality. Channels with equal tables share one, as they mostly do in the parent.
 void Code_Like(jpeg_compress_struct& object, const Jpeg_Coding& like)
 {
     const bool same_channels = like.colors == Colors::YCbCr || like.colors == Colors::YCCK ||
                                (like.colors == Colors::RGB && object.jpeg_color_space == JCS_RGB);
     const int channels = same_channels ? std::min(object.num_components, int(like.components.size())) : 1;
-    std::vector<Jpeg_Coding::Component>::const_iterator component = like.components.begin();
-    for (int i = 0; i < channels; ++i, ++component) {
-        Put_Table(object, i, *component);
-        object.comp_info[i].quant_tbl_no = i;
+    for (int i = 0; i < channels; ++i) {
+        const auto& component = like.components[std::size_t(i)];
+        int slot = 0;
+        while (like.components[std::size_t(slot)].quantisation != component.quantisation) ++slot;
+        if (slot == i) Put_Table(object, slot, component);
+        object.comp_info[i].quant_tbl_no = slot;
     }
     if (object.num_components == 1 || !same_channels || !Can_Encode_Sampling(like.components)) return;
     for (int i = 0; i < channels; ++i) {

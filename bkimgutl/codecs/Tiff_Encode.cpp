@@ -1,7 +1,6 @@
 #include "bkimgutl/codecs/Tiff_Encode.h"
 
 #include "bkimgutl/codecs/Tiff_Handle.h"
-#include "frame/files/Limits.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,9 +20,7 @@ int Rows_Per_Strip(const Tiff_Rows& picture)
 {
     constexpr std::size_t strip_bytes = 256 * 1024;
     const std::size_t rows = std::max<std::size_t>(strip_bytes / picture.Row_Bytes(), 1);
-    // Very high pictures of short rows would have more strips than a reader takes.
-    const int least = picture.height / (Current_Limits().tiff_strips / 2 + 1) + 1;
-    return std::min(picture.height, std::max(int(std::min<std::size_t>(rows, 1 << 20)), least));
+    return int(std::min(rows, std::size_t(picture.height)));
 }
 
 tl::unexpected<Error> Write_Failure(const Tiff_Handle& handle)

@@ -134,9 +134,7 @@ void Set_Resolution(Tiff_Fields& fields, const Tiff_Layout& layout, int horizont
 {
     for (const auto tag : {Tiff_Tag::X_Resolution, Tiff_Tag::Y_Resolution, Tiff_Tag::Resolution_Unit})
         Remove_Field(fields, tag);
-    if (horizontal < 1 && vertical < 1) return;
-    if (horizontal < 1) horizontal = vertical;
-    if (vertical < 1) vertical = horizontal;
+    if (horizontal < 1) return;
     fields.push_back(Rational_Field(layout, Tiff_Tag::X_Resolution, std::uint32_t(horizontal), 1));
     fields.push_back(Rational_Field(layout, Tiff_Tag::Y_Resolution, std::uint32_t(vertical), 1));
     constexpr std::uint16_t inch = 2;

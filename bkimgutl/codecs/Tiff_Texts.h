@@ -16,5 +16,5 @@ Result<std::string> Script_Of_Tiff(const Tiff_Structure& structure, const Tiff_D
 Result<void> Set_Texts(Tiff_Fields& fields, const Tiff_Structure* parent, const Tiff_Directory* directory,
                        const std::string& comment, const std::string& script);
 
-/// Replaces the resolution; values below 1 remove it. `horizontal` belongs to the stored rows.
+/// Replaces the resolution; two values below 1 remove it, and both are or none. `horizontal` belongs to the stored rows.
 void Set_Resolution(Tiff_Fields& fields, const Tiff_Layout& layout, int horizontal, int vertical);

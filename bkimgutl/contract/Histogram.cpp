@@ -1,5 +1,6 @@
 #include "bkimgutl/contract/Histogram.h"
 
+#include "bkimgutl/contract/Guard.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
 #include "bkimgutl/tone/Histogram.h"
@@ -22,15 +23,18 @@ Flag Fill_Histogram(Bitmap_Handle bitmap, const std::uint8_t* mask, std::int32_t
     if (table == nullptr || sample_count == nullptr) return Fail_Flag({"no place for the histogram"});
     const auto source = Find_Bitmap(bitmap);
     if (!source) return Fail_Flag(source.error());
-    const auto counts = Component_Histogram((*source)->View(), mask, component_mask);
-    if (!counts) return Fail_Flag(counts.error());
-    std::uint64_t sum = 0;
-    for (std::size_t i = 0; i < 256; ++i) {
-        table[i] = Count_32((*counts)[i]);
-        sum += (*counts)[i];
-    }
-    *sample_count = Count_32(sum);
-    return Flag_True;
+    const auto fill = [&]() -> Flag {
+        const auto counts = Component_Histogram((*source)->View(), mask, component_mask);
+        if (!counts) return Fail_Flag(counts.error());
+        std::uint64_t sum = 0;
+        for (std::size_t i = 0; i < 256; ++i) {
+            table[i] = Count_32((*counts)[i]);
+            sum += (*counts)[i];
+        }
+        *sample_count = Count_32(sum);
+        return Flag_True;
+    };
+    return Guarded(fill, [] { return Error{"not enough memory for the histogram"}; });
 }
 
 } // namespace

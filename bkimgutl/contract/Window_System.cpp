@@ -1,5 +1,6 @@
 #include "bkimgutl/contract/Window_System.h"
 
+#include "bkimgutl/contract/Guard.h"
 #include "bkimgutl/contract/Text_Buffer.h"
 #include "bkimgutl/core/Handle_Table.h"
 #include "bkimgutl/core/Last_Error.h"
@@ -33,7 +34,8 @@ void Install_Window_System(Window_System* window_system)
 Bitmap_Handle Get_Bitmap_From_Clipboard(std::intptr_t window)
 {
     if (installed == nullptr) return Fail({"there is no window system"});
-    return Adopt_Or_Fail(Bitmap_Of(installed->Picture_Of_Clipboard(window)));
+    return Guarded([&] { return Adopt_Or_Fail(Bitmap_Of(installed->Picture_Of_Clipboard(window))); },
+                   [] { return Error{"not enough memory for the picture of the clipboard"}; });
 }
 
 std::int32_t Get_TrueType_Font_FaceNames(std::intptr_t device_context, char* buffer, std::int32_t size,
@@ -41,9 +43,12 @@ std::int32_t Get_TrueType_Font_FaceNames(std::intptr_t device_context, char* buf
 {
     Put_In_Buffer({}, buffer, size, length);
     if (installed == nullptr) return Fail_Flag({"there is no window system"});
-    const auto names = installed->Scalable_Font_Names(device_context);
-    std::string all;
-    for (const std::string& name : names) all += (all.empty() ? "" : "\n") + name;
-    Put_In_Buffer(std::as_bytes(std::span(all)), buffer, size, length);
-    return std::int32_t(names.size());
+    const auto list = [&] {
+        const auto names = installed->Scalable_Font_Names(device_context);
+        std::string all;
+        for (const std::string& name : names) all += (all.empty() ? "" : "\n") + name;
+        Put_In_Buffer(std::as_bytes(std::span(all)), buffer, size, length);
+        return std::int32_t(names.size());
+    };
+    return Guarded(list, [] { return Error{"not enough memory for the names of the fonts"}; });
 }

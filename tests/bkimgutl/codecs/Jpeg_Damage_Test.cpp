@@ -1,7 +1,12 @@
 #include "tests/bkimgutl/codecs/Jpeg_Fixture.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <sys/stat.h>
+
+#include <jpeglib.h>
 
 namespace {
 
@@ -69,6 +74,41 @@ TEST_F(Jpeg_Damage, A_File_That_Ends_Inside_Its_Pixels_Is_Shown_And_Marked)
     EXPECT_TRUE(bitmap->Origin()->damaged);
 }
 
+TEST_F(Jpeg_Damage, Pixels_That_End_Early_Are_Marked_However_They_Are_Coded)
+{
+    for (const Jpeg_File_Options& options : {Jpeg_File_Options{.progressive = true}, {.arithmetic = true}}) {
+        const File_Bytes whole = Jpeg_File(Meadow(200, 150, 1), options);
+        const auto bitmap = Load(Put("a.jpg", {whole.begin(), whole.begin() + std::ptrdiff_t(whole.size() / 2)}));
+        ASSERT_TRUE(bitmap) << Error_Text();
+        EXPECT_TRUE(bitmap->Origin()->damaged) << options.arithmetic;
+    }
+}
+
+TEST_F(Jpeg_Damage, A_Progressive_File_Without_Its_Last_Scan_Is_Marked)
+{
+    File_Bytes file = Jpeg_File(Meadow(64, 48, 1), {.progressive = true});
+    const std::uint8_t start_of_scan[] = {0xFF, 0xDA};
+    file.erase(std::find_end(file.begin(), file.end(), std::begin(start_of_scan), std::end(start_of_scan)), file.end());
+    const auto bitmap = Load(Put("a.jpg", file));
+    ASSERT_TRUE(bitmap) << Error_Text();
+    EXPECT_TRUE(bitmap->Origin()->damaged);
+}
+
+TEST_F(Jpeg_Damage, Oddities_Of_The_Head_Are_No_Damage)
+{
+    const File_Bytes plain = Jpeg_File(Meadow(64, 48, 1));
+    File_Bytes newer = plain;
+    newer[11] = 7; // version of JFIF
+    const File_Bytes unknown_transform = Jpeg_File(
+        Meadow(64, 48, 1), {.jfif = false, .segments = {Segment(0xEE, std::string("Adobe\0d\0\0\0\0\7", 12))}});
+    for (const File_Bytes& file : {newer, unknown_transform}) {
+        const auto bitmap = Load(Put("a.jpg", file));
+        ASSERT_TRUE(bitmap) << Error_Text();
+        EXPECT_FALSE(bitmap->Origin()->damaged);
+        EXPECT_TRUE(Shows(Decode_Plainly(plain), *bitmap));
+    }
+}
+
 TEST_F(Jpeg_Damage, A_Damaged_Picture_Is_Not_Saved_Over_Its_Original)
 {
     const File_Bytes whole = Jpeg_File(Meadow(200, 150, 1));
@@ -82,6 +122,9 @@ TEST_F(Jpeg_Damage, A_Damaged_Picture_Is_Not_Saved_Over_Its_Original)
     EXPECT_FALSE(Save(bitmap, path, {.parent = path + "~"}));
     EXPECT_TRUE(Save(bitmap, Path("copy.jpg"), {.parent = path + "~"})) << Error_Text();
     EXPECT_FALSE(Load(Path("copy.jpg"))->Origin()->damaged) << "the copy is encoded anew";
+    Put("a.jpg", whole); // another program has put a whole picture under the name meanwhile
+    EXPECT_FALSE(Save(bitmap, path, {.parent = path}));
+    EXPECT_EQ(whole, Get(path));
 }
 
 TEST_F(Jpeg_Damage, A_Wrong_Byte_In_The_Pixels_Is_Marked_Or_Harmless)
@@ -118,6 +161,17 @@ TEST_F(Jpeg_Damage, A_Huge_Claim_In_A_Small_File_Is_Refused_Before_Any_Allocatio
     Expect_Refused(Put("a.jpg", file), "claims 65280 x 65280 pixels");
 }
 
+TEST_F(Jpeg_Damage, A_Plain_Picture_Of_Few_Bytes_Is_No_Claim)
+{
+    const Sample_Picture plain{1600, 1200, 3, std::vector<std::uint8_t>(1600 * 1200 * 3, 90)};
+    for (const Jpeg_File_Options& options : {Jpeg_File_Options{}, {.progressive = true}, {.arithmetic = true}}) {
+        const auto bitmap = Load(Put("a.jpg", Jpeg_File(plain, options)));
+        ASSERT_TRUE(bitmap) << Error_Text();
+        EXPECT_FALSE(bitmap->Origin()->damaged);
+        EXPECT_EQ(1600, bitmap->Width());
+    }
+}
+
 TEST_F(Jpeg_Damage, A_Size_Of_Zero_Is_Refused)
 {
     File_Bytes file = Jpeg_File(Meadow(16, 16, 1));
@@ -141,7 +195,47 @@ TEST_F(Jpeg_Damage, Zeros_Instead_Of_Segments_Are_Refused)
     Expect_Refused(Put("a.jpg", file), "is damaged");
 }
 
+/// A progressive file with ten scans for each of so many frequencies, one bit more of it in each, all as they should be.
+File_Bytes Many_Scans(int frequencies)
+{
+    constexpr int bits = 10;
+    std::vector<jpeg_scan_info> scans{{1, {0}, 0, 0, 0, 0}};
+    for (int k = 1; k <= frequencies; ++k)
+        for (int low = bits - 1; low >= 0; --low) scans.push_back({1, {0}, k, k, low == bits - 1 ? 0 : low + 1, low});
+    jpeg_compress_struct object{};
+    jpeg_error_mgr errors;
+    object.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&object);
+    unsigned char* bytes = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&object, &bytes, &size);
+    object.image_width = object.image_height = 8;
+    object.input_components = 1;
+    object.in_color_space = JCS_GRAYSCALE;
+    jpeg_set_defaults(&object);
+    object.scan_info = scans.data();
+    object.num_scans = int(scans.size());
+    jpeg_start_compress(&object, TRUE);
+    JSAMPLE row[8] = {0, 40, 200, 90, 10, 255, 30, 70};
+    JSAMPROW rows[1] = {row};
+    for (int y = 0; y < 8; ++y) jpeg_write_scanlines(&object, rows, 1);
+    jpeg_finish_compress(&object);
+    jpeg_destroy_compress(&object);
+    const File_Bytes file(bytes, bytes + size);
+    std::free(bytes);
+    return file;
+}
+
 TEST_F(Jpeg_Damage, A_Flood_Of_Scans_Is_Refused)
+{
+    const auto bitmap = Load(Put("a.jpg", Many_Scans(49)));
+    ASSERT_TRUE(bitmap) << Error_Text();
+    EXPECT_FALSE(bitmap->Origin()->damaged);
+    EXPECT_FALSE(Load(Put("a.jpg", Many_Scans(51))));
+    EXPECT_EQ(Path("a.jpg") + ": has too many scans", Error_Text());
+}
+
+TEST_F(Jpeg_Damage, A_Flood_Of_Warnings_Is_Refused)
 {
     // The first scan of a progressive file is repeated; its data ends where the next marker begins.
     const File_Bytes file = Jpeg_File(To_Grey(Meadow(16, 16, 1)), {.progressive = true});
@@ -149,14 +243,14 @@ TEST_F(Jpeg_Damage, A_Flood_Of_Scans_Is_Refused)
     std::size_t end = scan + 2;
     while (file[end] != 0xFF || file[end + 1] == 0) ++end;
     const File_Bytes one(file.begin() + std::ptrdiff_t(scan), file.begin() + std::ptrdiff_t(end));
-    for (const int scans : {80, 600}) {
+    for (const int scans : {80, 150}) {
         File_Bytes flood(file.begin(), file.begin() + std::ptrdiff_t(scan));
         for (int i = 0; i < scans; ++i) flood.insert(flood.end(), one.begin(), one.end());
         flood.insert(flood.end(), {0xFF, 0xD9});
         const auto bitmap = Load(Put("a.jpg", flood));
-        EXPECT_EQ(scans < 500, bool(bitmap));
+        EXPECT_EQ(scans < 100, bool(bitmap));
     }
-    EXPECT_NE(std::string::npos, Error_Text().find("too many")) << Error_Text();
+    EXPECT_EQ(Path("a.jpg") + ": is damaged in too many places", Error_Text());
 }
 
 TEST_F(Jpeg_Damage, Random_Changes_Never_Crash_Any_Reader)

@@ -78,10 +78,18 @@ protected:
     }
 };
 
+bool Has_Restart_Markers(const File_Bytes& file)
+{
+    const std::uint8_t interval[] = {0xFF, 0xDD, 0, 4};
+    return std::search(file.begin(), file.end(), std::begin(interval), std::end(interval)) != file.end();
+}
+
 TEST_P(Jpeg_Turns, Four_By_90_Give_The_First_Pixels_Back)
 {
     const std::string path = Made("a.jpg");
     const Plain_Decode first = Decode_Plainly(Get(path));
+    const bool restarts = Has_Restart_Markers(Get(path));
+    EXPECT_EQ(GetParam().options.restart_rows > 0, restarts);
     for (int i = 1; i <= 4; ++i) {
         ASSERT_TRUE(Save(Load(path, 1, 90), path, {.parent = path})) << Error_Text();
         if (i == 1) {
@@ -93,6 +101,7 @@ TEST_P(Jpeg_Turns, Four_By_90_Give_The_First_Pixels_Back)
     EXPECT_EQ(first.tables, last.tables);
     EXPECT_EQ(first.sampling, last.sampling);
     EXPECT_EQ(first.progressive, last.progressive);
+    EXPECT_EQ(restarts, Has_Restart_Markers(Get(path)));
 }
 
 TEST_P(Jpeg_Turns, Every_Turn_Shows_What_Was_Asked_For)

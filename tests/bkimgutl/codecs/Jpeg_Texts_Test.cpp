@@ -113,6 +113,17 @@ TEST_F(Jpeg_Texts, Resolution_Is_That_Of_JFIF_Or_Else_Of_EXIF)
     EXPECT_EQ(-1, Facts(Made({{0xE1, Camera_Block({.dpi = std::nullopt})}}, false)).vertical_dpi);
 }
 
+TEST_F(Jpeg_Texts, A_Resolution_In_No_Unit_Is_None)
+{
+    File_Segment camera{0xE1, Camera_Block({.dpi = 240})};
+    const std::uint8_t unit[] = {0x28, 0x01, 3, 0, 1, 0, 0, 0, 2, 0}; // tag 296, one short: inches
+    const auto at = std::search(camera.data.begin(), camera.data.end(), std::begin(unit), std::end(unit));
+    ASSERT_NE(camera.data.end(), at);
+    at[8] = 1;
+    EXPECT_EQ(-1, Facts(Made({camera}, false)).horizontal_dpi);
+    EXPECT_EQ(-1, Facts(Made({camera}, false)).vertical_dpi);
+}
+
 TEST_F(Jpeg_Texts, Resolution_In_Centimetres_Is_Converted)
 {
     File_Bytes file = Jpeg_File(Meadow(32, 24, 1), {.dpi = 118});

@@ -216,3 +216,98 @@ TEST_F(Tiff_Load, Refuses_Floating_Point_With_A_Reason)
     Write_Tiff_File(Path(), Grey(), {.floating = true});
     EXPECT_EQ("pictures with floating-point samples are not supported", Load_Error(Path()));
 }
+
+/// A file of one row of pixels, a directory and raw data behind it. What the entries have at `Data_At` + n stands n bytes
+/// into the data.
+constexpr std::uint32_t Data_At = 1 << 24;
+
+std::vector<std::byte> Raw_Row(std::vector<Raw_Entry> entries, const std::vector<std::uint8_t>& data)
+{
+    const std::size_t start = 8 + Tiff_Layout().Directory_Size(entries.size());
+    for (Raw_Entry& entry : entries)
+        if (entry.value >= Data_At) entry.value = std::uint32_t(entry.value - Data_At + start);
+    auto bytes = Raw_Tiff(entries, 0, data.size());
+    std::transform(data.begin(), data.end(), bytes.begin() + std::ptrdiff_t(start),
+                   [](std::uint8_t byte) { return std::byte(byte); });
+    return bytes;
+}
+
+constexpr std::uint16_t Short = Tiff_Type::Short, Long = Tiff_Type::Long;
+
+TEST_F(Tiff_Load, Takes_The_Upper_Half_Of_32_Bits)
+{
+    Write_File(Path(), Raw_Row({{256, Long, 1, 3},
+                                {257, Long, 1, 1},
+                                {258, Short, 1, 32},
+                                {262, Short, 1, 1},
+                                {273, Long, 1, Data_At},
+                                {279, Long, 1, 12}},
+                               {0xFF, 0xFF, 0, 0, 0, 0, 0xFF, 0xFF, 0, 0, 0, 0x80}));
+    EXPECT_EQ((std::vector<std::uint8_t>{0, 255, 128}), Row_Bytes(Loaded(Path()).View(), 0));
+}
+
+TEST_F(Tiff_Load, Takes_A_Colour_Table_Of_Bytes_As_It_Is_Meant)
+{
+    // Red, green and blue of the two colours, in numbers of 16 bits that old programs filled with bytes.
+    Write_File(Path(), Raw_Row({{256, Long, 1, 2},
+                                {257, Long, 1, 1},
+                                {258, Short, 1, 1},
+                                {262, Short, 1, 3},
+                                {273, Long, 1, Data_At + 12},
+                                {279, Long, 1, 1},
+                                {320, Short, 6, Data_At}},
+                               {10, 0, 200, 0, 20, 0, 210, 0, 30, 0, 255, 0, 0x40}));
+    EXPECT_EQ((std::vector<std::uint8_t>{30, 20, 10, 255, 210, 200}), Row_Bytes(Loaded(Path()).View(), 0));
+}
+
+TEST_F(Tiff_Load, Limits_A_Colour_To_The_Opacity_That_It_Is_Multiplied_By)
+{
+    Set_Background_Color({.red = 255, .green = 255, .blue = 255});
+    Write_File(Path(), Raw_Row({{256, Long, 1, 2},
+                                {257, Long, 1, 1},
+                                {258, Short, 2, 8 | 8 << 16},
+                                {262, Short, 1, 1},
+                                {273, Long, 1, Data_At},
+                                {277, Short, 1, 2},
+                                {279, Long, 1, 4},
+                                {338, Short, 1, 1}},
+                               {200, 100, 50, 100}));
+    const Bitmap bitmap = Loaded(Path());
+    Set_Background_Color({});
+    EXPECT_EQ((std::vector<std::uint8_t>{255, 205}), Row_Bytes(bitmap.View(), 0));
+}
+
+TEST_F(Tiff_Load, Refuses_Other_Inks_Than_The_Usual_Four)
+{
+    Write_File(Path(), Raw_Row({{256, Long, 1, 1},
+                                {257, Long, 1, 1},
+                                {258, Short, 4, Data_At},
+                                {262, Short, 1, 5},
+                                {273, Long, 1, Data_At + 8},
+                                {277, Short, 1, 4},
+                                {279, Long, 1, 4},
+                                {332, Short, 1, 2}},
+                               {8, 0, 8, 0, 8, 0, 8, 0, 1, 2, 3, 4}));
+    EXPECT_EQ("pictures with inks other than cyan, magenta, yellow and black are not supported", Load_Error(Path()));
+}
+
+TEST_F(Tiff_Load, Counts_Pages_But_No_Reduced_Copies_And_Masks_As_More_Than_It_Shows)
+{
+    enum Kind : std::uint32_t { Page = 0, Reduced_Copy = 1, Page_Of_Many = 2, Reduced_Page = 3, Mask = 4 };
+    for (const Kind kind : {Page, Reduced_Copy, Page_Of_Many, Reduced_Page, Mask}) {
+        auto bytes = Raw_Row({{256, Long, 1, 1},
+                              {257, Long, 1, 1},
+                              {258, Short, 1, 8},
+                              {262, Short, 1, 1},
+                              {273, Long, 1, Data_At},
+                              {279, Long, 1, 1}},
+                             {77, 0});
+        const Tiff_Layout layout;
+        const auto next = bytes.size();
+        layout.Put(bytes.data() + 8 + layout.Directory_Size(6) - 4, 4, next);
+        const auto second = Raw_Tiff({{254, Long, 1, kind}});
+        bytes.insert(bytes.end(), second.begin() + 8, second.end());
+        Write_File(Path(), bytes);
+        EXPECT_EQ(kind == Page || kind == Page_Of_Many, Loaded(Path()).Origin()->reduced) << kind;
+    }
+}

@@ -89,6 +89,24 @@ INSTANTIATE_TEST_SUITE_P(
                     Parent_Case{"alpha", {.alpha = Options::Alpha::Unassociated}}),
     [](const auto& row) { return row.param.name; });
 
+TEST_P(Tiff_Parents, Get_Their_New_Values_At_Even_Places)
+{
+    Write_Tiff_File(Path(), Picture(), With_Everything(GetParam().options));
+    for (const char* comment : {"six by", "seven b"}) {
+        const Bitmap bitmap = Loaded(Path());
+        Save({.bitmap = &bitmap, .target = Path(), .comment = comment, .script = "odd or", .parent = Path()});
+        const auto file = Open_File(Path());
+        const auto structure = Tiff_Structure::Open(file);
+        const auto directory = structure->First_Directory();
+        EXPECT_EQ(0U, directory->position % 2);
+        for (const auto tag : {Tiff_Tag::Image_Description, Tiff_Tag::Image_Script}) {
+            const Tiff_Entry* entry = directory->Find(tag);
+            ASSERT_NE(nullptr, entry);
+            EXPECT_TRUE(entry->inside || entry->position % 2 == 0) << tag;
+        }
+    }
+}
+
 TEST_P(Tiff_Parents, Stay_Byte_For_Byte_When_Only_Texts_Change)
 {
     Write_Tiff_File(Path(), Picture(), With_Everything(GetParam().options));

@@ -133,6 +133,28 @@ TEST(Flipped_Bitmap, Mirrors_Left_To_Right_For_The_First_Kind)
     EXPECT_TRUE(Same_Pixels(Turned(*source, Mirror_Top_To_Bottom)->View(), second->View()));
 }
 
+TEST(Flags, Are_True_When_They_Are_Not_Zero)
+{
+    constexpr Flag one = 1;
+    const Owned source(Adopt(Random_Picture(20, 10, 3, 3)));
+    const auto distorted = [&](Flag expand) {
+        return Create_Horizontally_Distorted_Bitmap_CPP(source, 5, 15, 0, 19, 30, 10, 0, expand, 2);
+    };
+    EXPECT_TRUE(Same_Pixels(Owned(Create_Flipped_Bitmap_CPP(source, Flag_True))->View(),
+                            Owned(Create_Flipped_Bitmap_CPP(source, one))->View()));
+    EXPECT_TRUE(Same_Pixels(Owned(distorted(Flag_True))->View(), Owned(distorted(one))->View()));
+    EXPECT_FALSE(Same_Pixels(Owned(distorted(Flag_False))->View(), Owned(distorted(one))->View()));
+}
+
+TEST(Distorted_Bitmap, Keeps_The_Height)
+{
+    const Owned source(Adopt(Random_Picture(20, 10, 3, 3)));
+    for (const int height : {9, 11, 0, -10}) {
+        EXPECT_EQ(Create_Horizontally_Distorted_Bitmap_CPP(source, 0, 19, 0, 19, 20, height, 0, Flag_False, 2), 0);
+        EXPECT_EQ(Last_Error_Text(), "a horizontal distortion keeps the height");
+    }
+}
+
 struct Creation_Call {
     const char* name;
     std::function<Bitmap_Handle(Bitmap_Handle)> call;
@@ -172,14 +194,22 @@ INSTANTIATE_TEST_SUITE_P(
                       }}),
     [](const auto& row) { return row.param.name; });
 
-TEST(Source_Warnings, Tell_Of_Damage_And_Reduction_Until_The_First_Change)
+Bitmap Loaded_Picture(bool damaged, bool reduced)
 {
     Bitmap bitmap = Random_Picture(4, 4, 1, 1);
     auto origin = std::make_shared<Pixel_Origin>();
-    origin->damaged = true;
-    origin->reduced = true;
+    origin->damaged = damaged;
+    origin->reduced = reduced;
     bitmap.Set_Origin(origin);
-    const Owned handle(Adopt(std::move(bitmap)));
+    return bitmap;
+}
+
+TEST(Source_Warnings, Tell_Of_Damage_And_Reduction_Until_The_First_Change)
+{
+    EXPECT_EQ(Get_Bitmap_Source_Warnings_CPP(Owned(Adopt(Loaded_Picture(false, false)))), 0);
+    EXPECT_EQ(Get_Bitmap_Source_Warnings_CPP(Owned(Adopt(Loaded_Picture(true, false)))), 1);
+    EXPECT_EQ(Get_Bitmap_Source_Warnings_CPP(Owned(Adopt(Loaded_Picture(false, true)))), 2);
+    const Owned handle(Adopt(Loaded_Picture(true, true)));
     EXPECT_EQ(Get_Bitmap_Source_Warnings_CPP(handle), 3);
     const std::uint8_t bytes[16] = {};
     ASSERT_NE(Put_Bitmap_Bytes_CPP(handle, bytes, 16), Flag_False);

@@ -112,6 +112,25 @@ TEST(Histogram, Of_One_Colour_Stands_In_One_Bin)
     EXPECT_TRUE(Release(handle));
 }
 
+TEST(Histogram, Leaves_Out_Colours_That_The_Split_Has_No_Value_For)
+{
+    Set_CMYK_Parameters({.black_gamma = 100, .black_start = 0, .ink_limit = 765});
+    Bitmap picture = Plain_Picture(4, 1, 3, 255, 255, 255);
+    const auto view = picture.Change();
+    view.Row(0)[3] = view.Row(0)[4] = 0; // green and blue: its black exceeds its cyan
+    view.Row(0)[5] = 250;
+    const Bitmap_Handle handle = Adopt(std::move(picture));
+    for (const int component : {16, 32, 64, 128}) {
+        Table table{};
+        std::int32_t count = 0;
+        EXPECT_NE(Compute_Bitmap_Color_Component_Histogram_CPP(handle, component, table.data(), &count), Flag_False);
+        EXPECT_EQ(3, count) << component;
+        EXPECT_EQ(3, table[255]) << component;
+    }
+    Set_CMYK_Parameters({});
+    EXPECT_TRUE(Release(handle));
+}
+
 TEST(Histogram, Refuses_Masks_Of_Several_Components_And_Bad_Arguments)
 {
     const Bitmap_Handle handle = Adopt(Random_Picture(4, 4, 3, 7));
@@ -255,6 +274,21 @@ TEST(Masked_Range, Agrees_With_The_Reference)
         EXPECT_EQ(ranges[i].minimum, *std::min_element(values[i].begin(), values[i].end()));
         EXPECT_EQ(ranges[i].maximum, *std::max_element(values[i].begin(), values[i].end()));
         EXPECT_EQ(ranges[i].average, std::int32_t(std::nearbyint(sum / double(values[i].size()))));
+    }
+    EXPECT_TRUE(Release(handle));
+}
+
+TEST(Masked_Range, Of_One_Colour_Is_That_Colour)
+{
+    const Bitmap_Handle handle = Adopt(Plain_Picture(3, 2, 3, 200, 100, 150)); // hue 330, beyond all bytes
+    const std::vector<std::uint8_t> mask(6, 1);
+    Component_Range ranges[6];
+    ASSERT_NE(Compute_Masked_Area_RGB_HSV_Range_CPP(handle, mask.data(), ranges), Flag_False);
+    const std::int32_t expected[6] = {200, 100, 150, 330, 128, 200};
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(expected[i], ranges[i].minimum) << i;
+        EXPECT_EQ(expected[i], ranges[i].average) << i;
+        EXPECT_EQ(expected[i], ranges[i].maximum) << i;
     }
     EXPECT_TRUE(Release(handle));
 }

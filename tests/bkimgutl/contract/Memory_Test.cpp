@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <new>
 
 namespace {
 
@@ -117,6 +118,40 @@ TEST(Memory_Ends_For_A_Result, So_Creating_It_Fails_With_A_Message)
     EXPECT_EQ(0, smaller);
     EXPECT_EQ("not enough memory for the result", Last_Text());
     Release(bitmap);
+}
+
+TEST(Memory_Ends_For_A_Histogram, So_Counting_Fails_With_A_Message)
+{
+    const Bitmap_Handle bitmap = Create_Empty_Bitmap_CPP(20, 20, 3, 8);
+    std::int32_t table[256], count = 0;
+    Requests_Until_Refused = 0;
+    const Flag counted = Compute_Bitmap_Color_Component_Histogram_CPP(bitmap, 8, table, &count);
+    const bool refused = Requests_Until_Refused < 0;
+    Requests_Until_Refused = -1;
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(0, counted);
+    EXPECT_EQ("not enough memory for the histogram", Last_Text());
+    Release(bitmap);
+}
+
+/// Runs out of memory while it looks.
+struct Starved_Window_System final : Window_System {
+    Starved_Window_System() { Install_Window_System(this); }
+    ~Starved_Window_System() override { Install_Window_System(nullptr); }
+    Clipboard_Picture Picture_Of_Clipboard(std::intptr_t) override { throw std::bad_alloc(); }
+    std::vector<std::string> Scalable_Font_Names(std::intptr_t) override { throw std::bad_alloc(); }
+};
+
+TEST(Memory_Ends_In_The_Window_System, So_Nothing_Is_Handed_Out)
+{
+    const Starved_Window_System system;
+    EXPECT_EQ(0, Get_Bitmap_From_Clipboard(0));
+    EXPECT_EQ("not enough memory for the picture of the clipboard", Last_Text());
+    char names[10] = "x";
+    std::int32_t length = 7;
+    EXPECT_EQ(0, Get_TrueType_Font_FaceNames(0, names, sizeof names, &length));
+    EXPECT_EQ(0, length);
+    EXPECT_EQ("not enough memory for the names of the fonts", Last_Text());
 }
 
 } // namespace

@@ -134,6 +134,14 @@ TEST_F(CMYK_Split, Black_Begins_Behind_Its_Start)
     for (int i = 56; i < 256; ++i) EXPECT_EQ(255 - (255 - i) * 255 / 200, Black(i)) << i;
 }
 
+TEST_F(CMYK_Split, Takes_A_Start_Out_Of_Range_For_The_Nearest_In_It)
+{
+    Set_CMYK_Parameters({.black_gamma = 1, .black_start = -100, .ink_limit = 765});
+    for (int i = 0; i < 256; ++i) EXPECT_EQ(i, Black(i)) << i;
+    Set_CMYK_Parameters({.black_gamma = 1, .black_start = 1000, .ink_limit = 765});
+    for (int i = 0; i < 256; ++i) EXPECT_EQ(0, Black(i)) << i;
+}
+
 TEST_F(CMYK_Split, Without_A_Limit_Has_The_Usual_Gamma_And_Limit)
 {
     const auto usual = Planes(40, 90, 200);

@@ -165,6 +165,9 @@ TEST(Rotated, Sides_That_Are_Whole_Stay_Whole)
             EXPECT_EQ(times * (opposite + adjacent), map.width);
             EXPECT_EQ(times * (opposite + adjacent), map.height);
         }
+    const Rotation_Map hardly(1000, 800, 1e-8);
+    EXPECT_EQ(1000, hardly.width);
+    EXPECT_EQ(800, hardly.height);
 }
 
 } // namespace

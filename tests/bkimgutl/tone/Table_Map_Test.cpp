@@ -297,6 +297,20 @@ TEST(Clip_Table, Stretches_Between_The_Clip_Points)
     EXPECT_EQ(255, (*off)[255]);
 }
 
+TEST(Clip_Table, Loses_A_Whole_Number_Of_Samples_Halves_To_Even)
+{
+    std::array<std::int32_t, 256> histogram{};
+    for (const std::size_t i : {0, 1, 2, 3, 4, 251, 252, 253, 254, 255}) histogram[i] = 1;
+    const auto ends = [&](int samples, float clip) {
+        histogram[128] = samples - 10;
+        const Clip_Range range = Clip_Range_Of(histogram, samples, clip, clip);
+        return std::pair(range.in_low, range.in_high);
+    };
+    EXPECT_EQ(std::pair(1, 254), ends(80, 0.03125F));  // 2.5
+    EXPECT_EQ(std::pair(3, 252), ends(112, 0.03125F)); // 3.5
+    EXPECT_EQ(std::pair(2, 253), ends(85, 0.03125F));  // 2.66
+}
+
 TEST(Clip_Table, Refuses_What_Is_No_Number)
 {
     Table histogram{};
