@@ -196,6 +196,16 @@ TEST_F(Hv_Options, Render_Writes_Over_No_Folder_And_No_Damaged_Source)
     EXPECT_EQ(Run("render half.jpg -o whole.jpg").status, 0) << "what can be seen of it goes elsewhere";
 }
 
+TEST_F(Hv_Options, Render_Never_Makes_One_File_Of_Two_Pictures)
+{
+    Make("a.jpg");
+    Make("a.tif", "Crop(8,0,0,0)");
+    const Answer answer = Run("render a.jpg a.tif a.jpg -o out --type JPG --overwrite");
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.messages, Q("hv: a.tif: out/a.jpg was just written from a.jpg\n"));
+    EXPECT_EQ(Size("out/a.jpg"), (Pixel_Size{64, 48}));
+}
+
 TEST_F(Hv_Options, Render_Puts_Back_What_An_Interrupted_Save_Left_In_The_Target_Folder)
 {
     Make("a.jpg");
