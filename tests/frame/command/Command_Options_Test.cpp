@@ -109,6 +109,10 @@ TEST_F(Hv_Options, Script_Check_Tells_Of_What_It_Leaves_Out)
     EXPECT_EQ(answer.out, Q("Crop(1,2,3,4)\n"));
     EXPECT_EQ(answer.messages, Q("hv: an item does not begin with a known keyword\n"));
     EXPECT_EQ(Run("script check Crop(1,2,3,4);").messages, QString());
+    const Answer damaged = Run("script check Crop(1,2,3,4);Blur(2,50;Gamma(1.2.3)");
+    EXPECT_EQ(damaged.status, 0) << "it can be split";
+    EXPECT_EQ(damaged.out, Q("Crop(1,2,3,4);Blur(2,50;Gamma(1.2.3)\n"));
+    EXPECT_EQ(damaged.messages, Q("hv: item 2 is damaged: Blur(2,50\nhv: item 3 is damaged: Gamma(1.2.3)\n"));
     EXPECT_EQ(Run("script check --json Crop(1,2,3,4);").out, Q("{\"script\":\"Crop(1,2,3,4)\"}\n"));
     EXPECT_EQ(Run("script check --json --items Blur(2,50,K)").out,
               Q("{\"item\":\"Blur(2,50,K)\",\"label\":\"Blur\",\"type\":8}\n"));
