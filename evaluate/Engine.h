@@ -128,6 +128,7 @@ private:
     QString Ask_For(const QString& prompt, const QString& title);
     Error_Number Store(Instruction& instruction, const QString& name, Variant value);
     Error_Number Make_Reference(const QString& name);
+    Variable_Cell* Referenced_Cell(const Variant& reference); ///< null when there is none
 
     // Arrays
     Error_Number Assign_Array(Instruction& instruction, const QString& name);
@@ -178,6 +179,7 @@ private:
     std::vector<Block_Record> blocks_;
     std::vector<For_Record> loops_;
     std::vector<Variant> references_;
+    Variant unknown_; ///< what stands for an unknown variable while errors are not raised
     int counter_ = 0;
     int first_code_ = 1, last_code_ = 0; ///< the range in which the main loop stays
     std::int64_t instructions_run_ = 0;

@@ -17,13 +17,6 @@ bool Is_By_Reference(const Argument_Record& argument)
     return (argument.Flags & 0xF0000) == 0x10000;
 }
 
-bool Is_Reference(const Variant& value)
-{
-    if (!value.Is_Array() || value.Array().elements.size() != 2) return false;
-    const auto& parts = value.Array().elements;
-    return parts[0].Type() == Variant_Type::Long && parts[1].Is_String();
-}
-
 } // namespace
 
 Error_Number Engine::Jump_To(int target)
@@ -112,10 +105,9 @@ Error_Number Engine::Take_Arguments(const Procedure_Record& procedure, std::size
 /// with each of its arguments.
 Error_Number Engine::Take_Reference(const Variant& reference, Variant& value)
 {
-    if (!Is_Reference(reference)) return Error_Number::Execution_Engine;
-    const Evaluated<Variable_View> variable = Find_Variable(reference);
+    const Variable_Cell* variable = Referenced_Cell(reference);
     if (!variable) return Error_Number::Execution_Engine;
-    value = *variable->value;
+    value = variable->Value;
     return Error_Number::None;
 }
 
@@ -146,9 +138,9 @@ Error_Number Engine::Copy_Back_References(const Procedure_Record& procedure, con
     for (std::size_t i = 0; i < procedure.Arguments.size() && next < references_.size(); ++i) {
         if (!Is_By_Reference(procedure.Arguments[i])) continue;
         const Variant& reference = references_[next++];
-        const Evaluated<Variable_View> target = Find_Variable(reference);
+        Variable_Cell* target = Referenced_Cell(reference);
         if (!target) return Error_Number::Execution_Engine;
-        *target->value = locals_[frame.first_local + i].Value;
+        target->Value = locals_[frame.first_local + i].Value;
     }
     return Error_Number::None;
 }

@@ -71,7 +71,7 @@ Variable_Cell* Engine::Prompted_Variable(const QString& name)
     const QString answer = Ask_For(name, QStringLiteral("Supply Value For ") + name.trimmed());
     Variable_Table& variables = code_.procedures[Program_Code::Main].Variables;
     int row = variables.Find(name);
-    if (row < 0) row = variables.Declare(name, 0, Variable_Flag::Prompted);
+    if (row < 0) row = variables.Declare(name, Variable_Flag::Prompted);
     Variable_Record& variable = variables.rows[std::size_t(row)];
     variable.Value = Variant(answer);
     return &variable;
@@ -100,16 +100,21 @@ Error_Number Engine::Make_Reference(const QString& name)
     return Push(Make_List({Variant(std::int32_t(Current_Frame())), Variant(name)}));
 }
 
+Variable_Cell* Engine::Referenced_Cell(const Variant& reference)
+{
+    if (!reference.Is_Array() || reference.Array().elements.size() != 2) return nullptr;
+    const auto& parts = reference.Array().elements;
+    if (parts[0].Type() != Variant_Type::Long || !parts[1].Is_String()) return nullptr;
+    return Find_Cell(parts[0].Long(), parts[1].Text());
+}
+
+/// For built-ins: like any other read, one of an unknown name finds Empty when errors are not raised.
 Evaluated<Variable_View> Engine::Find_Variable(const Variant& reference)
 {
-    Variable_Cell* cell = nullptr;
-    if (reference.Is_Array() && reference.Array().elements.size() == 2) {
-        const auto& parts = reference.Array().elements;
-        if (parts[0].Type() == Variant_Type::Long && parts[1].Is_String())
-            cell = Find_Cell(parts[0].Long(), parts[1].Text());
-    }
-    if (!cell) return Fails(Error_Number::Unknown_Variable);
-    return Variable_View{&cell->Value, cell->Dimensions};
+    if (Variable_Cell* cell = Referenced_Cell(reference)) return Variable_View{&cell->Value, cell->Dimensions};
+    if (raise_errors) return Fails(Error_Number::Unknown_Variable);
+    unknown_.Clear();
+    return Variable_View{&unknown_, 0};
 }
 
 } // namespace Formula

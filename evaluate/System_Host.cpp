@@ -1,5 +1,7 @@
 #include "evaluate/System_Host.h"
 
+#include "frame/text/Path_Utilities.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
@@ -36,7 +38,7 @@ QString System_Host::Current_Folder(const QString&)
 
 std::optional<std::vector<Host_File_Facts>> System_Host::Folder_Entries(const QString& folder)
 {
-    const QDir directory(folder);
+    const QDir directory(Existing_Path(folder));
     if (!directory.exists()) return std::nullopt;
     std::vector<Host_File_Facts> entries;
     const auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
@@ -46,7 +48,7 @@ std::optional<std::vector<Host_File_Facts>> System_Host::Folder_Entries(const QS
 
 std::optional<Host_File_Facts> System_Host::File_Facts(const QString& path)
 {
-    const QFileInfo info(path);
+    const QFileInfo info(Existing_Path(path));
     if (!info.exists()) return std::nullopt;
     return Facts_Of(info);
 }

@@ -95,8 +95,7 @@ Evaluated<Sort_Range> Sort_Range_Of(const Array_Bound& bound, std::int32_t first
     const std::int64_t before = std::int64_t(bound.lower) - 1, upper = bound.lower + bound.count - 1;
     const auto base = before + (first > 1 ? first - 1 : 0);
     const auto end = last > 1 ? base + last : upper;
-    if (base < before || base >= upper || end < bound.lower || end > upper)
-        return Fails(Error_Number::Array_Index_Invalid);
+    if (base >= upper || end > upper) return Fails(Error_Number::Array_Index_Invalid);
     return Sort_Range{base - before, end - base};
 }
 

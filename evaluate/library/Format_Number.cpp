@@ -176,7 +176,7 @@ QString With_Section(double value, const Pattern_Letters& section, bool shows_si
         exponent = Take_Exponent(number, layout);
     else
         Round_To_Places(number, layout.fraction_places);
-    const bool is_minus = shows_sign && number.is_negative && !number.digits.isEmpty() && layout.has_places;
+    const bool is_minus = shows_sign && number.is_negative && layout.has_places;
     return (is_minus ? QStringLiteral("-") : QString()) + Number_Writer(section, layout, number, exponent).Written();
 }
 

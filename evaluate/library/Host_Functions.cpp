@@ -1,10 +1,8 @@
 #include "evaluate/library/Arguments.h"
 #include "evaluate/library/Built_In_Routines.h"
-#include "evaluate/library/Weeks.h"
 #include "evaluate/variant/Like.h"
 #include "evaluate/variant/Variant_Array.h"
-
-#include <cmath>
+#include "frame/text/Path_Utilities.h"
 
 // Built-ins that reach outside the formula. Every one of them goes through the host's services.
 namespace Formula {
@@ -15,17 +13,6 @@ constexpr int Hidden = 2, System = 4, Volume = 8, Directory = 16;
 
 // Files with these attributes are listed only when they are asked for.
 constexpr int Special_Attributes = Hidden | System | Directory;
-
-struct Folder_And_Pattern {
-    QString folder, pattern;
-};
-
-Folder_And_Pattern Parted(const QString& path)
-{
-    const auto slash = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
-    const auto name = path.mid(slash + 1);
-    return {path.left(slash + 1), name.isEmpty() || name == QLatin1StringView("*.*") ? QStringLiteral("*") : name};
-}
 
 // Only "*" and "?" mean something in a file name; brackets and "#" stand for themselves.
 QString As_Like_Pattern(const QString& pattern)
@@ -42,12 +29,13 @@ QString As_Like_Pattern(const QString& pattern)
 
 QStringList Matching_Entries(Formula_Host_Services& services, const QString& path, int attributes)
 {
-    const auto [folder, pattern] = Parted(path);
+    const QString folder = Folder_Part(path), pattern = Name_Part(path);
     QStringList names;
     if (attributes & Volume) return names; // volumes have no names here
     const auto entries = services.Folder_Entries(folder.isEmpty() ? services.Current_Folder(QString()) : folder);
     if (!entries) return names;
-    const auto like = As_Like_Pattern(pattern);
+    const bool is_any = pattern.isEmpty() || pattern == QLatin1StringView("*.*");
+    const auto like = is_any ? QStringLiteral("*") : As_Like_Pattern(pattern);
     for (const auto& entry : *entries) {
         const bool is_wanted = (entry.attributes & Special_Attributes & ~attributes) == 0;
         if (is_wanted && Is_Like(entry.name, like, Compare_Mode::Text).value_or(false)) names += entry.name;

@@ -123,9 +123,10 @@ QString Type_Name(Type type)
 Error_Number Run_Abs(Library_Context&, Arguments arguments, Variant& result)
 {
     if (arguments[0].Is_Null()) return Yield_Null(result);
+    if (arguments[0].Is_Empty()) return Yield(result, std::int16_t(0));
     const auto number = To_Double(arguments[0]);
     FORMULA_CHECK(number);
-    // Adding 0 turns Empty, Boolean and text into a number and leaves the others.
+    // Adding 0 turns a Boolean into a number and leaves the others.
     Variant value = arguments[0].Is_String() ? Variant(*number) : arguments[0];
     if (*number < 0) return Negate(value) == Error_Number::None ? Yield(result, value) : Error_Number::Overflow;
     const auto problem = Add(value, Variant(std::uint8_t(0)));

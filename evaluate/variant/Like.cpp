@@ -30,23 +30,18 @@ char16_t Folded(QChar c, Compare_Mode mode)
 }
 
 // list := { letter "-" letter | letter }, where "-" at either end stands for itself
-bool Is_In_List(QStringView list, QChar c)
+bool Is_In_List(QStringView list, QChar letter, Compare_Mode mode)
 {
+    const auto c = Folded(letter, mode);
     for (qsizetype i = 0; i < list.size(); ++i) {
         if (i + 2 < list.size() && list[i + 1] == u'-') {
-            if (c >= list[i] && c <= list[i + 2]) return true;
+            if (c >= Folded(list[i], mode) && c <= Folded(list[i + 2], mode)) return true;
             i += 2;
-        } else if (c == list[i]) {
+        } else if (c == Folded(list[i], mode)) {
             return true;
         }
     }
     return false;
-}
-
-bool Is_In_List(QStringView list, QChar c, Compare_Mode mode)
-{
-    if (Is_In_List(list, c)) return true;
-    return mode == Compare_Mode::Text && (Is_In_List(list, c.toUpper()) || Is_In_List(list, c.toLower()));
 }
 
 bool Fits(const Element& element, QChar c, Compare_Mode mode)
@@ -62,11 +57,11 @@ bool Fits(const Element& element, QChar c, Compare_Mode mode)
     return false;
 }
 
-bool Has_Backward_Range(QStringView list)
+bool Has_Backward_Range(QStringView list, Compare_Mode mode)
 {
     for (qsizetype i = 0; i + 2 < list.size(); ++i) {
         if (list[i + 1] != u'-') continue;
-        if (list[i] > list[i + 2]) return true;
+        if (Folded(list[i], mode) > Folded(list[i + 2], mode)) return true;
         i += 2;
     }
     return false;
@@ -82,7 +77,7 @@ bool Take_List(QStringView text, qsizetype& place, Pattern& pattern)
     if (list.isEmpty()) return true;
     const bool excludes = list[0] == u'!' && list.size() > 1; // "[!]" is the character itself
     if (excludes) list = list.mid(1);
-    if (Has_Backward_Range(list)) return false;
+    if (Has_Backward_Range(list, pattern.mode)) return false;
     pattern.elements.push_back({excludes ? Kind::Excluding_List : Kind::List, 0, list});
     return true;
 }

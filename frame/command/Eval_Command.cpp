@@ -135,33 +135,47 @@ void Read_Text(const QString& text, Eval_Job& job)
     job.text = text;
 }
 
-Eval_Job Read_Arguments(const QStringList& arguments)
+bool Read_Flag(const QString& option, Eval_Job& job)
+{
+    if (option == u"--program")
+        job.program = true;
+    else if (option == u"--json")
+        job.json = true;
+    else if (option == u"--help" || option == u"-h")
+        job.help = true;
+    else
+        return false;
+    return true;
+}
+
+/// Reads what stands at a place and moves behind it. "--print=x" is "--print x".
+void Read_Argument(const QStringList& arguments, qsizetype& place, Eval_Job& job)
 {
     static const QStringList valued = {
         QStringLiteral("-f"), QStringLiteral("-v"),     QStringLiteral("-n"),      QStringLiteral("-i"),
         QStringLiteral("-d"), QStringLiteral("--null"), QStringLiteral("--print"), QStringLiteral("--allow-formula")};
+    const QString& argument = arguments[place++];
+    if (Read_Flag(argument, job)) return;
+    const bool is_long = argument.startsWith(u"--");
+    const QString option = is_long ? argument.section(u'=', 0, 0) : argument;
+    if (argument == u"--")
+        while (place < arguments.size()) Read_Text(arguments[place++], job);
+    else if (!valued.contains(option) && is_long)
+        job.fault = QStringLiteral("unknown option %1").arg(argument);
+    else if (!valued.contains(option))
+        Read_Text(argument, job);
+    else if (option != argument)
+        Read_Valued_Option(option, argument.mid(option.size() + 1), job);
+    else if (place == arguments.size())
+        job.fault = QStringLiteral("%1 needs a value").arg(argument);
+    else
+        Read_Valued_Option(option, arguments[place++], job);
+}
+
+Eval_Job Read_Arguments(const QStringList& arguments)
+{
     Eval_Job job;
-    for (qsizetype i = 0; i < arguments.size() && job.fault.isEmpty(); ++i) {
-        const QString& argument = arguments[i];
-        if (argument == u"--program") {
-            job.program = true;
-        } else if (argument == u"--json") {
-            job.json = true;
-        } else if (argument == u"--help" || argument == u"-h") {
-            job.help = true;
-        } else if (valued.contains(argument)) {
-            if (++i == arguments.size())
-                job.fault = QStringLiteral("%1 needs a value").arg(argument);
-            else
-                Read_Valued_Option(argument, arguments[i], job);
-        } else if (argument == u"--" && i + 1 < arguments.size()) {
-            Read_Text(arguments[++i], job);
-        } else if (argument.startsWith(u"--")) {
-            job.fault = QStringLiteral("unknown option %1").arg(argument);
-        } else {
-            Read_Text(argument, job);
-        }
-    }
+    for (qsizetype place = 0; place < arguments.size() && job.fault.isEmpty();) Read_Argument(arguments, place, job);
     if (job.fault.isEmpty() && !job.help && bool(job.text) == bool(job.file))
         job.fault = QStringLiteral("either a formula or -f FILE is needed");
     return job;

@@ -1,3 +1,4 @@
+#include "Project_Folders.h"
 #include "catalogue/Command_Table.h"
 
 #include "tests/support/Test_Folder.h"

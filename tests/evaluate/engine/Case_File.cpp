@@ -1,4 +1,5 @@
 #include "tests/evaluate/engine/Case_File.h"
+#include "Project_Folders.h"
 
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Variant_Array.h"

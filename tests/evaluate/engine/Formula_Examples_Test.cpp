@@ -1,6 +1,7 @@
 // The examples of the reference for users: in a block "formula" each line is an expression, in a block "program" all lines
 // are one program. What they give stands in their remarks: "' gives 3", "' gives x: 3", "' fails: Division by zero".
 
+#include "Project_Folders.h"
 #include "evaluate/bkcEvaluate.h"
 #include "evaluate/variant/Conversions.h"
 #include "tests/evaluate/engine/Scripted_Services.h"

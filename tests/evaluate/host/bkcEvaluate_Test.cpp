@@ -153,6 +153,24 @@ TEST_F(Evaluator, Without_Raising_Errors_Unknown_Names_Are_Empty)
     EXPECT_FALSE(evaluator.Execute("x = 1 + Left(\"a\")"_q)) << "a missing operand raises all the same";
 }
 
+TEST_F(Evaluator, Without_Raising_Errors_Functions_Find_An_Unknown_Name_Empty)
+{
+    const auto reference = Make_List({Whole(0), Text("nobody")});
+    EXPECT_FALSE(evaluator.c_IsEmpty(reference));
+    evaluator.Set_RaiseErrors(false);
+    EXPECT_TRUE(evaluator.c_IsEmpty(reference));
+    EXPECT_FALSE(evaluator.c_IsArray(reference));
+    EXPECT_TRUE(evaluator.Value("IsEmpty(nobody)"_q).Boolean());
+    EXPECT_FALSE(evaluator.Value("IsArray(nobody)"_q).Boolean());
+    for (const char* formula : {"LBound(nobody)", "UBound(nobody)", "ASort(nobody)", "Match(1, nobody)"}) {
+        EXPECT_TRUE(evaluator.Value(QString::fromLatin1(formula)).Is_Empty());
+        EXPECT_EQ("32771 Array index invalid at 1", Error_Now()) << formula;
+    }
+    EXPECT_EQ(0, evaluator.VariableCount()) << "nothing came to be";
+    EXPECT_FALSE(evaluator.Execute("x = f(nobody)\nEnd\nFunction f(n)\nEnd Function"_q));
+    EXPECT_EQ(32778, evaluator.Last_Error().Code) << "an argument must be there all the same";
+}
+
 TEST_F(Evaluator, Without_Raising_Errors_An_Array_Is_Read_And_Replaced_Whole)
 {
     evaluator.Set_RaiseErrors(false);

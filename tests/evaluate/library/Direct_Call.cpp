@@ -1,4 +1,5 @@
 #include "tests/evaluate/library/Direct_Call.h"
+#include "Project_Folders.h"
 
 #include "evaluate/variant/Conversions.h"
 #include "evaluate/variant/Dates.h"
@@ -270,6 +271,11 @@ Evaluated<Variable_View> Direct_Call::Find_Variable(const Variant& reference)
     return Variable_View{&place->second, place->second.Is_Array() ? int(place->second.Array().bounds.size()) : 0};
 }
 
+QString Direct_Call::Current_Folder(const QString& drive)
+{
+    return drive.isEmpty() ? QStringLiteral("/pictures") : QStringLiteral("/drive/") + drive;
+}
+
 QString Direct_Call::Input_Box(const Host_Input_Question& question)
 {
     questions += question.prompt + u'|' + question.title + u'|' + question.text;
@@ -289,9 +295,12 @@ QString Direct_Call::Environment_Value(const QString& name)
 
 std::optional<std::vector<Host_File_Facts>> Direct_Call::Folder_Entries(const QString& folder)
 {
-    if (folder != QLatin1StringView("/pictures") && folder != QLatin1StringView("/pictures/")) return std::nullopt;
-    return std::vector{Facts("A.JPG", 10, 32), Facts("a[1].jpg", 10, 0), Facts("b.tif", 20, 0),
-                       Facts("hidden.jpg", 5, 2), Facts("sub", 0, 16)};
+    const QStringList known = {QStringLiteral("/pictures"), QStringLiteral("/pictures/"),
+                               QStringLiteral("\\pictures\\")};
+    if (!known.contains(folder)) return std::nullopt;
+    return std::vector{Facts("A.JPG", 10, 32),    Facts("a[1].jpg", 10, 0), Facts("b.tif", 20, 0),
+                       Facts("hidden.jpg", 5, 2), Facts("sub", 0, 16),      Facts("#1.png", 1, 0),
+                       Facts("boot.sys", 1, 4)};
 }
 
 std::optional<Host_File_Facts> Direct_Call::File_Facts(const QString& path)
@@ -301,14 +310,16 @@ std::optional<Host_File_Facts> Direct_Call::File_Facts(const QString& path)
     return std::nullopt;
 }
 
-std::optional<QString> Direct_Call::Setting(const QString&, const QString&, const QString& key)
+std::optional<QString> Direct_Call::Setting(const QString& application, const QString& section, const QString& key)
 {
-    return key == QLatin1StringView("Color") ? std::optional(QStringLiteral("red")) : std::nullopt;
+    for (const auto& [known, value] : All_Settings(application, section))
+        if (key == known) return value;
+    return std::nullopt;
 }
 
-std::vector<std::pair<QString, QString>> Direct_Call::All_Settings(const QString& application, const QString&)
+std::vector<std::pair<QString, QString>> Direct_Call::All_Settings(const QString& application, const QString& section)
 {
-    if (application != QLatin1StringView("App")) return {};
+    if (application != QLatin1StringView("App") || section != QLatin1StringView("Main")) return {};
     return {{QStringLiteral("Color"), QStringLiteral("red")}, {QStringLiteral("Size"), QStringLiteral("5")}};
 }
 

@@ -37,11 +37,11 @@ public:
     int Message_Box(const Formula::Host_Message& message) override;
     void Beep() override { ++beeps; }
     QString Environment_Value(const QString& name) override;
-    QString Current_Folder(const QString&) override { return QStringLiteral("/pictures"); }
+    QString Current_Folder(const QString& drive) override;
     std::optional<std::vector<Formula::Host_File_Facts>> Folder_Entries(const QString& folder) override;
     std::optional<Formula::Host_File_Facts> File_Facts(const QString& path) override;
-    std::optional<QString> Setting(const QString&, const QString&, const QString& key) override;
-    std::vector<std::pair<QString, QString>> All_Settings(const QString& application, const QString&) override;
+    std::optional<QString> Setting(const QString& application, const QString& section, const QString& key) override;
+    std::vector<std::pair<QString, QString>> All_Settings(const QString& application, const QString& section) override;
 
 private:
     class Reader;

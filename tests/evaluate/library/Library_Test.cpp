@@ -38,6 +38,18 @@ TEST(Built_In_Table, A_Class_Is_Allowed_Only_When_Its_Bit_Is_Set)
     EXPECT_FALSE(Is_Allowed(Access_Class::Files, unsigned(Access_Class::Pure) | unsigned(Access_Class::Clock)));
 }
 
+TEST(Boxes, Are_Asked_With_What_Was_Written)
+{
+    Direct_Call caller;
+    caller.Shown("InputBox(\"Name?\")");
+    caller.Shown("InputBox(\"Name?\", \"Title\", \"Ann\", 0, 0, \"help\", 7)");
+    caller.Shown("MsgBox(\"Done\")");
+    caller.Shown("MsgBox(\"Done\", vbYesNo + vbQuestion, \"Title\", \"help\", 7)");
+    EXPECT_EQ((QStringList{QStringLiteral("Name?||"), QStringLiteral("Name?|Title|Ann"), QStringLiteral("Done||0"),
+                           QStringLiteral("Done|Title|36")}),
+              caller.questions);
+}
+
 // A megabyte is left for values. The engine looks at a result when it is there; these refuse to make it.
 TEST(Built_In_Memory, What_Grows_A_Text_Or_Makes_A_List_Asks_For_Room_Before)
 {
@@ -98,6 +110,9 @@ TEST(Randomize, The_Same_Number_After_The_Same_Start_Gives_The_Same_Sequence)
     Direct_Call third;
     ASSERT_EQ(Randomize(third.context, &number), Error_Number::None);
     EXPECT_EQ(third.context.random.seed, 0x404500u);
+    third.context.random.seed = 0x123456;
+    ASSERT_EQ(Randomize(third.context, &number), Error_Number::None);
+    EXPECT_EQ(third.context.random.seed, 0x404556u) << "the low byte stays";
     ASSERT_EQ(Randomize(third.context, nullptr), Error_Number::None);
     const Variant text(QStringLiteral("x"));
     EXPECT_EQ(Randomize(third.context, &text), Error_Number::Type_Mismatch);
@@ -135,7 +150,9 @@ INSTANTIATE_TEST_SUITE_P(All, Middle_Statement,
                                          Middle_Case{"start_zero", "abc", 0, -1, "X", "error 5"},
                                          Middle_Case{"start_behind_the_end", "abc", 4, -1, "X", "error 5"},
                                          Middle_Case{"empty_value", "abc", 1, -1, "", "abc"},
-                                         Middle_Case{"bytes", "abc", 3, 2, "X", "aXc", true}),
+                                         Middle_Case{"bytes", "abc", 3, 2, "X", "aXc", true},
+                                         Middle_Case{"bytes_of_the_whole_value", "abcdef", 3, -1, "XY", "aXYdef",
+                                                     true}),
                          [](const auto& row) { return row.param.name; });
 
 TEST(Date_Parts, Are_Taken_From_A_Date)

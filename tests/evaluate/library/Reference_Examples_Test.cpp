@@ -1,3 +1,4 @@
+#include "Project_Folders.h"
 #include "tests/evaluate/library/Direct_Call.h"
 
 #include <fstream>

@@ -1,5 +1,6 @@
 // What each option of hv does, and every line that it prints.
 
+#include "Project_Folders.h"
 #include "tests/frame/command/Hv_Fixture.h"
 
 #include <QtCore/QDateTime>

@@ -1,5 +1,6 @@
 // The real program on generated pictures.
 
+#include "Project_Folders.h"
 #include "tests/frame/command/Hv_Fixture.h"
 
 #include <QtCore/QDir>

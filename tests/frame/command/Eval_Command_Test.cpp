@@ -1,5 +1,7 @@
 // hv eval as other programs call it: the real binary, its two outputs and its status.
 
+#include "Project_Folders.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
@@ -91,7 +93,14 @@ INSTANTIATE_TEST_SUITE_P(
         Eval_Case{"prints_variables_as_json",
                   {"--json", "--program", "--print", "x", "=7\nx = 1"},
                   "{\"type\":\"Long\",\"value\":7}\n{\"name\":\"x\",\"type\":\"Empty\",\"value\":\"\"}\n"},
-        Eval_Case{"a_formula_that_begins_with_a_sign", {"--", "-3 + 1"}, "-2\n"},
+        Eval_Case{"a_formula_that_begins_with_a_sign", {"-3 + 1"}, "-2\n"},
+        Eval_Case{"a_formula_that_looks_like_an_option",
+                  {"--", "--json"},
+                  "",
+                  "hv: error 1: Error in expression syntax or in compiler (at character position 2)\n",
+                  1},
+        Eval_Case{"a_value_behind_an_equal_sign", {"--program", "--print=x", "x = 1 + 1"}, "2\n"},
+        Eval_Case{"an_empty_formula", {""}, "\n"},
         Eval_Case{"a_scalar_for_an_array_of_the_program",
                   {"--program", "-v", "a=5", "Dim a()\nx = a(1)"},
                   "",
@@ -120,6 +129,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Refusal_Case{"nothing_to_evaluate", {}, "either a formula or -f FILE is needed"},
         Refusal_Case{"two_formulas", {"1", "2"}, "more than one formula"},
+        Refusal_Case{"nothing_behind_the_end_of_the_options", {"--"}, "either a formula or -f FILE is needed"},
+        Refusal_Case{"an_option_behind_their_end", {"--", "1", "--json"}, "more than one formula"},
+        Refusal_Case{"a_value_for_what_takes_none", {"--json=1", "1"}, "unknown option --json=1"},
         Refusal_Case{"a_formula_and_a_file", {"-f", "x", "1"}, "either a formula or -f FILE is needed"},
         Refusal_Case{"an_unknown_option", {"--bogus", "1"}, "unknown option --bogus"},
         Refusal_Case{"an_option_without_its_value", {"1", "--print"}, "--print needs a value"},

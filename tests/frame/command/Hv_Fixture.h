@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Project_Folders.h"
 #include "imaging/Brennick_Image_Utilities.h"
 #include "tests/imaging/Small_Pictures.h"
 

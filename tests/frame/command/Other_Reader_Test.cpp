@@ -1,5 +1,7 @@
 // What an independent reader of metadata sees in the files that hv writes. Without exiftool the tests are skipped.
 
+#include "Project_Folders.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>

@@ -1,5 +1,6 @@
 // hv rename and hv describe as other programs call them.
 
+#include "Project_Folders.h"
 #include "frame/text/Text_Utilities.h"
 #include "tests/support/Test_Folder.h"
 

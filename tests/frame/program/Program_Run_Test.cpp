@@ -1,5 +1,7 @@
 // The real program, as a terminal and a desktop start it.
 
+#include "Project_Folders.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
