@@ -133,19 +133,14 @@ float Single_Of(const Exif_Block& block, const Entry& entry)
 
 int Whole_Of(const Exif_Block& block, const Entry& entry)
 {
-    return Round_Half_Even(Single_Of(block, entry));
-}
-
-int Exact_Whole_Of(const Exif_Block& block, const Entry& entry)
-{
     const double value = block.Value(entry).value_or(0);
-    return std::isfinite(value) ? Round_Half_Even(std::clamp(value, -2147483648.0, 2147483647.0)) : 0;
+    return std::isfinite(value) ? Round_Half_Even(value) : 0;
 }
 
 /// Versions are four digits as text, "0220".
 int Version_Of(const Exif_Block& block, const Entry& entry)
 {
-    if (entry.type != 7 && entry.type != 2) return Exact_Whole_Of(block, entry);
+    if (entry.type != 7 && entry.type != 2) return Whole_Of(block, entry);
     return Long_From_Text(Text_Of(block, entry)).value_or(0);
 }
 
@@ -205,15 +200,15 @@ void Take_Whole(Camera_Record& record, const Exif_Block& block, const Entry& ent
 {
     switch (entry.tag) {
     case 34850: record.Exposure_Program = Whole_Of(block, entry); break;
-    case 34855: record.ISO_Speed = Exact_Whole_Of(block, entry); break;
+    case 34855: record.ISO_Speed = Whole_Of(block, entry); break;
     case 36864: record.EXIF_Version = Version_Of(block, entry); break;
     case 37382: record.Subject_Distance = Distance_Of(block, entry); break;
     case 37383: record.Metering_Mode = Whole_Of(block, entry); break;
     case 37384: record.Light_Source = Whole_Of(block, entry); break;
-    case 37385: record.Flash_Used = (Exact_Whole_Of(block, entry) & 1) != 0; break;
+    case 37385: record.Flash_Used = (Whole_Of(block, entry) & 1) != 0; break;
     case 40960: record.FlashPix_Version = Version_Of(block, entry); break;
-    case 40962: record.Image_Width = Exact_Whole_Of(block, entry); break;
-    case 40963: record.Image_Height = Exact_Whole_Of(block, entry); break;
+    case 40962: record.Image_Width = Whole_Of(block, entry); break;
+    case 40963: record.Image_Height = Whole_Of(block, entry); break;
     default: break;
     }
 }

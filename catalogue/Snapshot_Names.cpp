@@ -50,6 +50,5 @@ QString Snapshot_Pattern(const QString& File_Name)
 bool Test_Snapshot_Name(const QString& File_Name)
 {
     const QString base = Base_Name_Part(File_Name);
-    return base.startsWith(QLatin1Char('~')) && base.size() > Stamp_Length &&
-           Like(base.right(Stamp_Length), QStringLiteral("-########-######"));
+    return base.startsWith(QLatin1Char('~')) && Like(base.right(Stamp_Length), QStringLiteral("-########-######"));
 }

@@ -241,3 +241,25 @@ Item_Reading Parse_Text_Item(const QString& item, QString& body)
 {
     return Item_Reader(item, "Text").Quoted(body).End();
 }
+
+Item_Reading Check_Item(const QString& item)
+{
+    int a = 0, b = 0, c = 0, d = 0, e = 0;
+    float x = 0, y = 0, z = 0;
+    Gamma_Channel red, green, blue;
+    Unsharp_Fields unsharp;
+    QString body;
+    switch (Script_Item_Kind(Script_Item_Type_From_String(item))) {
+    case Script_Item_Kind::Cleared: break;
+    case Script_Item_Kind::Contrast_Optimize: return Parse_ConOpt_Item(item, x, y, a);
+    case Script_Item_Kind::Saturation_Value: return Parse_SatVal_Item(item, x, y);
+    case Script_Item_Kind::Color_Balance: return Parse_ColBal_Item(item, x, y, z);
+    case Script_Item_Kind::Gamma: return Parse_Gamma_Item(item, red, green, blue);
+    case Script_Item_Kind::Crop: return Parse_Crop_Item(item, a, b, c, d);
+    case Script_Item_Kind::Scale: return Parse_Scale_Item(item, a, b, c, d, e);
+    case Script_Item_Kind::Unsharp: return Parse_Unsharp_Item(item, unsharp);
+    case Script_Item_Kind::Blur: return Parse_Blur_Item(item, x, a, b);
+    case Script_Item_Kind::Text: return Parse_Text_Item(item, body);
+    }
+    return {};
+}

@@ -114,7 +114,6 @@ QString Script_Status_Text(Script_Status status)
 {
     switch (status) {
     case Script_Status::Complete: break;
-    case Script_Status::Conversion_Failure: return QStringLiteral("a number in the script is no number");
     case Script_Status::Invalid_Argument:
         return QStringLiteral("the script cannot be split: a Text item stands behind another item");
     case Script_Status::Too_Many_Items:

@@ -72,9 +72,8 @@ struct Script_Set {
 /// How a whole script was split.
 enum class Script_Status {
     Complete,
-    Conversion_Failure, ///< a number text that is no number stopped the splitter
-    Invalid_Argument,   ///< a Text item behind another item whose end cannot be told
-    Too_Many_Items,     ///< more than the limit
+    Invalid_Argument, ///< a Text item behind another item whose end cannot be told
+    Too_Many_Items,   ///< more than the limit
 };
 
 /// Splits `script` into `items`, which always starts afresh. After a failure the items stored so far stay.

@@ -96,3 +96,6 @@ Item_Reading Parse_Blur_Item(const QString& item, float& radius, int& weight_per
 /// The body is not escaped: it must not hold a double quote.
 QString Format_Text_Item(const QString& body);
 Item_Reading Parse_Text_Item(const QString& item, QString& body);
+
+/// How far the reader of the item's own kind comes; for checks. An unknown kind is incomplete.
+Item_Reading Check_Item(const QString& item);

@@ -1,3 +1,4 @@
+#include "catalogue/File_Confirmation.h"
 #include "frame/command/Command_Line.h"
 #include "frame/command/File_Jobs.h"
 #include "frame/command/Stored_Pictures.h"
@@ -7,6 +8,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 
 namespace {
 
@@ -20,6 +22,9 @@ struct Render_Job {
     int quality = Quality_Of_Parent;
     bool overwrite = false;
 };
+
+/// What a run wrote, and from which file: two pictures of one name must not end as one.
+using Written_Files = QHash<QString, QString>;
 
 QString Output_Path(const Render_Job& job, const QString& file)
 {
@@ -37,12 +42,6 @@ int Output_Type(const Render_Job& job, const QString& target, int source_type)
     return named && *named != 0 ? *named : source_type;
 }
 
-bool Are_One_File(const QString& left, const QString& right)
-{
-    const auto a = Identity_Of(File_System_Bytes(left)), b = Identity_Of(File_System_Bytes(right));
-    return a && b && a->device == b->device && a->inode == b->inode;
-}
-
 Result<void> Check_Target(const Render_Job& job, const QString& file, const QString& target, Bitmap_Handle loaded)
 {
     const std::string name = target.toStdString();
@@ -50,7 +49,7 @@ Result<void> Check_Target(const Render_Job& job, const QString& file, const QStr
     if (!Identity_Of(File_System_Bytes(target))) return {};
     if (!job.overwrite) return Failure(name + " already exists; --overwrite writes over it");
     const bool is_damaged = (Get_Bitmap_Source_Warnings_CPP(loaded) & 1) != 0;
-    if (is_damaged && Are_One_File(file, target)) return Failure("was read with errors and is not written over");
+    if (is_damaged && Is_Same_File(file, target)) return Failure("was read with errors and is not written over");
     return {};
 }
 
@@ -68,7 +67,7 @@ File_Contents Contents_For(const Render_Job& job, const QString& file, int type)
             .vertical_dpi = facts.vertical_dpi};
 }
 
-Result<void> Render(const Render_Job& job, const QString& file)
+Result<void> Render(const Render_Job& job, const QString& file, Written_Files& written)
 {
     auto items = job.items ? Result<Script_Item_Array>(*job.items) : Stored_Items(file);
     if (!items) return tl::make_unexpected(items.error());
@@ -77,12 +76,15 @@ Result<void> Render(const Render_Job& job, const QString& file)
     Owned_Bitmap picture(Load_Picture_Bitmap(file, type, job.divisor, job.rotation, 0));
     if (!picture) return Failure(Last_Load_Error().toStdString());
     const QString target = Output_Path(job, file);
+    if (const QString source = written.value(target, file); source != file)
+        return Failure((target + QStringLiteral(" was just written from ") + source).toStdString());
     Recover_Folder_Of(target);
     if (const auto allowed = Check_Target(job, file, target, picture.Get()); !allowed) return allowed;
     picture.Reset(
         Apply_Script_Items_To_Own(picture.Release(), *items, {.divisor = job.divisor, .rotation = job.rotation}));
     if (!Save_Bitmap(picture.Get(), target, Output_Type(job, target, type), Contents_For(job, file, type)))
         return Image_Failure();
+    written.insert(target, file);
     return {};
 }
 
@@ -173,5 +175,6 @@ Exit_Status Run_Render_Command(const QStringList& arguments)
     if (const auto end = line.Parse(arguments)) return *end;
     const auto job = Job_From_Line(line);
     if (!job) return Exit_Status::Wrong_Usage;
-    return For_Each_File(line.Files(), [&](const QString& file) { return Render(*job, file); });
+    Written_Files written;
+    return For_Each_File(line.Files(), [&](const QString& file) { return Render(*job, file, written); });
 }

@@ -74,6 +74,14 @@ Exit_Status Clear_Scripts(const QStringList& arguments)
     return Store_Script(line, QString());
 }
 
+/// A damaged item is stored and run as far as it can be read, which is seldom what was meant.
+void Tell_Damaged_Items(const Script_Item_Array& items)
+{
+    for (int index = 1; index <= items.Count(); ++index)
+        if (const QString& item = items.Item(index).Script_Item_String; !Check_Item(item))
+            Print_Message({}, QStringLiteral("item %1 is damaged: %2").arg(index).arg(item));
+}
+
 void Print_Item(const Script_Item& item, bool as_json)
 {
     const QString label = Script_Item_Type_Label(item.Script_Item_Type);
@@ -98,6 +106,7 @@ Exit_Status Check_Script(const QStringList& arguments)
         return Exit_Status::Some_Failed;
     }
     if (Leaves_Items_Out(line.Fixed(0), *items)) Print_Message({}, Left_Out);
+    Tell_Damaged_Items(*items);
     if (line.Has(QStringLiteral("items"))) {
         for (int index = 1; index <= items->Count(); ++index) Print_Item(items->Item(index), line.Wants_Json());
     } else if (line.Wants_Json()) {

@@ -1,5 +1,7 @@
 #include "catalogue/Camera_Information.h"
+#include "dev/samples/Jpeg_File.h"
 #include "tests/catalogue/Exif_Block_Maker.h"
+#include "tests/support/Test_Folder.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -165,6 +167,34 @@ TEST(Camera_Block, That_Is_None_Gives_Nothing)
     EXPECT_FALSE(parse(std::string("II+\0\10\0\0\0\0\0", 10))) << "not 42";
     EXPECT_FALSE(parse(std::string("II*\0\11\0\0\0\0\0", 10))) << "the first directory is not at 8";
     EXPECT_TRUE(parse(std::string("II*\0\10\0\0\0\0\0", 10)));
+}
+
+/// Writes a JPEG file of 160 x 96 with the block in it.
+QString Photo(const Test_Folder& folder, const Exif_Block_Maker& maker)
+{
+    const auto plain = Jpeg_File(Meadow(160, 96, 1));
+    std::string bytes(plain.begin(), plain.end());
+    const auto block = maker.Block();
+    const std::size_t length = block.size() + 2;
+    std::string segment{char(0xFF), char(0xE1), char(length >> 8), char(length & 0xFF)};
+    for (const std::byte byte : block) segment += char(byte);
+    Put_File(folder.File("a.jpg"), bytes.insert(2, segment));
+    return QString::fromStdString(folder.File("a.jpg"));
+}
+
+TEST(Camera_File, Takes_The_Size_From_The_Block_And_Else_From_The_Picture)
+{
+    const Test_Folder folder;
+    const auto report = [&](const Exif_Block_Maker& maker) {
+        const auto record = Camera_Record_Of_File(Photo(folder, maker));
+        return record ? Camera_Report(*record) : No_Camera_Information;
+    };
+    EXPECT_EQ("Resolution (w x h): 1600 x 1200", report(Make().Short(40962, 1600).Short(40963, 1200)));
+    EXPECT_EQ("Resolution (w x h): 160 x 96", report(Make().Short(40962, 1600)));
+    EXPECT_EQ("Make: Works\r\nResolution (w x h): 160 x 96", report(Make().Text(271, "Works")));
+    Put_File(folder.File("b.jpg"), Contents_Of(folder.File("a.jpg")).erase(2, 10)); // no segment where one begins
+    EXPECT_FALSE(Camera_Record_Of_File(QString::fromStdString(folder.File("b.jpg"))));
+    EXPECT_FALSE(Camera_Record_Of_File(QString::fromStdString(folder.File("none.jpg"))));
 }
 
 TEST(Camera_Block, Cut_At_Every_Byte_Is_Read_Without_Looking_Behind_Its_End)

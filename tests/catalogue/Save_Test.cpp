@@ -1,3 +1,4 @@
+#include "catalogue/File_Confirmation.h"
 #include "frame/files/Replacement_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
@@ -257,6 +258,18 @@ TEST_F(Saving, A_Read_Only_File_Is_Asked_For_And_Stays_On_No)
     });
     EXPECT_EQ(0, answer) << "1 another message, 2 other buttons";
     EXPECT_EQ(before, Contents_Of(File("a.jpg")));
+}
+
+TEST_F(Saving, A_Read_Only_File_Is_Refused_In_Silence_Where_Nobody_May_Be_Asked)
+{
+    Make("a.jpg");
+    chmod(File("a.jpg").c_str(), 0444);
+    platform.dialogs.answers = {Message_Answer::Yes};
+    const int answer = As_Ordinary_User([&] {
+        const bool writable = Confirm_Writable(platform.dialogs, Path("a.jpg"), "overwrite", false);
+        return writable ? 1 : platform.dialogs.asked.empty() ? 0 : 2;
+    });
+    EXPECT_EQ(0, answer) << "1 writable, 2 asked";
 }
 
 TEST_F(Saving, A_Read_Only_File_Is_Made_Writable_On_Yes)

@@ -81,6 +81,14 @@ TEST(Turning_Items, Leaves_What_It_Cannot_Read_And_What_Is_No_Right_Angle)
     EXPECT_EQ(Paragraph("66", "10", 2700) + ";Crop(4,1,2,3)", Turned(whole, -90));
 }
 
+TEST(Turning_Items, Ends_With_The_Objects_That_One_Picture_May_Hold)
+{
+    const QString one = "<Paragraph orgx='10' orgy='30' escape='0' >a</Paragraph>";
+    const QString turned = Turned("Text(\"" + one.repeated(201) + "\")", 90);
+    EXPECT_EQ(200, turned.count("orgx='30' orgy='150' escape='900'"));
+    EXPECT_TRUE(turned.endsWith(one + "\")")) << "the last stays as it is";
+}
+
 TEST(Turning_Items, Knows_An_Attribute_By_Its_Whole_Name)
 {
     const QString script =

@@ -284,6 +284,21 @@ TEST(Readers, Text_With_A_Quote_In_The_Body_Fails_At_The_Closing_Run)
     EXPECT_EQ(body, Q("say "));
 }
 
+TEST(Checks, Use_The_Reader_Of_The_Items_Own_Kind)
+{
+    const char* const whole[] = {"ConOpt(0.005,0.005,LUM)",        "SatVal(1,1)",    "ColBal(1,1,1)",
+                                 "Gamma(0,1,255,0,1,255,0,1,255)", "Crop(1,2,3,4)",  "Scale(1,2,Box,-1,-1)",
+                                 "Unsharp(1,1,1,1,1,K)",           "Blur(2,50,RGB)", "Text(\"a\")"};
+    for (const char* item : whole) {
+        EXPECT_TRUE(Check_Item(Q(item))) << item;
+        EXPECT_FALSE(Check_Item(Q(item).chopped(1))) << item;
+    }
+    EXPECT_FALSE(Check_Item(Q("Swirl(1)")));
+    EXPECT_FALSE(Check_Item(QString()));
+    EXPECT_EQ(Check_Item(Q("Gamma(1.2.3)")).state, State::Incomplete) << "the first field is 1, then there is a point";
+    EXPECT_EQ(Check_Item(Q("SatVal(1.2.3)")).state, State::Conversion_Failure);
+}
+
 TEST(Readers, Text_Body_Is_Taken_As_It_Stands)
 {
     QString body;

@@ -110,6 +110,10 @@ TEST_F(Hv_Options, Script_Check_Tells_Of_What_It_Leaves_Out)
     EXPECT_EQ(answer.out, Q("Crop(1,2,3,4)\n"));
     EXPECT_EQ(answer.messages, Q("hv: an item does not begin with a known keyword\n"));
     EXPECT_EQ(Run("script check Crop(1,2,3,4);").messages, QString());
+    const Answer damaged = Run("script check Crop(1,2,3,4);Blur(2,50;Gamma(1.2.3)");
+    EXPECT_EQ(damaged.status, 0) << "it can be split";
+    EXPECT_EQ(damaged.out, Q("Crop(1,2,3,4);Blur(2,50;Gamma(1.2.3)\n"));
+    EXPECT_EQ(damaged.messages, Q("hv: item 2 is damaged: Blur(2,50\nhv: item 3 is damaged: Gamma(1.2.3)\n"));
     EXPECT_EQ(Run("script check --json Crop(1,2,3,4);").out, Q("{\"script\":\"Crop(1,2,3,4)\"}\n"));
     EXPECT_EQ(Run("script check --json --items Blur(2,50,K)").out,
               Q("{\"item\":\"Blur(2,50,K)\",\"label\":\"Blur\",\"type\":8}\n"));
@@ -195,6 +199,16 @@ TEST_F(Hv_Options, Render_Writes_Over_No_Folder_And_No_Damaged_Source)
     EXPECT_EQ(onto_itself.messages, Q("hv: half.jpg: was read with errors and is not written over\n"));
     EXPECT_EQ(Bytes("half.jpg"), half);
     EXPECT_EQ(Run("render half.jpg -o whole.jpg").status, 0) << "what can be seen of it goes elsewhere";
+}
+
+TEST_F(Hv_Options, Render_Never_Makes_One_File_Of_Two_Pictures)
+{
+    Make("a.jpg");
+    Make("a.tif", "Crop(8,0,0,0)");
+    const Answer answer = Run("render a.jpg a.tif a.jpg -o out --type JPG --overwrite");
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.messages, Q("hv: a.tif: out/a.jpg was just written from a.jpg\n"));
+    EXPECT_EQ(Size("out/a.jpg"), (Pixel_Size{64, 48}));
 }
 
 TEST_F(Hv_Options, Render_Puts_Back_What_An_Interrupted_Save_Left_In_The_Target_Folder)
