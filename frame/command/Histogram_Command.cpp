@@ -11,11 +11,11 @@
 
 namespace {
 
-/// One capital letter of RGBLCMYK, or RGB for all three; 0 for anything else.
+/// One letter of RGBLCMYK, or RGB for all three; 0 for anything else.
 int Component_From_Name(const QString& name)
 {
     const int mask = Color_Components_From_String(name);
-    const bool is_plain = Color_Components_To_String(mask) == name;
+    const bool is_plain = Color_Components_To_String(mask) == name.toUpper();
     return is_plain && (mask == Component_RGB || std::has_single_bit(unsigned(mask))) ? mask : 0;
 }
 
