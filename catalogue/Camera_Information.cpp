@@ -4,13 +4,12 @@
 #include "imaging/Brennick_Image_Utilities.h"
 
 #include <QtCore/QStringList>
-#include <cmath>
 
 namespace {
 
-QString Reciprocal(double seconds)
+QString Reciprocal(float seconds)
 {
-    return QStringLiteral("1/") + QString::number(Round_Half_Even(1 / seconds));
+    return QStringLiteral("1/") + QString::number(Round_Half_Even(1 / double(seconds)));
 }
 
 QString Exposure_Program_Name(int code)
@@ -49,11 +48,15 @@ public:
     {
         if (!text.isEmpty()) lines_ << label + text;
     }
-    void Above_Zero(const QString& label, double value, const QString& format, const QString& unit = {})
+    void Above_Zero(const QString& label, int value)
+    {
+        if (value > 0) lines_ << label + QString::number(value);
+    }
+    void Above_Zero(const QString& label, float value, const QString& format, const QString& unit = {})
     {
         if (value > 0) lines_ << label + Format_Number(value, format) + unit;
     }
-    void Not_Zero(const QString& label, double value, const QString& format, const QString& unit)
+    void Not_Zero(const QString& label, float value, const QString& format, const QString& unit)
     {
         if (value != 0) lines_ << label + Format_Number(value, format) + unit;
     }
@@ -79,7 +82,7 @@ void Report_Light(Report& report, const Camera_Record& record)
     const QString steps = QStringLiteral("#0.0");
     report.Text(QStringLiteral("Exposure Program: "), Exposure_Program_Name(record.Exposure_Program));
     report.Not_Zero(QStringLiteral("Brightness Value: "), record.Brightness_Value, steps, QStringLiteral("ev"));
-    report.Above_Zero(QStringLiteral("ISO Speed Rating: "), record.ISO_Speed, QStringLiteral("0"));
+    report.Above_Zero(QStringLiteral("ISO Speed Rating: "), record.ISO_Speed);
     report.Text(QStringLiteral("White Balance: "), White_Balance_Name(record.Light_Source));
     if (record.Flash_Used) report.Line(QStringLiteral("Flash Used"));
     report.Text(QStringLiteral("Metering Mode: "), Metering_Mode_Name(record.Metering_Mode));
@@ -89,16 +92,14 @@ void Report_Light(Report& report, const Camera_Record& record)
 void Report_Lens(Report& report, const Camera_Record& record)
 {
     const QString f_format = QStringLiteral("#0.0");
-    if (const double time = record.Time_In_Seconds(); time > 0) {
+    if (const float time = record.Time_In_Seconds(); time > 0) {
         QString line =
             QStringLiteral("Shutter Speed: ") + Format_Number(time, QStringLiteral("0.0##")) + QLatin1Char('s');
         if (time < 1) line += QStringLiteral(" (") + Reciprocal(time) + QLatin1Char(')');
         report.Line(line);
     }
     report.Above_Zero(QStringLiteral("Aperture: f/"), record.Aperture(), f_format);
-    if (record.Maximum_Aperture_Value > 0)
-        report.Above_Zero(QStringLiteral("Maximum Aperture: f/"),
-                          std::exp2(std::min(double(record.Maximum_Aperture_Value), 60.0) / 2), f_format);
+    report.Above_Zero(QStringLiteral("Maximum Aperture: f/"), record.Maximum_Aperture(), f_format);
     report.Above_Zero(QStringLiteral("Subject Distance: "), record.Subject_Distance, QStringLiteral("###0.00"),
                       QStringLiteral("m"));
 }
@@ -108,9 +109,9 @@ void Report_Lens(Report& report, const Camera_Record& record)
 QString Camera_Summary_Line(const Camera_Record& record)
 {
     QStringList parts;
-    if (const double time = record.Time_In_Seconds(); time > 0)
+    if (const float time = record.Time_In_Seconds(); time > 0)
         parts << (time <= 0.5 ? Reciprocal(time) : Format_Number(time, QStringLiteral("0.0"))) + QLatin1Char('s');
-    if (const double aperture = record.Aperture(); aperture > 0)
+    if (const float aperture = record.Aperture(); aperture > 0)
         parts << QStringLiteral("f/") + Format_Number(aperture, QStringLiteral("#0.0"));
     if (record.Flash_Used) parts << QString(QChar(0xA4));
     return parts.join(QStringLiteral(", "));
@@ -128,8 +129,8 @@ QString Camera_Report(const Camera_Record& record)
     Report_Lens(report, record);
     report.Above_Zero(QStringLiteral("Average JPEG Compression Ratio: "), record.Compressed_Bits_Per_Pixel,
                       QStringLiteral("#0.0"), QStringLiteral(" bits/pixel"));
-    report.Above_Zero(QStringLiteral("EXIF version: "), record.EXIF_Version, QStringLiteral("0"));
-    report.Above_Zero(QStringLiteral("FlashPix version: "), record.FlashPix_Version, QStringLiteral("0"));
+    report.Above_Zero(QStringLiteral("EXIF version: "), record.EXIF_Version);
+    report.Above_Zero(QStringLiteral("FlashPix version: "), record.FlashPix_Version);
     return report.Joined();
 }
 

@@ -117,6 +117,8 @@ std::optional<double> Exif_Block::Value(const Entry& entry) const
 
 QString Text_Of(const Exif_Block& block, const Entry& entry)
 {
+    constexpr std::array<std::uint16_t, 4> of_bytes{1, 2, 6, 7};
+    if (std::find(of_bytes.begin(), of_bytes.end(), entry.type) == of_bytes.end()) return {};
     QByteArray bytes = block.Bytes(entry.at, entry.length);
     if (entry.tag == 37510) bytes = bytes.mid(8); // a user comment begins with the name of its character code
     if (const auto end = bytes.indexOf('\0'); end >= 0) bytes.truncate(end);
@@ -233,18 +235,27 @@ std::int64_t Take_Directory(Camera_Record& record, const Exif_Block& block, std:
     return sub_directory;
 }
 
-} // namespace
-
-double Camera_Record::Time_In_Seconds() const
+float F_Number_Of_Apex(float value)
 {
-    if (Exposure_Time > 0) return Exposure_Time;
-    return Shutter_Speed_Value != 0 ? std::exp2(-std::clamp(double(Shutter_Speed_Value), -60.0, 60.0)) : 0;
+    return value > 0 ? float(std::exp2(std::min(double(value), 60.0) / 2)) : 0.0F;
 }
 
-double Camera_Record::Aperture() const
+} // namespace
+
+float Camera_Record::Time_In_Seconds() const
 {
-    if (F_Number > 0) return F_Number;
-    return Aperture_Value > 0 ? std::exp2(std::min(double(Aperture_Value), 60.0) / 2) : 0;
+    if (Exposure_Time > 0) return Exposure_Time;
+    return Shutter_Speed_Value != 0 ? float(std::exp2(-std::clamp(double(Shutter_Speed_Value), -60.0, 60.0))) : 0.0F;
+}
+
+float Camera_Record::Aperture() const
+{
+    return F_Number > 0 ? F_Number : F_Number_Of_Apex(Aperture_Value);
+}
+
+float Camera_Record::Maximum_Aperture() const
+{
+    return F_Number_Of_Apex(Maximum_Aperture_Value);
 }
 
 std::optional<Camera_Record> Parse_Camera_Record(std::span<const std::byte> block)

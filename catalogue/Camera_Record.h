@@ -36,10 +36,13 @@ struct Camera_Record {
     float Compressed_Bits_Per_Pixel = 0;
 
     /// Seconds: the exposure time or, without one, what the shutter speed value says; 0 without both.
-    double Time_In_Seconds() const;
+    float Time_In_Seconds() const;
 
     /// The F number or, without one, what the aperture value says; 0 without both.
-    double Aperture() const;
+    float Aperture() const;
+
+    /// What the maximum aperture value says; 0 without one.
+    float Maximum_Aperture() const;
 };
 
 /// Reads an EXIF block, with or without its "Exif" head. Nothing when it is none: not "II" or "MM" with 42 and a first

@@ -163,8 +163,7 @@ bool Compiler::Compile_Arguments(std::span<const Argument_Item> descriptor, int&
     count = 0;
     if (Peek() != Token::Left_Paren) {
         if (Minimum_Of(descriptor) < 1) return true;
-        Next_Token();
-        return Syntax_Error("Expecting left paren and parameter(s)");
+        return Expect_Next() && Syntax_Error("Expecting left paren and parameter(s)");
     }
     return Expect_Next() && Compile_Argument_List(descriptor, count) && Check_Argument_Count(descriptor, count);
 }
@@ -200,7 +199,7 @@ bool Compiler::Check_Argument_Count(std::span<const Argument_Item> descriptor, i
     const int written = count;
     for (std::size_t i = std::size_t(count); i < descriptor.size(); ++i) {
         if ((descriptor[i] & 0xFFF000) != Argument::Written_Default) continue;
-        Emit_Long(descriptor[i] & 0xFFF);
+        Emit(Token::Literal, Variant(std::int32_t(descriptor[i] & 0xFFF)));
         ++count;
     }
     if (written < Minimum_Of(descriptor)) return Syntax_Error("Too few parameters");

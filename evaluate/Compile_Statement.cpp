@@ -94,10 +94,7 @@ bool Compiler::Compile_Call_Statement()
 {
     const int position = token_.start;
     if (!Compile_Call()) return false;
-    if (token_.word != Token::Right_Paren) {
-        Next_Token();
-        return Syntax_Error("Expecting right paren");
-    }
+    if (token_.word != Token::Right_Paren) return Expect_Next() && Syntax_Error("Expecting right paren");
     Emit(Token::Drop, Variant(), position);
     return Expect_Next();
 }
@@ -110,7 +107,7 @@ bool Compiler::Compile_Assignment()
     if (!Expect_Next() || !Take(Token::Equal, "Expecting equal sign and expression")) return false;
     if (token_.word == Array_Function()) return Compile_Array_Assignment(name, position);
     if (!Compile_Value(Token::None, Token::None)) return false;
-    if (!Declare_If_Unknown(name, 0)) return false;
+    if (!Declare_If_Unknown(name)) return false;
     Emit(Token::Variable_Store, Variant(name), position);
     return true;
 }
@@ -128,7 +125,7 @@ bool Compiler::Compile_Array_Assignment(const QString& name, int position)
         } while (token_.word == Token::Comma);
         if (!Require(Token::Right_Paren, "Expecting comma and argument or right paren")) return false;
     }
-    if (!Declare_If_Unknown(name, 1)) return false;
+    if (!Declare_Array_If_Unknown(name)) return false;
     Emit(Token::Array_Assign + count, Variant(name), position);
     return Expect_Next();
 }
@@ -220,7 +217,7 @@ bool Compiler::Compile_Dim(int flags)
         variables.rows[std::size_t(row)].By_Host = false;
         if (!Expect_Next()) return false;
         if (token_.word == Token::Left_Paren) {
-            variables.rows[std::size_t(row)].Dimensions = 1;
+            variables.Declare_Array(row);
             if (!Advance_To(Token::Right_Paren, "Expecting right paren") || !Expect_Next()) return false;
         }
     } while (token_.word == Token::Comma);

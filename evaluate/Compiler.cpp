@@ -174,19 +174,23 @@ const Variant* Compiler::Find_Constant(QStringView name)
 
 int Compiler::Declare(Variable_Table& variables, const QString& name)
 {
-    if (variables.Has_Room()) return variables.Declare(name, 0, 0);
+    if (variables.Has_Room()) return variables.Declare(name);
     Report_Error(2, QStringLiteral("Error allocating variable"), token_.start);
     return -1;
 }
 
 /// A name that is known nowhere becomes a variable of the main program, also from within a procedure: it is global.
-bool Compiler::Declare_If_Unknown(const QString& name, int dimensions)
+bool Compiler::Declare_If_Unknown(const QString& name)
 {
-    if (!Is_Variable(name) && Declare(Main_Variables(), name) < 0) return false;
-    if (dimensions == 0) return true;
+    return Is_Variable(name) || Declare(Main_Variables(), name) >= 0;
+}
+
+bool Compiler::Declare_Array_If_Unknown(const QString& name)
+{
+    if (!Declare_If_Unknown(name)) return false;
     const int local = Current().Variables.Find(name);
     Variable_Table& table = local >= 0 ? Current().Variables : Main_Variables();
-    table.rows[std::size_t(table.Find(name))].Dimensions = dimensions;
+    table.Declare_Array(table.Find(name));
     return true;
 }
 
@@ -248,7 +252,7 @@ bool Compiler::Compile_Value_Formula()
 {
     const QString name = QStringLiteral("=Value");
     if (!Expect_Next() || !Compile_Value(Token::None, Token::None)) return false;
-    if (!Declare_If_Unknown(name, 0)) return false;
+    if (!Declare_If_Unknown(name)) return false;
     Emit(Token::Variable_Store, Variant(name));
     Emit(Token::Stop, Variant());
     return true;

@@ -68,7 +68,8 @@ private:
     void Define_Label(int label);
     void Resolve_Jumps();
     int Declare(Variable_Table& variables, const QString& name); ///< its row; -1, with a report, when there is no room
-    bool Declare_If_Unknown(const QString& name, int dimensions);
+    bool Declare_If_Unknown(const QString& name);
+    bool Declare_Array_If_Unknown(const QString& name); ///< a known variable becomes an array
     Variable_Table& Main_Variables() { return code_.procedures[Program_Code::Main].Variables; }
     Procedure_Record& Current() { return code_.procedures[std::size_t(current_)]; }
     bool Is_Variable(QStringView name);
@@ -149,7 +150,8 @@ private:
     int next_position_ = 1;
 };
 
-/// One level of parentheses, or of statements inside a statement. Too many end the compile, since each takes room on the machine's own stack.
+/// One level of parentheses, or of statements inside a statement. Too many end the compile, since each takes room on the
+/// machine's own stack.
 class Compiler::Nesting {
 public:
     explicit Nesting(Compiler& compiler) : compiler_(compiler) { ++compiler_.nesting_; }

@@ -48,12 +48,11 @@ void Engine::Variables_Changed()
 void Engine::Prepare(const Value_Table& predefined)
 {
     Clear_Run_Stacks();
-    for (Procedure_Record& procedure : code_.procedures)
-        for (Variable_Record& variable : procedure.Variables.rows) variable.Value.Clear();
+    for (Procedure_Record& procedure : code_.procedures) procedure.Variables.Start();
     Variable_Table& variables = code_.procedures[Program_Code::Main].Variables;
     for (const auto& [name, value] : predefined.rows) {
         int row = variables.Find(name);
-        if (row < 0) row = variables.Declare(name, 0, 0);
+        if (row < 0) row = variables.Declare(name);
         variables.rows[std::size_t(row)].Value = value;
     }
     counter_ = 1;

@@ -71,7 +71,7 @@ Variable_Cell* Engine::Prompted_Variable(const QString& name)
     const QString answer = Ask_For(name, QStringLiteral("Supply Value For ") + name.trimmed());
     Variable_Table& variables = code_.procedures[Program_Code::Main].Variables;
     int row = variables.Find(name);
-    if (row < 0) row = variables.Declare(name, 0, Variable_Flag::Prompted);
+    if (row < 0) row = variables.Declare(name, Variable_Flag::Prompted);
     Variable_Record& variable = variables.rows[std::size_t(row)];
     variable.Value = Variant(answer);
     return &variable;

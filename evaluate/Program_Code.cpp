@@ -35,16 +35,29 @@ bool Variable_Table::Has_Room() const
     return int(rows.size()) < Current_Limits().formula_names;
 }
 
-int Variable_Table::Declare(const QString& name, int dimensions, int flags)
+int Variable_Table::Declare(const QString& name, int flags)
 {
     const int row = int(rows.size());
     Variable_Record& record = rows.emplace_back();
     record.Name = name;
-    record.Dimensions = dimensions;
     record.Flags = flags;
     index_.Insert(name, row);
     order_.clear();
     return row;
+}
+
+void Variable_Table::Declare_Array(int row)
+{
+    rows[std::size_t(row)].Is_Array = true;
+    rows[std::size_t(row)].Dimensions = 1;
+}
+
+void Variable_Table::Start()
+{
+    for (Variable_Record& variable : rows) {
+        variable.Value.Clear();
+        variable.Dimensions = variable.Is_Array;
+    }
 }
 
 void Variable_Table::Remove(int row)

@@ -33,13 +33,14 @@ enum : int { Static = 0x10000, Prompted = 0x20000 };
 
 struct Variable_Cell {
     Variant Value;
-    int Dimensions = 0; ///< 0 scalar; 1 declared as an array; the number of dimensions once ReDim has run
+    int Dimensions = 0; ///< 0 scalar; 1 array; the number of dimensions once ReDim has run
     int Flags = 0;
 };
 
 struct Variable_Record : Variable_Cell {
     QString Name;
-    bool By_Host = false; ///< supplied from outside and not yet declared by the program
+    bool Is_Array = false; ///< by its declaration: what Dimensions tells when a run starts
+    bool By_Host = false;  ///< supplied from outside and not yet declared by the program
 };
 
 /// Variables keep their place in the table as long as they live; the index finds them by name. Hosts see them in the
@@ -50,8 +51,10 @@ public:
 
     int Find(QStringView name) const; ///< -1 if unknown
     bool Has_Room() const;
-    int Declare(const QString& name, int dimensions, int flags); ///< a new variable; its row
-    void Remove(int row);                                        ///< later rows move up by one
+    int Declare(const QString& name, int flags = 0); ///< a new variable; its row
+    void Declare_Array(int row);
+    void Start();         ///< of a run: all Empty, with the dimensions that were declared
+    void Remove(int row); ///< later rows move up by one
     void Clear();
     int Row_In_Order(int ordinal) const; ///< the row of the 1-based ordinal by name; -1 out of range
 

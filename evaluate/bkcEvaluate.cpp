@@ -64,7 +64,7 @@ bool bkcEvaluate::Compile_With(const QString& text, Compile compile)
     code_ = Program_Code();
     Variable_Table& variables = code_.procedures[Program_Code::Main].Variables;
     for (const auto& [name, value] : predefined_.rows) {
-        Variable_Record& variable = variables.rows[std::size_t(variables.Declare(name, 0, 0))];
+        Variable_Record& variable = variables.rows[std::size_t(variables.Declare(name))];
         variable.Value = value;
         variable.By_Host = true;
     }
@@ -153,7 +153,7 @@ Evaluated<bool> bkcEvaluate::AddVariable(const QString& Variable_Name, const Var
             if (engine_.raise_errors) return Fails(Error_Number::Resource_Allocation);
             return false;
         }
-        row = variables.Declare(Variable_Name, 0, 0);
+        row = variables.Declare(Variable_Name);
     }
     Variable_Record& variable = variables.rows[std::size_t(row)];
     if (variable.Dimensions > 0) {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <string>
 #include <string_view>
 
 // hv_fuzz_seeds FOLDER: small files of every kind to start the fuzz programs from.
@@ -34,6 +35,24 @@ Camera_Facts Camera(bool big_endian)
     return facts;
 }
 
+/// A packet with a thumbnail, and an extended packet in two parts that has one too.
+std::vector<Jpeg_File_Options::Segment> XMP_Packets()
+{
+    using namespace std::string_literals;
+    const std::string number = "0123456789ABCDEF0123456789ABCDEF", head = "http://ns.adobe.com/xap/1.0/\0"s;
+    const std::string thumbnail =
+        "<a xmlns:g='http://ns.adobe.com/xap/1.0/g/img/' g:image='AA'><g:image>/9j/</g:image></a>";
+    const std::string packet =
+        "<rdf:RDF xmlns:rdf='r'><b xmpNote:HasExtendedXMP='" + number + "'/>" + thumbnail + "</rdf:RDF>";
+    const std::string extended = "<rdf:RDF xmlns:rdf='r'>" + thumbnail + "</rdf:RDF>";
+    const auto part = [&](std::size_t first, std::size_t end) {
+        const std::string places = {0, 0, 0, char(extended.size()), 0, 0, 0, char(first)};
+        return Jpeg_File_Options::Segment{0xE1, Text("http://ns.adobe.com/xmp/extension/\0"s + number + places +
+                                                     extended.substr(first, end - first))};
+    };
+    return {{0xE1, Text(head + packet)}, part(0, 70), part(70, extended.size())};
+}
+
 void Put_Jpegs(const std::filesystem::path& folder)
 {
     using namespace std::string_view_literals;
@@ -53,6 +72,7 @@ void Put_Jpegs(const std::filesystem::path& folder)
                       {0xEA, Text("Halvine script\0\1\1Crop,1,2,3,4;"sv)},
                       {0xE2, Text("ICC_PROFILE\0\1\1 a profile that is too short"sv)},
                       {0xE0, Text("JFXX\0\x13\1\1abc"sv)}}},
+        {.segments = XMP_Packets()},
     };
     int number = 0;
     for (const Jpeg_File_Options& options : kinds)

@@ -4,6 +4,7 @@
 #include "bkimgutl/codecs/Image_Resources.h"
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 #include "bkimgutl/codecs/Jpeg_XMP.h"
+#include "bkimgutl/codecs/XMP_Thumbnails.h"
 
 #include <algorithm>
 #include <cstring>
@@ -145,9 +146,12 @@ private:
         first_EXIF_ = parent_.head.Find(Segment_Kind::EXIF);
         if (plan_.pixels == Pixels::Encoded && parent_.head.Find(Segment_Kind::Profile) != nullptr) {
             const auto profile = Profile_Of_Jpeg(parent_.file, parent_.head);
-            keep_profile_ = profile && Fits(*profile, plan_.colors);
+            keep_profile_ = !profile || Fits(*profile, plan_.colors); // a damaged one goes along as it is
         }
-        if (Is_Other_Picture()) resources_ = Resources_Without_Thumbnails();
+        if (!Is_Other_Picture()) return {};
+        resources_ = Resources_Without_Thumbnails();
+        auto xmp = XMP_Without_Thumbnails(parent_.file, parent_.head);
+        if (xmp) xmp_ = std::move(*xmp); // more than can be mended goes along as it is
         return {};
     }
 
@@ -198,6 +202,7 @@ private:
         if (&segment == first_EXIF_ && plan_.pixels != Pixels::As_Stored)
             Mend_EXIF_Block(*data, plan_.orientation, Is_Other_Picture());
         if (segment.kind == Segment_Kind::Resources) Take_Resources(*data);
+        if (const auto mended = xmp_.find(&segment); mended != xmp_.end()) data = mended->second;
         return Write_Segment(target_, segment.marker, *data);
     }
 
@@ -235,6 +240,7 @@ private:
     const Jpeg_Segment* first_EXIF_ = nullptr;
     Bytes resources_; ///< of all segments; empty where they go along as they stand
     std::size_t resources_taken_ = 0;
+    Mended_Segments xmp_;
 };
 
 /// Everything from `at` to the end of the file, what stands behind the picture included.
@@ -278,6 +284,7 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
     if (exif.size() > Longest_Segment_Data)
         return Failure("the camera data of " + std::to_string(exif.size()) + " bytes does not fit into a JPEG file, " +
                        std::to_string(Longest_Segment_Data) + " are the limit");
+    Blank_XMP_Thumbnails(foreign.xmp);
     const auto xmp = XMP_Segments(foreign.xmp);
     if (!xmp) return tl::make_unexpected(xmp.error());
     const auto profile = Fits(foreign.profile, plan.colors) ? Profile_Segments(foreign.profile) : Bytes();

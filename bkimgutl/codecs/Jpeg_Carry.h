@@ -53,7 +53,7 @@ Result<void> Write_Carried(Replacement_File& target, const Jpeg_Parent& parent, 
 struct Foreign_Data {
     std::vector<std::byte> exif{};
     std::vector<std::byte> profile{};
-    std::vector<std::byte> xmp{}; ///< left out when it is longer than a segment
+    std::vector<std::byte> xmp{};
     std::vector<std::byte> resources{};
 };
 

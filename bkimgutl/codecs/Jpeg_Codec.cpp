@@ -109,24 +109,37 @@ Result<void> Write_From_Jpeg(Replacement_File& target, const Save_Request& reque
     return {};
 }
 
-/// What a TIFF parent gives along, all empty without a parent.
+/// What there is goes along whole, or the save fails: nothing is left out without a word.
+Result<Foreign_Data> Data_Of_Tiff(const std::string& path)
+{
+    const auto file = Regular_File::Open(path);
+    if (!file) return tl::make_unexpected(file.error());
+    Foreign_Data data;
+    struct Kind {
+        const char* name;
+        std::vector<std::byte>& bytes;
+        Result<std::vector<std::byte>> (Codec::*read)(const Regular_File&) const;
+    };
+    for (const Kind& kind :
+         {Kind{"camera data", data.exif, &Codec::Read_EXIF}, Kind{"colour profile", data.profile, &Codec::Read_Profile},
+          Kind{"XMP data", data.xmp, &Codec::Read_XMP},
+          Kind{"image resources", data.resources, &Codec::Read_Resources}}) {
+        auto found = (TIFF_Codec().*kind.read)(*file);
+        if (!found) return Failure(path + ": the " + kind.name + " cannot be carried along: " + found.error().text);
+        kind.bytes = std::move(*found);
+    }
+    return data;
+}
+
+/// From a TIFF parent or from none.
 Result<void> Write_From_Others(Replacement_File& target, const Save_Request& request, Image_File_Type parent_type)
 {
-    Foreign_Data foreign;
-    if (parent_type == Image_File_Type::TIFF) {
-        const auto file = Regular_File::Open(request.parent);
-        if (!file) return tl::make_unexpected(file.error());
-        auto block = TIFF_Codec().Read_EXIF(*file);
-        if (!block) return Failure(request.parent + ": " + block.error().text);
-        foreign.exif = std::move(*block);
-        if (auto found = TIFF_Codec().Read_Profile(*file)) foreign.profile = std::move(*found);
-        if (auto found = TIFF_Codec().Read_XMP(*file)) foreign.xmp = std::move(*found);
-        if (auto found = TIFF_Codec().Read_Resources(*file)) foreign.resources = std::move(*found);
-    }
+    auto foreign = parent_type == Image_File_Type::TIFF ? Data_Of_Tiff(request.parent) : Foreign_Data();
+    if (!foreign) return tl::make_unexpected(foreign.error());
     const Bitmap_View pixels = request.bitmap->View();
     const Encode_Settings settings{.quality = request.quality < 0 ? Usual_Quality : request.quality, .like = nullptr};
     const Carry_Plan plan = Plan_For(request, Pixels::Encoded, Colors_To_Store(pixels, settings));
-    if (auto head = Write_New_Head(target, std::move(foreign), plan); !head) return head;
+    if (auto head = Write_New_Head(target, std::move(*foreign), plan); !head) return head;
     return Encode_Jpeg(target, pixels, settings);
 }
 

@@ -1,8 +1,9 @@
 #include "bkimgutl/codecs/Jpeg_XMP.h"
 
+#include "bkimgutl/codecs/XMP_Thumbnails.h"
+
 #include <algorithm>
 #include <array>
-#include <map>
 #include <md5.h>
 #include <optional>
 #include <string_view>
@@ -53,6 +54,13 @@ Bytes Segment_Of(std::string_view data)
     return Segment_Bytes(Marker_APP1, {bytes.begin(), bytes.end()});
 }
 
+/// In place of as many bytes.
+void Put_Text(Bytes& bytes, std::size_t at, std::string_view text)
+{
+    const auto put = std::as_bytes(std::span(text));
+    std::copy(put.begin(), put.end(), bytes.begin() + std::ptrdiff_t(at));
+}
+
 /// The number of an extended packet: its MD5 in capital hexadecimal digits.
 std::string Number_Of(std::string_view extended)
 {
@@ -97,38 +105,78 @@ std::string_view Unwrapped(std::string_view packet)
     return packet;
 }
 
-/// The parts of one extended packet by their places.
-struct Extended {
-    std::size_t bytes = 0;
-    std::map<std::size_t, Bytes> parts{};
+/// A segment of an extended packet: the name, the length of the whole, the place of this part, the part.
+struct Part {
+    const Jpeg_Segment* segment;
+    Bytes data;
+
+    std::string_view Number() const { return Text_Of(data).substr(Extension_Head.size(), Name_Digits); }
+    std::size_t Length_Of_Whole() const { return Long_At(data, Part_Head - 8); }
+    std::size_t Place() const { return Long_At(data, Part_Head - 4); }
+    std::string_view Text() const { return Text_Of(data).substr(Part_Head); }
 };
 
-std::optional<std::string> Joined(const Extended& extended)
+/// In the order of their places.
+std::string Joined(const std::vector<Part>& parts)
 {
     std::string all;
-    for (const auto& [place, part] : extended.parts) {
-        if (place != all.size()) return std::nullopt;
-        all += Text_Of(part).substr(Part_Head);
-    }
-    return all.size() == extended.bytes ? std::optional(std::move(all)) : std::nullopt;
+    for (const Part& part : parts) all += part.Text();
+    return all;
 }
 
-std::optional<std::string> Extended_Packet(const Regular_File& file, const Jpeg_Head& head, std::string_view packet)
+bool Is_Whole(const std::vector<Part>& parts)
 {
-    Extended extended;
-    std::size_t read = 0;
-    for (const Jpeg_Segment& segment : head.segments) {
-        if (segment.marker != Marker_APP1 || segment.bytes < Part_Head) continue;
-        auto data = Read_Segment(file, segment);
-        if (!data) return std::nullopt;
-        const std::string_view text = Text_Of(*data);
-        const bool named = text.starts_with(Extension_Head) &&
-                           packet.find(text.substr(Extension_Head.size(), Name_Digits)) != std::string_view::npos;
-        if (!named || (read += data->size() - Part_Head) > Most_Extended) continue;
-        extended.bytes = Long_At(*data, Part_Head - 8);
-        extended.parts.emplace(Long_At(*data, Part_Head - 4), std::move(*data));
+    std::size_t end = 0;
+    for (const Part& part : parts) {
+        if (part.Place() != end) return false;
+        end += part.Text().size();
     }
-    return extended.parts.empty() ? std::nullopt : Joined(extended);
+    return end == parts.front().Length_Of_Whole();
+}
+
+/// What a file's segments hold of XMP.
+struct Found {
+    std::vector<Part> packets{};                         ///< the first one counts
+    std::map<std::string, std::vector<Part>> extended{}; ///< by their numbers, each in the order of the places
+};
+
+Result<Found> Find_XMP(const Regular_File& file, const Jpeg_Head& head)
+{
+    Found found;
+    std::size_t left = Most_Extended + Longest_Segment_Data;
+    for (const Jpeg_Segment& segment : head.segments) {
+        if (segment.marker != Marker_APP1 || segment.bytes < Packet_Head.size()) continue;
+        auto data = Read_Segment(file, segment);
+        if (!data) return tl::make_unexpected(data.error());
+        const std::string_view text = Text_Of(*data);
+        const bool is_packet = text.starts_with(Packet_Head);
+        const bool is_part = data->size() >= Part_Head && text.starts_with(Extension_Head);
+        if (!is_packet && !is_part) continue;
+        const std::size_t bytes = data->size() - (is_packet ? Packet_Head.size() : Part_Head);
+        if (bytes > left) return Failure("has XMP packets of more than " + std::to_string(Most_Extended) + " bytes");
+        left -= bytes;
+        Part part{&segment, std::move(*data)};
+        if (is_packet)
+            found.packets.push_back(std::move(part));
+        else
+            found.extended[std::string(part.Number())].push_back(std::move(part));
+    }
+    for (auto& [number, parts] : found.extended)
+        std::stable_sort(parts.begin(), parts.end(),
+                         [](const Part& one, const Part& other) { return one.Place() < other.Place(); });
+    return found;
+}
+
+/// The extended packet that the packet names; empty without one. A name alone says nothing: programs remove what they do
+/// not know and leave the name.
+Result<std::string> Extended_Packet(const Found& found, std::string_view packet)
+{
+    for (const auto& [number, parts] : found.extended) {
+        if (packet.find(number) == packet.npos) continue;
+        if (!Is_Whole(parts)) return Failure("has a damaged extended XMP packet");
+        return Joined(parts);
+    }
+    return std::string();
 }
 
 /// What stands between the tags of the RDF element, if its start tag says nothing but what rdf means: other names that it
@@ -169,12 +217,13 @@ void Remove_Pointer(std::string& packet)
 
 } // namespace
 
-std::string With_Extended_XMP(std::string packet, std::string_view extended)
+Result<std::string> With_Extended_XMP(std::string packet, std::string_view extended)
 {
     if (packet == Pointing_Packet(Number_Of(extended))) return Wrapped(extended);
     const auto descriptions = Descriptions_In(extended);
     std::size_t end = packet.rfind("</rdf:RDF>");
-    if (!descriptions || end == std::string::npos) return packet;
+    if (!descriptions || end == std::string::npos)
+        return Failure("has an extended XMP packet that cannot be joined with the first one");
     packet.insert(end, *descriptions);
     Remove_Pointer(packet);
     return packet;
@@ -182,18 +231,49 @@ std::string With_Extended_XMP(std::string packet, std::string_view extended)
 
 Result<Bytes> XMP_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head)
 {
-    for (const Jpeg_Segment& segment : head.segments) {
-        if (segment.marker != Marker_APP1 || segment.bytes < Packet_Head.size()) continue;
-        const auto data = Read_Segment(file, segment);
-        if (!data) return tl::make_unexpected(data.error());
-        if (!Text_Of(*data).starts_with(Packet_Head)) continue;
-        std::string packet(Text_Of(*data).substr(Packet_Head.size()));
-        if (const auto extended = Extended_Packet(file, head, packet))
-            packet = With_Extended_XMP(std::move(packet), *extended);
-        const auto bytes = std::as_bytes(std::span(packet));
-        return Bytes(bytes.begin(), bytes.end());
+    const auto found = Find_XMP(file, head);
+    if (!found) return tl::make_unexpected(found.error());
+    if (found->packets.empty()) return Bytes();
+    std::string packet(Text_Of(found->packets.front().data).substr(Packet_Head.size()));
+    const auto extended = Extended_Packet(*found, packet);
+    if (!extended) return tl::make_unexpected(extended.error());
+    if (!extended->empty()) {
+        auto joined = With_Extended_XMP(std::move(packet), *extended);
+        if (!joined) return tl::make_unexpected(joined.error());
+        packet = std::move(*joined);
     }
-    return Bytes();
+    const auto bytes = std::as_bytes(std::span(packet));
+    return Bytes(bytes.begin(), bytes.end());
+}
+
+Result<Mended_Segments> XMP_Without_Thumbnails(const Regular_File& file, const Jpeg_Head& head)
+{
+    auto found = Find_XMP(file, head);
+    if (!found) return tl::make_unexpected(found.error());
+    Mended_Segments mended;
+    for (auto& [number, parts] : found->extended) {
+        std::string all = Joined(parts);
+        if (!Blank_XMP_Thumbnails(std::as_writable_bytes(std::span(all)))) continue;
+        const std::string other_number = Number_Of(all);
+        std::size_t at = 0;
+        for (Part& part : parts) {
+            const std::size_t bytes = part.Text().size();
+            Put_Text(part.data, Extension_Head.size(), other_number);
+            Put_Text(part.data, Part_Head, std::string_view(all).substr(at, bytes));
+            at += bytes;
+            mended[part.segment] = part.data;
+        }
+        for (Part& packet : found->packets) {
+            const std::size_t named = Text_Of(packet.data).find(number);
+            if (named == std::string_view::npos) continue;
+            Put_Text(packet.data, named, other_number);
+            mended[packet.segment] = packet.data;
+        }
+    }
+    for (Part& packet : found->packets)
+        if (Blank_XMP_Thumbnails(std::span(packet.data).subspan(Packet_Head.size())))
+            mended[packet.segment] = packet.data;
+    return mended;
 }
 
 Result<Bytes> XMP_Segments(const Bytes& packet)

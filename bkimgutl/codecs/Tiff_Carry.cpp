@@ -2,6 +2,7 @@
 
 #include "bkimgutl/codecs/Image_Resources.h"
 #include "bkimgutl/codecs/Tiff_Camera.h"
+#include "bkimgutl/codecs/XMP_Thumbnails.h"
 
 #include <algorithm>
 #include <cstring>
@@ -131,13 +132,15 @@ Result<Tiff_Fields> Carried_Fields(const Tiff_Structure& parent, const Tiff_Dire
             fields.push_back(Kept_Field(entry));
             continue;
         }
+        if (!parent.Holds_Some_Of(entry)) continue; // there is nothing to carry
         auto value = parent.Value(entry, left);
         if (!value && entry.size <= parent.Size() && entry.size > left)
             return Failure("the file holds more data beside its picture than can be carried along");
-        if (!value) continue; // points outside of the file: there is nothing to carry
+        if (!value) return Failure(value.error().text + " and cannot be carried along");
         left -= value->size();
         if (entry.tag == Tiff_Tag::ICC_Profile && channels != 0 && !Profile_Fits(*value, channels)) continue;
         if (entry.tag == Tiff_Tag::Photoshop) Blank_Thumbnails(*value);
+        if (entry.tag == Tiff_Tag::XMP) Blank_XMP_Thumbnails(*value);
         fields.push_back({.tag = entry.tag, .type = entry.type, .count = entry.count, .value = std::move(*value)});
     }
     return fields;
@@ -167,16 +170,24 @@ Result<Tiff_Carried> Carried_From_Tiff(const Tiff_Structure& parent, const Tiff_
 
 namespace {
 
+Error Not_Carried(const Error& error)
+{
+    return {error.text + ", which cannot be carried along"};
+}
+
 /// Profile, XMP and image resources, which JPEG files keep in segments.
 Result<void> Take_Segments(const Regular_File& parent, int channels, Tiff_Fields& fields)
 {
     const auto profile = JPEG_Codec().Read_Profile(parent);
-    if (profile && Profile_Fits(*profile, channels))
+    if (!profile) return tl::make_unexpected(Not_Carried(profile.error()));
+    if (Profile_Fits(*profile, channels))
         Set_Field(fields, Bytes_Field(Tiff_Tag::ICC_Profile, Tiff_Type::Undefined, *profile));
-    if (const auto xmp = JPEG_Codec().Read_XMP(parent); xmp && !xmp->empty())
-        Set_Field(fields, Bytes_Field(Tiff_Tag::XMP, Tiff_Type::Byte, *xmp));
+    auto xmp = JPEG_Codec().Read_XMP(parent);
+    if (!xmp) return tl::make_unexpected(Not_Carried(xmp.error()));
+    Blank_XMP_Thumbnails(*xmp);
+    if (!xmp->empty()) Set_Field(fields, Bytes_Field(Tiff_Tag::XMP, Tiff_Type::Byte, *xmp));
     auto resources = JPEG_Codec().Read_Resources(parent);
-    if (!resources) return tl::make_unexpected(resources.error());
+    if (!resources) return tl::make_unexpected(Not_Carried(resources.error()));
     Blank_Thumbnails(*resources);
     if (!resources->empty()) Set_Field(fields, Bytes_Field(Tiff_Tag::Photoshop, Tiff_Type::Byte, *resources));
     if (const auto iptc = IPTC_Of_Resources(*resources); !iptc.empty())

@@ -341,12 +341,11 @@ public:
     }
     Result<std::vector<std::byte>> Read_Resources(const Regular_File& file) const override
     {
-        // Either may be damaged, or not be there, without the other.
-        const auto or_none = [](Result<std::vector<std::byte>> value) {
-            return std::move(value).value_or(std::vector<std::byte>());
-        };
-        auto iptc = IPTC_In_Order(or_none(Value_Of(file, Tiff_Tag::IPTC)));
-        return Resources_With_IPTC(or_none(Value_Of(file, Tiff_Tag::Photoshop)), iptc);
+        auto iptc = Value_Of(file, Tiff_Tag::IPTC);
+        if (!iptc) return iptc;
+        auto resources = Value_Of(file, Tiff_Tag::Photoshop);
+        if (!resources) return resources;
+        return Resources_With_IPTC(std::move(*resources), IPTC_In_Order(std::move(*iptc)));
     }
     Result<Bitmap> Load(const Regular_File& file, int scale_divisor) const override
     {
@@ -367,12 +366,13 @@ public:
     Result<void> Save(const Save_Request& request) const override { return Save_Tiff(request); }
 
 private:
+    /// Empty where there is none.
     static Result<std::vector<std::byte>> Value_Of(const Regular_File& file, std::uint16_t tag)
     {
         return With_First(file, [tag](const Tiff_Structure& structure, const Tiff_Directory& directory) {
             const Tiff_Entry* entry = directory.Find(tag);
-            return entry ? structure.Value(*entry, Most_Camera_Bytes)
-                         : Result<std::vector<std::byte>>(std::vector<std::byte>());
+            return entry && structure.Holds_Some_Of(*entry) ? structure.Value(*entry, Most_Camera_Bytes)
+                                                            : Result<std::vector<std::byte>>(std::vector<std::byte>());
         });
     }
     template <class Reader>

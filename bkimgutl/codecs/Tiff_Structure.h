@@ -116,6 +116,8 @@ public:
     Result<Tiff_Directory> Read_Directory(std::uint64_t position) const;
     Result<Tiff_Directory> First_Directory() const { return Read_Directory(first_); }
 
+    /// False when the value begins behind the end of the file: no byte of it is there.
+    bool Holds_Some_Of(const Tiff_Entry& entry) const { return entry.position < Size(); }
     /// The value as it stands. Fails when it leaves the file or is longer than `most_bytes`.
     Result<std::vector<std::byte>> Value(const Tiff_Entry& entry, std::uint64_t most_bytes) const;
     /// All values of an entry of an unsigned integer type.

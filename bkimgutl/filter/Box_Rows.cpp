@@ -1,5 +1,7 @@
 #include "bkimgutl/filter/Box_Rows.h"
 
+#include "bkimgutl/filter/Scratch.h"
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "bkimgutl/filter/Box_Rows.cpp"
 #include <hwy/foreach_target.h>
@@ -38,69 +40,54 @@ void Row_Sums(const std::uint8_t* const* rows, int row_count, std::size_t bytes,
     }
 }
 
-using Pixel_Tag = hn::Full128<std::uint32_t>;
-using Pixel = hn::Vec<Pixel_Tag>;
-
-HWY_INLINE Pixel Sums_At(const std::uint16_t* in)
-{
-    return hn::PromoteTo(Pixel_Tag(), hn::LoadU(hn::Rebind<std::uint16_t, Pixel_Tag>(), in));
-}
-
-/// (2 sum + n) / (2 n) rounded down. The half added to the numerator keeps the quotient of a multiple of n above the whole
-/// number by more than single precision can lose, and that of any other sum below the next.
-HWY_INLINE hn::Vec<hn::Rebind<std::int32_t, Pixel_Tag>> Mean(Pixel sum, float pixels)
-{
-    const hn::Rebind<float, Pixel_Tag> df;
-    const hn::Rebind<std::int32_t, Pixel_Tag> di;
-    const auto twice = hn::ConvertTo(df, hn::BitCast(di, hn::Add(sum, sum)));
-    return hn::ConvertTo(di, hn::Mul(hn::Add(twice, hn::Set(df, pixels + 0.5F)), hn::Set(df, 0.5F / pixels)));
-}
-
 using Two_Pixels_Tag = hn::Full128<std::uint16_t>;
+using Pixel_Tag = hn::Half<Two_Pixels_Tag>;
 
-/// The sum of the pixels first .. end - 1 where it fits 16 bits: two pixels a register, then both halves.
-HWY_INLINE Pixel Short_Block_Sum(const std::uint16_t* in, int pixels)
+/// The sums of the blocks of a line where they fit 16 bits: two pixels a register, then both halves. A fourth number is
+/// written behind the last block.
+void Block_Sums(const Box_Line& line, std::uint16_t* out)
 {
     const Two_Pixels_Tag d;
-    auto sum = hn::Zero(d);
-    int i = 0;
-    for (; i + 2 <= pixels; i += 2, in += 6) sum = hn::Add(sum, hn::LoadU(d, in));
-    sum = hn::Add(sum, hn::ShiftRightLanes<3>(d, sum));
-    if (i < pixels) sum = hn::Add(sum, hn::LoadU(d, in));
-    return hn::PromoteTo(Pixel_Tag(), hn::LowerHalf(sum));
-}
-
-HWY_INLINE Pixel Block_Sum(const std::uint16_t* in, int pixels)
-{
-    Pixel sum = Sums_At(in);
-    for (int i = 1; i < pixels; ++i) sum = hn::Add(sum, Sums_At(in + 3 * std::ptrdiff_t(i)));
-    return sum;
-}
-
-/// Writes a fourth byte behind the pixel.
-HWY_INLINE void Color_Mean(const Box_Line& line, int x, std::uint8_t* out)
-{
-    constexpr int most_short_pixels = 65535 / 255;
-    const hn::Rebind<std::uint8_t, Pixel_Tag> d8;
-    const int first = line.starts[x], columns = line.starts[x + 1] - first, pixels = columns * line.row_count;
-    const std::uint16_t* in = line.sums + 3 * std::ptrdiff_t(first);
-    const Pixel sum = pixels <= most_short_pixels ? Short_Block_Sum(in, columns) : Block_Sum(in, columns);
-    hn::StoreU(hn::DemoteTo(d8, Mean(sum, float(pixels))), d8, out);
-}
-
-void Color_Means(const Box_Line& line, std::uint8_t* out)
-{
     const std::size_t ahead_step = line.ahead.size() / std::size_t(line.count);
     std::size_t fetched = 0;
-    for (int x = 0; x + 1 < line.count; ++x) {
-        Color_Mean(line, x, out + 3 * std::ptrdiff_t(x));
+    for (int x = 0; x < line.count; ++x, out += 3) {
+        const std::uint16_t* in = line.sums + 3 * std::ptrdiff_t(line.starts[x]);
+        const int columns = line.starts[x + 1] - line.starts[x];
+        auto sum = hn::Zero(d);
+        int i = 0;
+        for (; i + 2 <= columns; i += 2, in += 6) sum = hn::Add(sum, hn::LoadU(d, in));
+        sum = hn::Add(sum, hn::ShiftRightLanes<3>(d, sum));
+        if (i < columns) sum = hn::Add(sum, hn::LoadU(d, in));
+        hn::StoreU(hn::LowerHalf(sum), Pixel_Tag(), out);
         // Summing the rows waits for memory, which has nothing to do here.
         for (; fetched < ahead_step * std::size_t(x); fetched += 64)
             __builtin_prefetch(line.ahead.data() + fetched, 0, 2);
     }
-    std::uint8_t last[4];
-    Color_Mean(line, line.count - 1, last);
-    std::memcpy(out + 3 * std::ptrdiff_t(line.count - 1), last, 3);
+}
+
+/// sum / n + 1 / 2 rounded down, n being the rows times the columns whose share 1 / columns stands for each sum. The quarter
+/// added to the sum keeps the quotient above a whole number that it should reach by more than single precision can lose, and
+/// below one that it should not.
+void Quotients(const std::uint16_t* sums, const float* shares, int row_count, std::size_t count, std::uint8_t* out)
+{
+    const hn::ScalableTag<float> d;
+    const hn::RebindToSigned<decltype(d)> di;
+    const hn::Rebind<std::uint16_t, decltype(d)> d16;
+    const hn::Rebind<std::uint8_t, decltype(d)> d8;
+    const std::size_t lanes = hn::Lanes(d);
+    const auto row_share = hn::Set(d, 1.0F / float(row_count));
+    const auto quotients = [&](std::size_t x, std::uint8_t* to) HWY_ATTR {
+        const auto sum = hn::ConvertTo(d, hn::PromoteTo(di, hn::LoadU(d16, sums + x)));
+        const auto share = hn::Mul(hn::LoadU(d, shares + x), row_share);
+        const auto mean = hn::MulAdd(hn::Add(sum, hn::Set(d, 0.25F)), share, hn::Set(d, 0.5F));
+        hn::StoreU(hn::DemoteTo(d8, hn::ConvertTo(di, mean)), d8, to);
+    };
+    std::size_t x = 0;
+    for (; x + lanes <= count; x += lanes) quotients(x, out + x);
+    if (x == count) return;
+    std::uint8_t rest[HWY_MAX_BYTES / 4];
+    quotients(x, rest);
+    std::memcpy(out + x, rest, count - x);
 }
 
 } // namespace bkimgutl::HWY_NAMESPACE
@@ -109,21 +96,24 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace bkimgutl {
 HWY_EXPORT(Row_Sums);
-HWY_EXPORT(Color_Means);
+HWY_EXPORT(Block_Sums);
+HWY_EXPORT(Quotients);
 } // namespace bkimgutl
 
 using namespace bkimgutl;
 
 namespace {
 
-void Grey_Means(const Box_Line& line, std::uint8_t* out)
+void Plain_Means(const Box_Line& line, std::uint8_t* out)
 {
     for (int x = 0; x < line.count; ++x) {
         const int first = line.starts[x], end = line.starts[x + 1];
         const std::uint32_t pixels = std::uint32_t(end - first) * std::uint32_t(line.row_count);
-        std::uint32_t sum = 0;
-        for (int i = first; i < end; ++i) sum += line.sums[i];
-        out[x] = std::uint8_t((2 * sum + pixels) / (2 * pixels));
+        for (int c = 0; c < line.channels; ++c) {
+            std::uint32_t sum = 0;
+            for (int i = first; i < end; ++i) sum += line.sums[std::ptrdiff_t(i) * line.channels + c];
+            *out++ = std::uint8_t((2 * sum + pixels) / (2 * pixels));
+        }
     }
 }
 
@@ -136,9 +126,12 @@ void Box_Row_Sums(const std::uint8_t* const* rows, int row_count, std::size_t by
 
 void Box_Means(const Box_Line& line, std::uint8_t* out)
 {
-    if (line.channels == 3)
-        HWY_DYNAMIC_DISPATCH(Color_Means)(line, out);
-    else
-        Grey_Means(line, out);
+    constexpr int most_short_pixels = 65535 / 255;
+    if (line.channels != 3 || line.most_columns * line.row_count > most_short_pixels) return Plain_Means(line, out);
+    constexpr std::size_t room = 64; // vector code runs over the end
+    const std::size_t count = 3 * std::size_t(line.count);
+    std::uint16_t* sums = Scratch<struct Box_Line, std::uint16_t>(count + room);
+    HWY_DYNAMIC_DISPATCH(Block_Sums)(line, sums);
+    HWY_DYNAMIC_DISPATCH(Quotients)(sums, line.shares, line.row_count, count, out);
 }
 #endif

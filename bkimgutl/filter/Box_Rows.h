@@ -18,6 +18,8 @@ void Box_Row_Sums(const std::uint8_t* const* rows, int row_count, std::size_t by
 struct Box_Line {
     const std::uint16_t* sums;
     const std::int32_t* starts; ///< count + 1 places
+    const float* shares;        ///< 1 by the columns of its block for each sample; readable for a register beyond
+    int most_columns;           ///< of a block
     int count;
     int channels; ///< 1 or 3
     int row_count;

@@ -25,6 +25,17 @@ std::vector<std::int32_t> Block_Starts(int from, int to)
     return starts;
 }
 
+std::vector<float> Column_Shares(const std::vector<std::int32_t>& starts, int channels)
+{
+    constexpr std::size_t room = 64; // vector code runs over the end
+    std::vector<float> shares;
+    shares.reserve(starts.size() * std::size_t(channels) + room);
+    for (std::size_t i = 0; i + 1 < starts.size(); ++i)
+        shares.insert(shares.end(), std::size_t(channels), 1 / float(starts[i + 1] - starts[i]));
+    shares.resize(shares.size() + room);
+    return shares;
+}
+
 } // namespace
 
 bool Can_Scale_By_Box(const Bitmap_View& source, int width, int height)
@@ -37,6 +48,8 @@ bool Can_Scale_By_Box(const Bitmap_View& source, int width, int height)
 void Scale_By_Box(const Bitmap_View& source, const Mutable_Bitmap_View& target)
 {
     const auto columns = Block_Starts(source.width, target.width), lines = Block_Starts(source.height, target.height);
+    const auto shares = Column_Shares(columns, source.bytes_per_pixel);
+    const int most_columns = Most_Block(source.width, target.width);
     const std::size_t cost = source.Row_Bytes() * std::size_t(source.height) / std::size_t(target.height);
     For_Rows(target.height, cost, [&](int first, int end) {
         std::uint16_t* sums = Scratch<struct Box_Sums, std::uint16_t>(source.Row_Bytes() + 64);
@@ -45,7 +58,14 @@ void Scale_By_Box(const Bitmap_View& source, const Mutable_Bitmap_View& target)
             const int top = lines[std::size_t(y)], count = lines[std::size_t(y) + 1] - top;
             for (int i = 0; i < count; ++i) rows[i] = source.Row(top + i);
             Box_Row_Sums(rows, count, source.Row_Bytes(), sums);
-            Box_Line line{sums, columns.data(), target.width, source.bytes_per_pixel, count, {}};
+            Box_Line line{.sums = sums,
+                          .starts = columns.data(),
+                          .shares = shares.data(),
+                          .most_columns = most_columns,
+                          .count = target.width,
+                          .channels = source.bytes_per_pixel,
+                          .row_count = count,
+                          .ahead = {}};
             if (y + 1 < end) // the rows below, which begin in memory with the last of them where it is bottom-up
                 line.ahead = {source.Row(source.step < 0 ? top + 2 * count - 1 : top + count),
                               std::size_t(std::abs(source.step)) * std::size_t(count)};

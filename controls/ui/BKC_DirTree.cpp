@@ -37,7 +37,7 @@ BKC_DirTree::BKC_DirTree(QWidget* parent) : QTreeView(parent), folders_(new Fold
     connect(&settle_, &QTimer::timeout, this, &BKC_DirTree::Disk_Changed);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this](const QString& folder) {
         if (!changed_folders_.contains(folder)) changed_folders_ += folder;
-        settle_.start();
+        if (!settle_.isActive()) settle_.start(); // a steady stream of changes still shows
     });
     connect(this, &QTreeView::expanded, this, &BKC_DirTree::Opened);
     connect(this, &QTreeView::collapsed, this, &BKC_DirTree::Unwatch_Below);

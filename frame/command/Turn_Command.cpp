@@ -27,11 +27,15 @@ void Add_Overwrite(Command_Line& line)
     line.Add_Flag(Overwrite, QStringLiteral("Write over read-only files, and files that hold more than is kept."));
 }
 
-/// A negative angle in the first place would be taken for an option.
+/// A negative angle would be taken for an option. "-0" is one: names end with a zero byte.
 QStringList With_Plain_Angle(QStringList arguments)
 {
-    if (!arguments.isEmpty())
-        if (const auto degrees = Right_Angle(arguments[0])) arguments[0] = QString::number(*degrees);
+    for (QString& argument : arguments) {
+        const auto degrees = Right_Angle(argument);
+        if (!degrees || argument == u"-0") continue;
+        argument = QString::number(*degrees);
+        break;
+    }
     return arguments;
 }
 

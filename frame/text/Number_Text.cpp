@@ -12,7 +12,8 @@ struct Decimal {
     int whole = 0;
 };
 
-Decimal Shortest_Decimal(double magnitude)
+template <class Number>
+Decimal Shortest_Decimal(Number magnitude)
 {
     char text[400];
     const auto end = std::to_chars(text, text + sizeof text, magnitude, std::chars_format::fixed).ptr;
@@ -58,9 +59,8 @@ std::optional<Number> Whole_Text_As(const QString& text)
     return number;
 }
 
-} // namespace
-
-QString Format_Number(double value, const QString& format)
+template <class Number>
+QString Formatted(Number value, const QString& format)
 {
     if (!std::isfinite(value)) value = 0;
     const auto point = format.indexOf(u'.');
@@ -81,6 +81,18 @@ QString Format_Number(double value, const QString& format)
     text += QString::fromLatin1(whole);
     if (point >= 0) text += u'.' + QString::fromLatin1(places);
     return text;
+}
+
+} // namespace
+
+QString Format_Number(double value, const QString& format)
+{
+    return Formatted(value, format);
+}
+
+QString Format_Number(float value, const QString& format)
+{
+    return Formatted(value, format);
 }
 
 QString Text_Of_Single(float value)

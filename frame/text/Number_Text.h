@@ -7,8 +7,10 @@
 
 /// A number in a format of "#", "0" and one ".", such as "0.0##", "#0.0", "###0.00", "0": "0" is a digit that is always
 /// shown, "#" one that is shown when needed. Rounds the shortest decimal text of the number half away from zero, so that
-/// 0.25 in "#0.0" is 0.3 as one would do on paper. Not a number and infinity give "0" in the format.
+/// 0.25 in "#0.0" is 0.3 as one would do on paper. Not a number and infinity give "0" in the format. A Single is rounded by
+/// its own shortest text: 1 / 400 in "0.0##" is 0.003, though the nearest Single lies below 0.0025.
 QString Format_Number(double value, const QString& format);
+QString Format_Number(float value, const QString& format);
 
 /// The shortest decimal text of at most seven significant digits, without an exponent: 0.005F is "0.005", 1 is "1".
 QString Text_Of_Single(float value);

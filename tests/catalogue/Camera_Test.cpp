@@ -67,25 +67,58 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Line_Case{"an_empty_block_has_no_lines", Make(), ""},
         Line_Case{"white_balance_0_is_auto", Make().Short(37384, 0), "White Balance: Auto"},
+        Line_Case{"white_balance_1", Make().Short(37384, 1), "White Balance: Daylight"},
+        Line_Case{"white_balance_2", Make().Short(37384, 2), "White Balance: Fluorescent"},
+        Line_Case{"white_balance_3", Make().Short(37384, 3), "White Balance: Tungsten"},
         Line_Case{"white_balance_4_leaves_the_line_out", Make().Short(37384, 4), ""},
         Line_Case{"exposure_program_0_leaves_the_line_out", Make().Short(34850, 0), ""},
         Line_Case{"exposure_program_9_leaves_the_line_out", Make().Short(34850, 9), ""},
+        Line_Case{"exposure_program_1", Make().Short(34850, 1), "Exposure Program: Manual"},
+        Line_Case{"exposure_program_2", Make().Short(34850, 2), "Exposure Program: Program"},
+        Line_Case{"exposure_program_4", Make().Short(34850, 4), "Exposure Program: Shutter Priority"},
+        Line_Case{"exposure_program_5", Make().Short(34850, 5), "Exposure Program: Slow Program"},
+        Line_Case{"exposure_program_6", Make().Short(34850, 6), "Exposure Program: High-Speed Program"},
+        Line_Case{"exposure_program_7", Make().Short(34850, 7), "Exposure Program: Portrait"},
         Line_Case{"exposure_program_8_is_the_last", Make().Short(34850, 8), "Exposure Program: Landscape"},
+        Line_Case{"metering_mode_0_leaves_the_line_out", Make().Short(37383, 0), ""},
+        Line_Case{"metering_mode_1", Make().Short(37383, 1), "Metering Mode: Average"},
+        Line_Case{"metering_mode_2", Make().Short(37383, 2), "Metering Mode: Center weighted Average"},
+        Line_Case{"metering_mode_3", Make().Short(37383, 3), "Metering Mode: Spot"},
+        Line_Case{"metering_mode_4", Make().Short(37383, 4), "Metering Mode: Multi-spot"},
         Line_Case{"metering_mode_6_leaves_the_line_out", Make().Short(37383, 6), ""},
         Line_Case{"a_date_without_a_date_taken_stands_alone", Make().Text(306, "2003:05:01 12:00:00"),
                   "Date/Time: 2003:05:01 12:00:00"},
         Line_Case{"a_digitized_date_without_a_date_taken_is_not_shown", Make().Text(36868, "2003:05:01 12:00:00"), ""},
         Line_Case{"a_time_of_2_seconds_has_no_reciprocal", Make().Ratio(33434, 2, 1), "Shutter Speed: 2.0s"},
         Line_Case{"a_time_of_0_004_has_one", Make().Ratio(33434, 4, 1000), "Shutter Speed: 0.004s (1/250)"},
+        Line_Case{"a_time_is_rounded_as_on_paper", Make().Ratio(33434, 1, 400), "Shutter Speed: 0.003s (1/400)"},
+        Line_Case{"a_bias_is_rounded_as_on_paper", Make().Signed_Ratio(37380, -65, 100), "Exposure Bias: -0.7ev"},
+        Line_Case{"a_short_time_shows_in_its_reciprocal", Make().Ratio(33434, 1, 8000), "Shutter Speed: 0.0s (1/8000)"},
+        Line_Case{"a_shutter_value_below_0_is_a_long_time", Make().Signed_Ratio(37377, -2, 1), "Shutter Speed: 4.0s"},
+        Line_Case{"a_shutter_value_of_0_is_none", Make().Signed_Ratio(37377, 0, 1), ""},
         Line_Case{"the_shutter_value_stands_in_for_the_time", Make().Signed_Ratio(37377, 2, 1),
                   "Shutter Speed: 0.25s (1/4)"},
         Line_Case{"the_exposure_time_is_preferred", Make().Signed_Ratio(37377, 2, 1).Ratio(33434, 1, 1),
                   "Shutter Speed: 1.0s"},
         Line_Case{"the_aperture_value_stands_in_for_the_f_number", Make().Ratio(37378, 5, 1), "Aperture: f/5.7"},
+        Line_Case{"the_f_number_is_preferred", Make().Ratio(37378, 5, 1).Ratio(33437, 8, 1), "Aperture: f/8.0"},
+        Line_Case{"an_aperture_of_0_is_none", Make().Ratio(37378, 0, 1).Ratio(37381, 0, 1), ""},
         Line_Case{"a_zero_denominator_gives_0", Make().Ratio(33437, 5, 0), ""},
         Line_Case{"a_width_without_a_height_is_no_size", Make().Short(40962, 100), ""},
         Line_Case{"an_unlimited_distance_has_no_number", Make().Ratio(37382, 0xFFFFFFFF, 1), ""},
         Line_Case{"flash_bit_0_alone_counts", Make().Short(37385, 0x10), ""},
+        Line_Case{"a_number_may_be_a_byte", Make().Raw(34850, 1, 1, "\3"), "Exposure Program: Aperture Priority"},
+        Line_Case{"a_number_may_be_a_signed_byte", Make().Raw(37379, 6, 1, "\xFE"), "Brightness Value: -2.0ev"},
+        Line_Case{"a_number_may_be_a_signed_short", Make().Raw(37379, 8, 1, "\xFE\xFF"), "Brightness Value: -2.0ev"},
+        Line_Case{"a_number_may_be_a_signed_long", Make().Raw(37379, 9, 1, "\xFE\xFF\xFF\xFF"),
+                  "Brightness Value: -2.0ev"},
+        Line_Case{"a_number_may_be_a_float", Make().Raw(37379, 11, 1, std::string("\0\0\x20\x40", 4)),
+                  "Brightness Value: 2.5ev"},
+        Line_Case{"a_number_may_be_a_double", Make().Raw(37379, 12, 1, std::string("\0\0\0\0\0\0\x04\x40", 8)),
+                  "Brightness Value: 2.5ev"},
+        Line_Case{"a_text_of_numbers_is_none", Make().Raw(271, 3, 2, "ABCD"), ""},
+        Line_Case{"a_number_of_a_text_is_none", Make().Text(37379, "2"), ""},
+        Line_Case{"a_type_beyond_12_is_passed_over", Make().Raw(34850, 13, 1, std::string("\3\0\0\0", 4)), ""},
         Line_Case{"a_blank_make_is_empty", Make().Text(271, "   "), ""},
         Line_Case{"a_text_in_its_entry", Make().Text(271, "ab"), "Make: ab"}),
     [](const auto& row) { return row.param.name; });
@@ -112,6 +145,16 @@ INSTANTIATE_TEST_SUITE_P(
         Summary_Case{"shutter_value_in_place_of_the_time", Make().Signed_Ratio(37377, 3, 1), QStringLiteral("1/8s")},
         Summary_Case{"nothing", Make(), QString()}),
     [](const auto& row) { return row.param.name; });
+
+TEST(Camera_Block, Has_Texts_That_The_Report_Leaves_Out)
+{
+    const Camera_Record record =
+        Record(Make().Text(270, " Sea ").Text(305, "Works 1").Raw(37510, 7, 15, std::string("ASCII\0\0\0a shell", 15)));
+    EXPECT_EQ("Sea", record.Image_Description);
+    EXPECT_EQ("Works 1", record.Software);
+    EXPECT_EQ("a shell", record.User_Comment) << "behind the name of its character code";
+    EXPECT_EQ(QString(), Camera_Report(record));
+}
 
 TEST(Camera_Block, That_Is_None_Gives_Nothing)
 {

@@ -64,6 +64,29 @@ TEST_F(Listing, An_Unknown_Key_Gives_Neutral_Values_And_Writers_Do_Nothing)
     EXPECT_TRUE(platform.dialogs.asked.empty());
 }
 
+TEST_F(Listing, Each_Reader_Gives_Its_Own_Field)
+{
+    const int key = Add("a.jpg", {}, 8);
+    Picture_Item& item = Item(key);
+    item.Description = "the sea";
+    item.File_Date = 12345.25;
+    item.Rotate = 270;
+    item.Interval_In_Seconds = 2.5F;
+    EXPECT_EQ("the sea", form.Return_Picture_Description(key));
+    EXPECT_EQ(12345.25, form.Return_Picture_File_Date(key));
+    EXPECT_EQ("a.jpg", form.Return_Picture_File_Name(key));
+    EXPECT_EQ("/photos/a.jpg", form.Return_Picture_Path(key));
+    EXPECT_EQ(270, form.Return_Picture_Rotate(key));
+    EXPECT_EQ(2.5F, form.Return_Picture_Interval_In_Seconds(key));
+    EXPECT_EQ(400, form.Return_Picture_Horz_Pixels(key));
+    EXPECT_EQ(300, form.Return_Picture_Vert_Pixels(key));
+    EXPECT_EQ(8, form.Return_Picture_Pixel_Depth(key));
+    form.Set_Picture_Horz_Resolution(key, 240);
+    form.Set_Picture_Vert_Resolution(key, 120);
+    EXPECT_EQ(240, form.Return_Picture_Horz_Resolution(key));
+    EXPECT_EQ(120, form.Return_Picture_Vert_Resolution(key));
+}
+
 TEST_F(Listing, Agrees_With_A_Plain_Search_Through_Random_Appends_And_Removals)
 {
     const unsigned seed = 20260314;

@@ -46,8 +46,15 @@ TEST_F(Scripts, An_Empty_Text_With_A_Bad_Index_Does_Nothing)
 TEST_F(Scripts, An_Empty_Text_With_A_Valid_Index_Clears_The_Listed_Types_But_Writes_Nothing)
 {
     form.Set_Picture_All_Script_Items(key, "Blur(2,50,RGB);Crop(1,2,3,4)");
+    Item(key).Script_Modified = false;
+    view.drawn.clear();
+    EXPECT_EQ(2, form.Set_Picture_Script_Item(key, "", std::vector<int>{7}, 2));
+    EXPECT_FALSE(Item(key).Script_Modified) << "there was nothing to clear";
+    EXPECT_TRUE(view.drawn.isEmpty());
     EXPECT_EQ(2, form.Set_Picture_Script_Item(key, "", std::vector<int>{8}, 2));
     EXPECT_EQ("Crop(1,2,3,4)", All());
+    EXPECT_TRUE(Item(key).Script_Modified);
+    EXPECT_EQ(QList<int>{1}, view.drawn);
 }
 
 TEST_F(Scripts, What_Was_Just_Written_Survives_The_Clearing_Of_Its_Own_Type)

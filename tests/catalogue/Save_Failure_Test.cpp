@@ -6,6 +6,7 @@
 #include "tests/support/Failing_Calls.h"
 
 #include <cerrno>
+#include <filesystem>
 
 namespace {
 
@@ -89,6 +90,15 @@ TEST_F(Save_Failure, Leaves_The_Record_As_It_Was)
     EXPECT_EQ("Crop(1,2,3,4)", form.Recall_Picture_All_Script_Items(key));
     EXPECT_TRUE(Item(key).Description_Modified);
     EXPECT_EQ(160, form.Return_Picture_Horz_Pixels(key));
+}
+
+TEST_F(Save_Failure, Does_Not_Ask_Again_For_The_Other_Names_Of_The_File)
+{
+    std::filesystem::create_hard_link(File("a.jpg"), File("b.jpg"));
+    platform.dialogs.answers = {Message_Answer::Yes};
+    Failing_Calls::Refuse_Always("fsync", EIO);
+    EXPECT_FALSE(Save());
+    EXPECT_TRUE(Save()) << Last_Message().toStdString();
 }
 
 TEST_F(Save_Failure, In_A_Series_Is_Skipped_Without_A_Message)

@@ -1,4 +1,3 @@
-#include "catalogue/Save_Qualifier.h"
 #include "frame/files/Replacement_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
@@ -44,8 +43,10 @@ TEST_F(Saving, Under_A_New_Name_Leaves_The_Record_And_Lists_The_Copy)
 {
     const int key = Pick_New("a.jpg");
     form.Rotate_Picture(key, 90);
+    form.Set_Picture_All_Script_Items(key, "Crop(1,2,3,4)");
     ASSERT_TRUE(Save_To(key, "b.jpg"));
     EXPECT_EQ(90, form.Return_Picture_Rotate(key));
+    EXPECT_EQ("Crop(1,2,3,4)", Get_Image_Script(Path("b.jpg"), 0)) << "as the record has it";
     EXPECT_EQ(2, form.State().pictures.Count());
     EXPECT_EQ(2, form.Return_Picture_Key(Path("b.jpg"), false));
 }
@@ -109,11 +110,53 @@ TEST_F(Saving, Over_Another_Listed_Picture_Takes_The_Listed_Types_Out_Of_That_On
     EXPECT_EQ(80, form.Return_Picture_Horz_Pixels(other));
 }
 
+TEST_F(Saving, Over_Another_Listed_Picture_Of_Another_Type_Changes_The_Type_Of_That_One)
+{
+    const int key = Pick_New("a.jpg");
+    const int other = Pick_New("b.jpg");
+    ASSERT_TRUE(Save_To(key, "b.jpg", "TIF"));
+    EXPECT_EQ(2, Item(other).File_Type);
+    EXPECT_EQ(1, Item(key).File_Type);
+    EXPECT_TRUE(bool(Owned_Bitmap(form.Return_Picture(other, 0, 1))));
+}
+
+TEST_F(Saving, A_Thumbnail_Keeps_Its_Divisor_As_Long_As_The_Picture_Keeps_Its_Size)
+{
+    const int key = Pick_New("a.jpg");
+    Item(key).Scale_Divisor = 3;
+    const Owned_Bitmap same = Drawn_Bitmap(160, 96, 4);
+    ASSERT_TRUE(form.Save_Adjusted_Picture(key, same.Get(), {}, {}, Clear_Nothing, true));
+    EXPECT_EQ(3, Item(key).Scale_Divisor);
+    ASSERT_TRUE(Save_Onto_Itself(key));
+    EXPECT_EQ(1, Item(key).Scale_Divisor) << "found anew for 80 x 50";
+}
+
+TEST_F(Saving, Stores_The_Resolutions_Of_The_Record)
+{
+    const int key = Pick_New("a.jpg");
+    form.Set_Picture_Horz_Resolution(key, 240);
+    form.Set_Picture_Vert_Resolution(key, 120);
+    ASSERT_TRUE(Save_Onto_Itself(key));
+    File_Dimensions facts;
+    ASSERT_TRUE(Get_Dimensions(Path("a.jpg"), 0, facts));
+    EXPECT_EQ(240, facts.horizontal_dpi);
+    EXPECT_EQ(120, facts.vertical_dpi);
+}
+
+TEST_F(Saving, Beside_The_Kept_Name_Of_An_Interrupted_Save_Asks_Nothing)
+{
+    const int key = Pick_New("a.jpg");
+    std::filesystem::create_hard_link(File("a.jpg"), File("a.jpg~"));
+    EXPECT_TRUE(Save_Onto_Itself(key)) << Last_Message().toStdString();
+    EXPECT_EQ(QStringList{"a.jpg"}, Names());
+}
+
 TEST_F(Saving, Without_A_Bitmap_Nothing_Is_Written)
 {
     const int key = Pick_New("a.jpg");
     const std::string before = Contents_Of(File("a.jpg"));
     EXPECT_FALSE(form.Save_Adjusted_Picture(key, 0, {}, {}, Clear_Nothing, true));
+    EXPECT_TRUE(platform.dialogs.asked.empty()) << Last_Message().toStdString();
     EXPECT_EQ(before, Contents_Of(File("a.jpg")));
 }
 
@@ -209,9 +252,10 @@ TEST_F(Saving, A_Read_Only_File_Is_Asked_For_And_Stays_On_No)
     chmod(File("a.jpg").c_str(), 0444);
     const int answer = As_Ordinary_User([&] {
         EXPECT_FALSE(Save_Onto_Itself(key));
+        if (platform.dialogs.asked.back().buttons != Message_Buttons::Yes_No) return 2;
         return Last_Message() == Path("a.jpg") + " is Read-only, do you wish to overwrite?" ? 0 : 1;
     });
-    EXPECT_EQ(0, answer);
+    EXPECT_EQ(0, answer) << "1 another message, 2 other buttons";
     EXPECT_EQ(before, Contents_Of(File("a.jpg")));
 }
 
@@ -250,6 +294,19 @@ TEST_F(Saving, Method_3_Asks_And_Only_Yes_Saves)
     EXPECT_EQ("This will overwrite (modify) your original(s), are you sure?", Last_Message());
     platform.dialogs.answers = {Message_Answer::Yes};
     EXPECT_TRUE(form.Save_Picture(3, key, bitmap.Get(), {}, Clear_Nothing));
+}
+
+TEST_F(Saving, Any_Other_Method_Saves_To_The_Own_Path_As_If_It_Were_A_New_Name)
+{
+    for (const int method : {0, 1, 6, -1}) {
+        const int key = Pick_New(QString("a%1.jpg").arg(method));
+        form.Rotate_Picture(key, 90);
+        const Owned_Bitmap bitmap = Drawn_Bitmap(80, 50, 9);
+        EXPECT_TRUE(form.Save_Picture(method, key, bitmap.Get(), {}, Clear_Nothing)) << Last_Message().toStdString();
+        EXPECT_EQ(80, form.Return_Picture_Horz_Pixels(key));
+        EXPECT_EQ(90, form.Return_Picture_Rotate(key)) << "stays pending, as for a copy";
+    }
+    EXPECT_EQ(4, form.State().pictures.Count());
 }
 
 TEST_F(Saving, Method_2_Copies_The_Original_To_A_Snapshot_First)
@@ -416,23 +473,6 @@ TEST_F(Saving, A_Cancelled_Prompt_Stops_The_Series_Unless_The_User_Goes_On)
     EXPECT_EQ(1, form.Save_Selected_As({.Save_Option = Save_Options::Target::Prompted_Copy}));
     EXPECT_EQ("Do you wish to continue?", platform.dialogs.asked[0].text);
     EXPECT_EQ("a-.jpg", platform.dialogs.pick_asked[0].name);
-}
-
-TEST(Save_Qualifier, Is_Split_Off_But_Folders_Are_Not)
-{
-    EXPECT_EQ("/tmp/a.jpg", Split_Qualifier("/tmp/a.jpg:tif:80").name);
-    EXPECT_EQ("tif:80", Split_Qualifier("/tmp/a.jpg:tif:80").qualifier);
-    EXPECT_EQ("/tmp/a.jpg", Split_Qualifier("/tmp/a.jpg/80").name);
-    EXPECT_EQ("/tmp/80", Split_Qualifier("/tmp/80").name) << "a file of that name";
-    EXPECT_EQ("/tmp/a.jpg:101", Split_Qualifier("/tmp/a.jpg:101").name) << "no quality";
-}
-
-TEST(Save_Options, A_Blank_Quality_Is_The_Parents)
-{
-    EXPECT_EQ(80, Save_Options_Quality(" 80 "));
-    EXPECT_EQ(-2, Save_Options_Quality(""));
-    EXPECT_EQ(-2, Save_Options_Quality("8x"));
-    EXPECT_EQ(-2, Save_Options_Quality("101"));
 }
 
 } // namespace

@@ -83,6 +83,8 @@ TEST_F(Selecting, For_A_Slide_Show_One_Selected_Picture_Is_No_Selection)
     Select({3});
     EXPECT_EQ((Indices{1, 2, 3, 4}), For_Function(Selection_Mode::All_If_None, Select_Access::Shared, 2));
     EXPECT_EQ((Indices{3}), For_Function(Selection_Mode::Selected_Silently, Select_Access::Shared, 2));
+    Select({2});
+    EXPECT_EQ((Indices{3, 2}), For_Function(Selection_Mode::All_If_None, Select_Access::Shared, 2)) << "two are one";
 }
 
 TEST_F(Selecting, With_Mode_0_Nothing_Selected_Is_A_Message_And_With_Mode_2_It_Is_Not)
@@ -102,6 +104,31 @@ TEST_F(Selecting, A_Soft_Lock_Stops_Only_Who_Wants_The_Picture_Alone)
     Item(2).Lock_Flags = Hard;
     EXPECT_EQ((Indices{}), For_Function(Selection_Mode::Selected_With_Message, Select_Access::Exclusive));
     EXPECT_EQ("2 pictures locked by another function.", Last_Message());
+}
+
+TEST_F(Selecting, Windows_Are_Given_The_Keys_Of_What_Is_Free_For_Them)
+{
+    Select({3, 1});
+    Item(1).Lock_Flags = Soft;
+    std::vector<int> keys{77};
+    EXPECT_EQ(2, form.Return_Selected_Picture_Keys(keys, Select_Access::Shared));
+    EXPECT_EQ((std::vector<int>{3, 1}), keys);
+    EXPECT_EQ(1, form.Return_Selected_Picture_Keys(keys, Select_Access::Exclusive));
+    EXPECT_EQ((std::vector<int>{3}), keys);
+    EXPECT_EQ("1 picture locked by another function.", Last_Message());
+    form.Set_Picture_Selected(0, false);
+    EXPECT_EQ(0, form.Return_Selected_Picture_Keys(keys, Select_Access::Shared));
+    EXPECT_TRUE(keys.empty());
+    EXPECT_EQ("No pictures selected for function.", Last_Message());
+}
+
+TEST_F(Selecting, By_Key_Redraws_The_Strip_And_The_Status_Line)
+{
+    const int drawn = view.all_drawn, updated = view.status_updates;
+    form.Set_Picture_Key_Selected(2, true);
+    EXPECT_EQ(drawn + 1, view.all_drawn);
+    EXPECT_EQ(updated + 1, view.status_updates);
+    EXPECT_EQ(QList<int>{2}, view.frames);
 }
 
 TEST_F(Selecting, The_Low_Bits_Are_No_Locks)

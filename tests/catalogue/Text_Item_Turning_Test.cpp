@@ -62,6 +62,32 @@ TEST_P(Mirroring, Gives_The_Item)
     EXPECT_EQ(GetParam().after.toStdString(), Mirrored(GetParam().before, GetParam().flip).toStdString());
 }
 
+QString Turned(const QString& script, int degrees)
+{
+    Script_Item_Array items = Items_Of(script);
+    Turn_Items(items, degrees, {160, 96});
+    return Join_Script_Items(items);
+}
+
+TEST(Turning_Items, Leaves_What_It_Cannot_Read_And_What_Is_No_Right_Angle)
+{
+    for (const char* script : {"Crop(1,2)", "Crop(1,2,x,4)", "Text(\"<Paragraph orgx='1' orgy='2' escape='0'>",
+                               "Text(\"plain\")", "Blur(2,50,RGB)"})
+        EXPECT_EQ(script, Turned(script, 90).toStdString());
+    const QString whole = Paragraph("10", "30", 0) + ";Crop(1,2,3,4)";
+    for (const int degrees : {0, 45, 360, -720}) EXPECT_EQ(whole, Turned(whole, degrees)) << degrees;
+    EXPECT_EQ(Paragraph("30", "150", 900) + ";Crop(2,3,4,1)", Turned(whole, 90));
+    EXPECT_EQ(Paragraph("150", "66", 1800) + ";Crop(3,4,1,2)", Turned(whole, 180));
+    EXPECT_EQ(Paragraph("66", "10", 2700) + ";Crop(4,1,2,3)", Turned(whole, -90));
+}
+
+TEST(Turning_Items, Knows_An_Attribute_By_Its_Whole_Name)
+{
+    const QString script =
+        Turned("Text(\"<Paragraph xorgx='7' width='50' orgx='10' orgy='30' escape='0' >a</Paragraph>\")", 90);
+    EXPECT_TRUE(script.contains("xorgx='7' width='50' orgx='30' orgy='150' escape='900'")) << script.toStdString();
+}
+
 TEST(Mirroring_Items, Twice_Gives_The_Items_Back)
 {
     for (const int flip : {Flip_Left_To_Right, Flip_Top_To_Bottom}) {

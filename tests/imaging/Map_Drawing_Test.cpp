@@ -1,5 +1,7 @@
 #include "imaging/Map_Drawing.h"
 
+#include "tests/imaging/Small_Pictures.h"
+
 #include <gtest/gtest.h>
 #include <numeric>
 
@@ -40,8 +42,10 @@ TEST_F(Map_Handles, Are_Picked_In_The_Plot_By_X_And_At_The_Left_By_Y)
     EXPECT_EQ(Selected(), Handle_Interior + 2);
     view.Select_Map_Handle(2, 255 - 100);
     EXPECT_EQ(Selected(), Handle_Interior + 1);
-    view.Select_Map_Handle(2, 255 - 190);
+    view.Select_Map_Handle(0, 255 - 190);
     EXPECT_EQ(Selected(), Handle_Interior + 2);
+    view.Select_Map_Handle(-1, 255 - 190);
+    EXPECT_EQ(Selected(), Handle_None) << "beside the strip";
 }
 
 TEST_F(Map_Handles, Without_Interior_Points_None_Is_Picked)
@@ -140,6 +144,23 @@ TEST(Clip_Height, Cuts_Four_To_Six_Columns)
     EXPECT_LE(above, 6);
 }
 
+/// The height for `count` columns of 200 among many empty ones; 6400 samples, so that the search begins at 100.
+std::int64_t Height_For(int count)
+{
+    std::vector<std::int64_t> columns(std::size_t(count), 200);
+    columns.resize(250);
+    return Histogram_Clip_Height(columns, 6400);
+}
+
+TEST(Clip_Height, Halves_Its_Step_From_A_128th_Of_The_Samples_Down_To_2)
+{
+    EXPECT_EQ(Height_For(3), 100 - 50 - 25 - 12 - 6 - 3);
+    EXPECT_EQ(Height_For(4), 100);
+    EXPECT_EQ(Height_For(6), 100);
+    EXPECT_EQ(Height_For(7), 100 + 50 + 25 + 12 + 6 + 3);
+    EXPECT_EQ(Histogram_Clip_Height(std::vector<std::int64_t>(5, 250), 6400), 100) << "a 64th is where it begins";
+}
+
 TEST(Clip_Height, Ends_When_No_Height_Will_Do)
 {
     EXPECT_GE(Histogram_Clip_Height(std::vector<std::int64_t>(100, 5), 500), 0);
@@ -153,17 +174,19 @@ TEST(Colors, By_Component)
     EXPECT_EQ(Handle_Colors(1), (Map_Colors{0xFFFF80, 0xFF00FF}));
     EXPECT_EQ(Histogram_Colors(1), (Map_Colors{0xFF0000, 0x0000FF}));
     EXPECT_EQ(Histogram_Colors(2), (Map_Colors{0x0000FF, 0x00FF00}));
+    EXPECT_EQ(Histogram_Colors(3), (Map_Colors{0x0000FF, 0x00FFFF}));
     EXPECT_EQ(Histogram_Colors(4), (Map_Colors{0x0000FF, 0xFF0000}));
+    EXPECT_EQ(Histogram_Colors(5), (Map_Colors{0xFF0000, 0xFF00FF}));
     EXPECT_EQ(Histogram_Colors(6), (Map_Colors{0x0000FF, 0xFFFF00}));
-    EXPECT_EQ(Histogram_Colors(8), (Map_Colors{0x0000FF, 0x808080}));
+    for (const int other : {0, 7, 8}) EXPECT_EQ(Histogram_Colors(other), (Map_Colors{0x0000FF, 0x808080})) << other;
 }
 
 struct Recording_Surface : Map_Surface {
     void Line(int x1, int y1, int x2, int y2, int color) override { lines.push_back({x1, y1, x2, y2, color}); }
     void Box(int x1, int y1, int x2, int y2, int color) override { boxes.push_back({x1, y1, x2, y2, color}); }
-    void Point(int, int, int) override { ++points; }
+    void Point(int x, int y, int color) override { points.push_back({x, y, color}); }
     std::vector<std::array<int, 5>> lines, boxes;
-    int points = 0;
+    std::vector<std::array<int, 3>> points;
 };
 
 TEST_F(Map_Handles, Are_Drawn_Over_Ramp_And_Curve)
@@ -178,6 +201,21 @@ TEST_F(Map_Handles, Are_Drawn_Over_Ramp_And_Curve)
     ASSERT_EQ(surface.boxes.size(), 4U);
     EXPECT_EQ(surface.boxes[0][4], 0xFFFF80);
     EXPECT_EQ(surface.boxes[2][4], 0xFF00FF) << "the selected interior point";
+    EXPECT_EQ(surface.boxes[3][4], 0xFFFF80);
+}
+
+TEST_F(Map_Handles, Stand_Before_The_Histogram_Whose_Cut_Columns_Have_A_Mark)
+{
+    // Of 256 samples one has the level 30: it reaches half the clip height of 2, the others are cut.
+    const Owned_Bitmap picture(Drawn_Bitmap(16, 16, [](int x, int y) { return (x + y == 0 ? 30 : 100) << 16; }));
+    view.Set_Geometry({.width = 257}); // a column a level
+    ASSERT_TRUE(view.Set_Map_Histogram(picture.Get(), 1));
+    EXPECT_EQ(view.Histogram_Clip_Count(), 2);
+    Recording_Surface surface;
+    view.Draw_Map(surface);
+    EXPECT_EQ(surface.lines[0], (std::array{5 + 30, 255, 5 + 30, 255 - 128, 0x0000FF}));
+    EXPECT_EQ(surface.lines[1], (std::array{5 + 100, 255, 5 + 100, 0, 0x0000FF}));
+    EXPECT_EQ(surface.points, (std::vector<std::array<int, 3>>{{5 + 100, 0, 0xFF0000}}));
 }
 
 } // namespace

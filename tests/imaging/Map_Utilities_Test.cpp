@@ -22,13 +22,22 @@ TEST(New_Curve, Is_The_Diagonal_Of_Four_Points)
     EXPECT_EQ(Table_Of(stack, 99), identity);
 }
 
+TEST(Map_States, A_New_One_Takes_The_Curves_Along_But_Not_The_Sampled_Points)
+{
+    Map_Stack stack;
+    stack.Add_Map_Point(100);
+    stack.Add_Map_Point(150);
+    stack.Add_Map_State();
+    EXPECT_EQ(stack.Current().Last_Point, -1);
+    EXPECT_EQ(stack.Current().Previous_Point, -1);
+    EXPECT_EQ(stack.Current().Luminance_Points.size(), 6U);
+}
+
 TEST(Map_States, Undo_And_Redo_Move_The_Index_Only)
 {
     Map_Stack stack;
     stack.Add_Map_Point(100);
     stack.Add_Map_State();
-    EXPECT_EQ(stack.Current().Last_Point, -1) << "sampled points are not taken along";
-    EXPECT_EQ(stack.Current().Luminance_Points.size(), 5U) << "but the curve is";
     stack.Add_Map_Point(50);
     stack.Undo_Map_State();
     EXPECT_EQ(stack.Current().Luminance_Points.size(), 5U);
@@ -61,8 +70,10 @@ TEST(Map_States, Grow_By_Nine)
 TEST(End_Points, Go_To_The_Curves_Of_Their_Number)
 {
     Map_Stack stack;
-    stack.Set_End_Points(1, 100, 100, 100);
-    EXPECT_EQ(int(stack.Current().Luminance_Points[1].x), 100);
+    stack.Set_End_Points(1, 200, 100, 50);
+    EXPECT_EQ(int(stack.Current().Luminance_Points[1].x), 124) << "0.3 x 200 + 0.59 x 100 + 0.11 x 50, not quite 125";
+    stack.Set_End_Points(6, 250, 251, 252);
+    EXPECT_EQ(stack.Current().Luminance_Points[2], (Map_Point{251, 255}));
     stack.Set_End_Points(2, 1, 2, 3);
     stack.Set_End_Points(7, 251, 252, 253);
     EXPECT_EQ(stack.Current().Red_Points[1], (Map_Point{1, 0}));
@@ -109,6 +120,15 @@ TEST(Map_Points, Are_Inserted_In_Order_On_The_Curve)
     EXPECT_EQ(stack.Current().Red_Points, expected);
 }
 
+TEST(Map_Points, A_Third_Takes_The_Place_Of_The_Last_And_The_Previous_One_Moves_Up)
+{
+    Map_Stack stack;
+    for (const int x : {200, 150, 100}) stack.Add_Map_Point(x);
+    EXPECT_EQ(stack.Current().Last_Point, 3);
+    EXPECT_EQ(stack.Current().Previous_Point, 4);
+    EXPECT_EQ(stack.Current().Luminance_Points[3], (Map_Point{150, 150}));
+}
+
 TEST(Map_Points, At_An_Interior_X_Or_Outside_Change_Nothing)
 {
     Map_Stack stack;
@@ -128,6 +148,15 @@ TEST(Map_Table, Composes_Two_Curves)
     EXPECT_EQ(Table_Of(stack, 1)[100], 50);
     EXPECT_EQ(Table_Of(stack, 1, 7)[100], 200);
     EXPECT_EQ(Table_Of(stack, 7, 1)[50], Table_Of(stack, 1)[200]);
+}
+
+TEST(Map_Table, Ends_At_The_Levels_Of_The_Anchors)
+{
+    Map_Stack stack;
+    stack.Current().Red_Points = {{10, 20}, {50, 60}, {200, 190}, {240, 230}};
+    const Tone_Table table = Table_Of(stack, 1);
+    for (const auto& [level, expected] : {std::pair{0, 20}, {10, 20}, {30, 40}, {240, 230}, {255, 230}})
+        EXPECT_EQ(table[std::size_t(level)], expected) << level;
 }
 
 TEST(Map_Table, Rounds_Half_To_Even)
@@ -158,6 +187,17 @@ TEST(Smooth_Polyline, Of_Six_Points_Follows_One_Bezier)
     EXPECT_NEAR(polyline[65].x, 250, 0.01);
     EXPECT_NEAR(polyline[65].y, 255, 0.01);
     for (const auto& [x, y] : polyline) EXPECT_TRUE(x >= 0 && x <= 255 && y >= 0 && y <= 255);
+}
+
+TEST(Smooth_Polyline, That_Swings_Out_Is_Limited_To_The_Levels)
+{
+    const Map_Curve points = {{0, 0}, {0, 0}, {5, 250}, {250, 255}, {255, 0}, {255, 255}};
+    bool swings = false;
+    for (const auto& [x, y] : Curve_Polyline(points, true)) {
+        EXPECT_TRUE(x >= 0 && x <= 255 && y >= 0 && y <= 255) << x << ", " << y;
+        swings = swings || (y == 255 && x > 20 && x < 200);
+    }
+    EXPECT_TRUE(swings) << "the test shows nothing";
 }
 
 TEST(Smooth_Polyline, Of_Five_Or_Seven_Points_Loses_The_Inner_Ones)

@@ -92,6 +92,89 @@ TEST(Parameter_Stacks, Are_Kept_Apart)
     EXPECT_EQ(perspective, (Perspective_Fields{0, 0, 639, 0, 639}));
 }
 
+/// One stack behind one number of its record.
+struct Tool_Stack {
+    const char* name;
+    void (*clear)();
+    void (*push)(int value);
+    bool (*peek)(int& value);
+    int (*current)();
+    void (*set_current)(int index);
+    int (*top)();
+};
+
+class Every_Stack : public testing::TestWithParam<Tool_Stack> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Every_Stack,
+    testing::Values(Tool_Stack{"mix", Clear_Mix_Stack, [](int value) { Push_Mix_State(Mix(value)); },
+                               [](int& value) {
+                                   Mix_Fields fields{};
+                                   const bool there = Peek_Mix_State(fields);
+                                   value = fields[0];
+                                   return there;
+                               },
+                               Mix_Stack_Current, Set_Mix_Stack_Current, Mix_Stack_Top},
+                    Tool_Stack{"rotate", Clear_Rotate_Stack,
+                               [](int value) {
+                                   Push_Rotate_State({90, float(value)});
+                               },
+                               [](int& value) {
+                                   Rotate_Fields fields;
+                                   const bool there = Peek_Rotate_State(fields);
+                                   value = int(fields.angle_degrees);
+                                   return there;
+                               },
+                               Rotate_Stack_Current, Set_Rotate_Stack_Current, Rotate_Stack_Top},
+                    Tool_Stack{"scale", Clear_Scale_Stack,
+                               [](int value) {
+                                   Push_Scale_State({7, value, 1, 1, 1});
+                               },
+                               [](int& value) {
+                                   Scale_Fields fields;
+                                   const bool there = Peek_Scale_State(fields);
+                                   value = fields.width;
+                                   return there;
+                               },
+                               Scale_Stack_Current, Set_Scale_Stack_Current, Scale_Stack_Top},
+                    Tool_Stack{"perspective", Clear_Perspective_Stack,
+                               [](int value) {
+                                   Push_Perspective_State({7, value, 1, 1, 1});
+                               },
+                               [](int& value) {
+                                   Perspective_Fields fields;
+                                   const bool there = Peek_Perspective_State(fields);
+                                   value = fields.top_left_x;
+                                   return there;
+                               },
+                               Perspective_Stack_Current, Set_Perspective_Stack_Current, Perspective_Stack_Top}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_P(Every_Stack, Is_Cleared_Filled_Undone_And_Cut)
+{
+    const Tool_Stack& stack = GetParam();
+    int value = -1;
+    stack.clear();
+    EXPECT_EQ(stack.top(), 0);
+    EXPECT_FALSE(stack.peek(value));
+    for (int i = 1; i <= 11; ++i) stack.push(i);
+    EXPECT_EQ(stack.top(), 11);
+    for (int i = 1; i <= 11; ++i) {
+        stack.set_current(i);
+        EXPECT_EQ(stack.current(), i);
+        EXPECT_TRUE(stack.peek(value));
+        EXPECT_EQ(value, i);
+    }
+    stack.set_current(1);
+    stack.push(99);
+    EXPECT_EQ(stack.current(), 2);
+    EXPECT_EQ(stack.top(), 2);
+    EXPECT_TRUE(stack.peek(value));
+    EXPECT_EQ(value, 99);
+    stack.clear();
+    EXPECT_EQ(stack.top(), 0);
+}
+
 TEST(Script_Item_Types, Of_The_Clear_Commands)
 {
     const auto& tables = Initialize_Script_Item_Tables();

@@ -108,6 +108,14 @@ TEST_F(Interpreter, Thumbnail_Without_Items_Is_The_Cached_One)
     EXPECT_FALSE(is_copy);
 }
 
+TEST_F(Interpreter, Thumbnail_Crops_What_The_Turned_Picture_Shows_There)
+{
+    bool is_copy = false;
+    const Owned_Bitmap result(Adjusted_Thumbnail(start.Get(), Items("Crop(8,0,0,0)"), 1, 90, is_copy));
+    EXPECT_EQ(Size_Of_Bitmap(result.Get()), (Pixel_Size{20, 4}))
+        << "the left margin of the file is the bottom one here";
+}
+
 TEST_F(Interpreter, SatVal_Acts_Within_Its_Limits_Only)
 {
     Expect_Unchanged("SatVal(10,1)");
@@ -197,6 +205,91 @@ TEST_F(Interpreter, Sharpen_And_Blur_Run)
     Expect_Unchanged("Blur(x");
 }
 
+/// A picture and rows in which no two fields are alike: a field in another's place shows.
+class Fields : public Interpreter {
+protected:
+    Fields()
+    {
+        start.Reset(Drawn_Bitmap(20, 12, [](int x, int y) { return int((unsigned(x * 31 + y) * 2654435761U) >> 8); }));
+    }
+    static std::vector<int> Taken(Bitmap_Handle result)
+    {
+        const Owned_Bitmap owned(Count_Bitmap(result));
+        EXPECT_TRUE(bool(owned));
+        return Colors_Of(owned.Get());
+    }
+    std::vector<int> Mapped(const Tone_Table& red, const Tone_Table& green, const Tone_Table& blue)
+    {
+        return Taken(Create_RGB_Luminance_Table_Mapped_Bitmap_CPP(start.Get(), Component_RGB, red.data(), green.data(),
+                                                                  blue.data(), nullptr));
+    }
+    Tone_Table Clip_Table_Of(int component, float shadow_clip, float highlight_clip)
+    {
+        Histogram_Counts counts{};
+        std::int32_t samples = 0;
+        Tone_Table table{};
+        EXPECT_TRUE(Compute_Bitmap_Color_Component_Histogram_CPP(start.Get(), component, counts.data(), &samples));
+        EXPECT_TRUE(Build_Clip_Table(counts, samples, shadow_clip, highlight_clip, table));
+        return table;
+    }
+};
+
+TEST_F(Fields, Of_ConOpt)
+{
+    EXPECT_EQ(Result("ConOpt(0.1,0.02,LUM)"), Taken(Create_Contrast_Optimized_Bitmap_CPP(start.Get(), 0.1F, 0.02F)));
+    EXPECT_EQ(Result("ConOpt(0.1,0.02,RGB)"),
+              Mapped(Clip_Table_Of(Component_Red, 0.1F, 0.02F), Clip_Table_Of(Component_Green, 0.1F, 0.02F),
+                     Clip_Table_Of(Component_Blue, 0.1F, 0.02F)));
+}
+
+TEST_F(Fields, Of_SatVal)
+{
+    Tone_Table saturation, value;
+    Build_Scale_Table(0.5F, saturation);
+    Build_Scale_Table(1.4F, value);
+    EXPECT_EQ(Result("SatVal(0.5,1.4)"),
+              Taken(Create_HSV_Table_Mapped_Bitmap_CPP(start.Get(), saturation.data(), value.data())));
+}
+
+TEST_F(Fields, Of_ColBal)
+{
+    Tone_Table red, green, blue;
+    Build_Scale_Table(0.5F, red);
+    Build_Scale_Table(1.2F, green);
+    Build_Scale_Table(1.7F, blue);
+    EXPECT_EQ(Result("ColBal(0.5,1.2,1.7)"), Mapped(red, green, blue));
+}
+
+TEST_F(Fields, Of_Gamma)
+{
+    Tone_Table red, green, blue;
+    ASSERT_TRUE(Build_Black_Gamma_White_Table(10, 1.5, 240, red));
+    ASSERT_TRUE(Build_Black_Gamma_White_Table(20, 0.7, 230, green));
+    ASSERT_TRUE(Build_Black_Gamma_White_Table(30, 2, 220, blue));
+    EXPECT_EQ(Result("Gamma(10,1.5,240,20,0.7,230,30,2,220)"), Mapped(red, green, blue));
+    for (const char* one_without_a_table : {"Gamma(10,0,240,20,1,230,30,1,220)", "Gamma(10,1,240,20,0,230,30,1,220)",
+                                            "Gamma(10,1,240,20,1,230,30,0,220)"})
+        Expect_Unchanged(one_without_a_table);
+}
+
+TEST_F(Fields, Of_Scale)
+{
+    EXPECT_EQ(Result("Scale(33,21,Mitchell,300,200)"), Taken(Create_Scaled_Bitmap_CPP(start.Get(), 33, 21, 8)));
+    EXPECT_EQ(size, (Pixel_Size{33, 21}));
+}
+
+TEST_F(Fields, Of_Unsharp)
+{
+    EXPECT_EQ(Result("Unsharp(2,0.5,1.5,3,19,G)"),
+              Taken(Create_Unsharp_Masked_Bitmap_CPP(start.Get(), 2, 0.5F, 1.5F, 3, 19, Component_Green)));
+}
+
+TEST_F(Fields, Of_Blur)
+{
+    EXPECT_EQ(Result("Blur(2.5,60,GB)"),
+              Taken(Create_Blurred_Bitmap_CPP(start.Get(), 2.5F, 60, Component_Green | Component_Blue)));
+}
+
 TEST_F(Interpreter, An_Item_That_Fails_Does_Not_Stop_The_Script)
 {
     Result("Crop(99,99,99,99);Swirl(3);Gamma(1.2.3);Crop(1,0,0,0);Scale(1);Crop(1,0,0,0)");
@@ -237,6 +330,9 @@ TEST_F(Interpreter, Text_Is_Drawn_On_A_Copy)
     EXPECT_EQ(renderer.body, Q("a;b"));
     EXPECT_EQ(renderer.divisor, 4);
     EXPECT_EQ(renderer.rotation, 90);
+    EXPECT_EQ(Result("Text(\"say \"hi\"\")"), Colors_Of(start.Get()));
+    EXPECT_EQ(renderer.body, Q("say ")) << "what was read of a damaged item acts";
+    Expect_Unchanged("Text(\"\")");
     renderer.draws = false;
     Expect_Unchanged("Text(\"hello\")");
     Install_Text_Item_Renderer(nullptr);
@@ -292,8 +388,34 @@ TEST_F(Interpreter, Components_Are_Taken_Out)
     EXPECT_EQ(component(Component_Blue)[20 + 3], 4);
     EXPECT_EQ(component(Component_Luminance)[0], 0);
     EXPECT_EQ(component(Component_Black).size(), 240U);
+    const Owned_Bitmap grey(Drawn_Bitmap(
+        2, 1, [](int x, int) { return 70 + x; }, 1));
+    EXPECT_EQ(Colors_Of(Owned_Bitmap(Extract_Color_Component(grey.Get(), Component_Green)).Get()),
+              (std::vector{70, 71}));
     EXPECT_TRUE(component(Component_RGB).empty()) << "one component only";
     EXPECT_TRUE(component(0).empty());
+}
+
+TEST_F(Interpreter, Components_Of_Ink_Follow_The_Split)
+{
+    start.Reset(Drawn_Bitmap(1, 1, [](int, int) { return 0xC86432; })); // 200, 100, 50: inks of 55, 155, 205
+    const auto plane = [&](int mask) {
+        return Colors_Of(Owned_Bitmap(Extract_Color_Component(start.Get(), mask)).Get());
+    };
+    const int black = 12; // (55 / 255) squared
+    EXPECT_EQ(plane(Component_Black), std::vector{255 - black});
+    EXPECT_EQ(plane(Component_Cyan), std::vector{255 - (55 - black)});
+    EXPECT_EQ(plane(Component_Magenta), std::vector{255 - (155 - black)});
+    EXPECT_EQ(plane(Component_Yellow), std::vector{255 - (205 - black)});
+}
+
+TEST_F(Interpreter, A_Component_That_Leaves_The_Levels_Gives_No_Bitmap)
+{
+    start.Reset(Drawn_Bitmap(1, 1, [](int, int) { return 0xFFFF00; }));
+    Set_CMYK_Parameters_CPP(0.5F, 0, 4); // hardly any ink is allowed: more is taken away than there is
+    EXPECT_EQ(Extract_Color_Component(start.Get(), Component_Cyan), 0);
+    Set_CMYK_Parameters_CPP(0.5F, 0, 765);
+    EXPECT_NE(Owned_Bitmap(Extract_Color_Component(start.Get(), Component_Cyan)).Get(), 0);
 }
 
 // ---- files ----
@@ -345,6 +467,12 @@ TEST_F(Picture_Files, Load_And_Run_The_Script)
 {
     const Owned_Bitmap adjusted(Load_Adjusted_Picture({.path = path, .rotation = 90}, Items("Crop(5,0,0,0)")));
     EXPECT_EQ(Size_Of_Bitmap(adjusted.Get()), (Pixel_Size{12, 15}));
+}
+
+TEST_F(Picture_Files, Load_Reduced_And_Run_The_Script_At_That_Scale)
+{
+    const Owned_Bitmap adjusted(Load_Adjusted_Picture({.path = path, .scale_divisor = 2}, Items("Crop(4,0,0,0)")));
+    EXPECT_EQ(Size_Of_Bitmap(adjusted.Get()), (Pixel_Size{8, 6}));
 }
 
 TEST_F(Picture_Files, A_Missing_File_Gives_Nothing_And_Its_Reason_Is_Kept)

@@ -255,6 +255,28 @@ TEST(Readers, Scale_Without_Method_Word_Keeps_The_Method)
                  horizontal == 3 && vertical == 4);
 }
 
+TEST(Readers, An_Empty_Word_Ends_The_Item_And_Is_Not_Stored)
+{
+    int width = 0, height = 0, method = 5, horizontal = 7, vertical = 7;
+    EXPECT_FALSE(Parse_Scale_Item(Q("Scale(1,2,-,3,4)"), width, height, method, horizontal, vertical));
+    EXPECT_EQ(method, 5);
+    float radius = 0;
+    int weight = 0, component = 9;
+    EXPECT_FALSE(Parse_Blur_Item(Q("Blur(2,50,)"), radius, weight, component));
+    EXPECT_EQ(component, 9);
+    Unsharp_Fields fields{.component = 9};
+    EXPECT_FALSE(Parse_Unsharp_Item(Q("Unsharp(0.75,0.25,1.5,2,5,)"), fields));
+    EXPECT_EQ(fields, (Unsharp_Fields{0.75F, 0.25F, 1.5F, 2, 5, 9}));
+}
+
+TEST(Readers, Foreign_Letters_Alone_Are_No_Component_But_A_Word)
+{
+    float radius = 0;
+    int weight = 0, component = 9;
+    EXPECT_TRUE(Parse_Blur_Item(Q("Blur(2,50,xz)"), radius, weight, component));
+    EXPECT_EQ(component, 0);
+}
+
 TEST(Readers, Text_With_A_Quote_In_The_Body_Fails_At_The_Closing_Run)
 {
     QString body;

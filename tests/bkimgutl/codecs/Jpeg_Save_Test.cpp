@@ -411,6 +411,21 @@ TEST_F(Jpeg_Save, A_Profile_That_No_JPEG_File_Can_Hold_Is_Refused_With_A_Message
     EXPECT_FALSE(std::filesystem::exists(Path("a.jpg")));
 }
 
+TEST_F(Jpeg_Save, An_Incomplete_Profile_Goes_Along_As_It_Is_And_Into_No_TIFF)
+{
+    const auto first_of_two = Segment(0xE2, std::string("ICC_PROFILE\0\1\2", 14) + "some of a profile");
+    const std::string parent = Put("p.jpg", Jpeg_File(Meadow(16, 16, 1), {.segments = {first_of_two}}));
+    const auto bitmap = Load(parent);
+    ASSERT_TRUE(Save(bitmap, Path("a.jpg"), {.parent = parent, .quality = 80})) << Error_Text();
+    const auto segments = Outer_Segments(Get(Path("a.jpg")));
+    EXPECT_EQ(1, std::count_if(segments.begin(), segments.end(), [&](const File_Segment& segment) {
+                  return segment.marker == 0xE2 && segment.data == first_of_two.data;
+              }));
+    EXPECT_EQ(0, Save_Bitmap_To_File(bitmap.Handle(), Path("a.tif"), 2, {}, {}, parent, -2, -1, -1, nullptr));
+    EXPECT_EQ(Path("a.tif: ") + parent + ": has an incomplete colour profile, which cannot be carried along",
+              Error_Text());
+}
+
 TEST_F(Jpeg_Save, A_Folder_As_Target_And_A_Stale_Handle_Are_Errors)
 {
     EXPECT_FALSE(Save(New_Picture(), folder_.string(), {}));

@@ -49,73 +49,22 @@ protected:
     {
         return Put("a.jpg", Jpeg_File(Meadow(16, 16, 1), {.segments = segments}));
     }
-    std::string As_Tiff(const std::string& path) const
+    std::string As_Tiff(const std::string& path) const { return Saved(Load(path), "a.tif", path); }
+    std::string Saved(const Held_Bitmap& bitmap, const std::string& name, const std::string& parent) const
     {
-        const auto bitmap = Load(path);
-        EXPECT_EQ(-1, Save_Bitmap_To_File(bitmap.Handle(), Path("a.tif"), 2, {}, {}, path, -2, -1, -1, nullptr));
-        return Path("a.tif");
+        EXPECT_EQ(-1, Save_To(bitmap, name, parent)) << Error_Text();
+        return Path(name);
     }
-};
-
-TEST_F(Jpeg_XMP, An_Extended_Packet_Becomes_Part_Of_The_Packet_Of_A_TIFF)
-{
-    // The parts stand in another order in the file.
-    const std::string path =
-        With_Segments({Packet(With_Pointer() + Rating), Part(60'000, Extended.size()), Part(0, 60'000)});
-    EXPECT_EQ(Start + Without_Pointer + Rating + History + End, XMP(As_Tiff(path)));
-}
-
-struct Left_Out_Case {
-    std::string name;
-    std::vector<File_Segment> parts;
-};
-
-class Jpeg_XMP_Left_Out : public Jpeg_XMP, public testing::WithParamInterface<Left_Out_Case> {};
-
-TEST_P(Jpeg_XMP_Left_Out, The_Packet_Stays_As_It_Is)
-{
-    std::vector<File_Segment> segments = {Packet(With_Pointer())};
-    segments.insert(segments.end(), GetParam().parts.begin(), GetParam().parts.end());
-    EXPECT_EQ(Start + With_Pointer() + End, XMP(As_Tiff(With_Segments(segments))));
-}
-
-INSTANTIATE_TEST_SUITE_P(All, Jpeg_XMP_Left_Out,
-                         testing::Values(Left_Out_Case{"no_extension", {}},
-                                         Left_Out_Case{"a_part_is_missing", {Part(0, 60'000)}},
-                                         Left_Out_Case{"a_part_in_the_middle_is_missing",
-                                                       {Part(0, 100), Part(200, Extended.size() - 40'000)}},
-                                         Left_Out_Case{"of_another_packet",
-                                                       {Part(0, 60'000, std::string(32, 'F')),
-                                                        Part(60'000, Extended.size(), std::string(32, 'F'))}},
-                                         Left_Out_Case{"too_short", {Segment(0xE1, "http://ns.adobe.com/xmp/ext")}}),
-                         [](const auto& row) { return row.param.name; });
-
-TEST_F(Jpeg_XMP, A_Pointer_In_An_Element_Of_Its_Own_Goes)
-{
-    const std::string pointer = "<xmpNote:HasExtendedXMP>" + Name + "</xmpNote:HasExtendedXMP>";
-    EXPECT_EQ(Start + "<a/>" + "<b/>" + History + End,
-              With_Extended_XMP(Start + "<a/>" + pointer + "<b/>" + End, Extended));
-}
-
-TEST_F(Jpeg_XMP, Names_Declared_Outside_Of_Descriptions_Are_Not_Torn_Off)
-{
-    const std::string packet = Start + Rating + End;
-    const std::string odd = "<rdf:RDF xmlns:rdf='r' xmlns:h='v'><rdf:Description h:a='b'/></rdf:RDF>";
-    EXPECT_EQ(packet, With_Extended_XMP(packet, odd));
-    for (const char* broken :
-         {"", "<rdf:RDF", "</rdf:RDF>", "</rdf:RDF><rdf:RDF xmlns:rdf='r'>", "<rdf:RDF></rdf:RDF>"})
-        EXPECT_EQ(packet, With_Extended_XMP(packet, broken)) << broken;
-    EXPECT_EQ("no packet", With_Extended_XMP("no packet", Extended));
-}
-
-/// A TIFF's packet on its way into a JPEG file.
-class Jpeg_XMP_From_TIFF : public Jpeg_XMP {
-protected:
-    std::string As_Jpeg(const std::string& packet) const
+    int Save_To(const Held_Bitmap& bitmap, const std::string& name, const std::string& parent, int quality = -2) const
     {
-        Write_Tiff_File(Path("p.tif"), Meadow(16, 16, 1), {.private_tags = {{700, packet}}});
-        EXPECT_TRUE(Save(Load(Path("p.tif")), Path("b.jpg"), {.parent = Path("p.tif")})) << Error_Text();
-        return Path("b.jpg");
+        return Save_Bitmap_To_File(bitmap.Handle(), Path(name), name.ends_with("tif") ? 2 : 1, {}, {}, parent, quality,
+                                   -1, -1, nullptr);
+    }
+    static Held_Bitmap Changed(const std::string& path)
+    {
+        auto bitmap = Load(path);
+        bitmap->Change().Row(0)[0] ^= 1;
+        return bitmap;
     }
     /// The data of all XMP segments.
     static std::vector<std::string> Segments(const std::string& path)
@@ -129,6 +78,154 @@ protected:
             if (text.starts_with("http://ns.adobe.com/")) all.push_back(std::move(text));
         }
         return all;
+    }
+};
+
+TEST_F(Jpeg_XMP, An_Extended_Packet_Becomes_Part_Of_The_Packet_Of_A_TIFF)
+{
+    // The parts stand in another order in the file.
+    const std::string path =
+        With_Segments({Packet(With_Pointer() + Rating), Part(60'000, Extended.size()), Part(0, 60'000)});
+    EXPECT_EQ(Start + Without_Pointer + Rating + History + End, XMP(As_Tiff(path)));
+}
+
+/// Parts beside a packet that names an extended one.
+struct Parts_Case {
+    std::string name;
+    std::vector<File_Segment> parts;
+};
+
+class Jpeg_XMP_Without_Extension : public Jpeg_XMP, public testing::WithParamInterface<Parts_Case> {};
+
+TEST_P(Jpeg_XMP_Without_Extension, Keeps_Its_Packet_As_It_Is)
+{
+    std::vector<File_Segment> segments = {Packet(With_Pointer())};
+    segments.insert(segments.end(), GetParam().parts.begin(), GetParam().parts.end());
+    EXPECT_EQ(Start + With_Pointer() + End, XMP(As_Tiff(With_Segments(segments))));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Jpeg_XMP_Without_Extension,
+                         testing::Values(Parts_Case{"no_part", {}},
+                                         Parts_Case{"of_another_packet",
+                                                    {Part(0, 60'000, std::string(32, 'F')),
+                                                     Part(60'000, Extended.size(), std::string(32, 'F'))}},
+                                         Parts_Case{"too_short", {Segment(0xE1, "http://ns.adobe.com/xmp/ext")}}),
+                         [](const auto& row) { return row.param.name; });
+
+class Jpeg_XMP_Damaged : public Jpeg_XMP, public testing::WithParamInterface<Parts_Case> {};
+
+TEST_P(Jpeg_XMP_Damaged, Is_Not_Left_Out_Of_A_TIFF_But_Refused)
+{
+    std::vector<File_Segment> segments = {Packet(With_Pointer())};
+    segments.insert(segments.end(), GetParam().parts.begin(), GetParam().parts.end());
+    const std::string path = With_Segments(segments);
+    EXPECT_EQ(0, Save_To(Load(path), "a.tif", path));
+    EXPECT_EQ(Path("a.tif: ") + path + ": has a damaged extended XMP packet, which cannot be carried along",
+              Error_Text());
+    EXPECT_FALSE(std::filesystem::exists(Path("a.tif")));
+    // In a file of its own type all of it goes along as it stands.
+    EXPECT_EQ(Segments(path), Segments(Saved(Changed(path), "b.jpg", path)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Jpeg_XMP_Damaged,
+    testing::Values(Parts_Case{"a_part_is_missing", {Part(0, 60'000)}},
+                    Parts_Case{"the_first_part_is_missing", {Part(60'000, Extended.size())}},
+                    Parts_Case{"a_part_in_the_middle_is_missing", {Part(0, 100), Part(200, Extended.size() - 40'000)}},
+                    Parts_Case{"parts_overlap", {Part(0, 60'000), Part(59'999, Extended.size() - 1)}},
+                    Parts_Case{"a_part_stands_there_twice",
+                               {Part(0, 60'000), Part(0, 60'000), Part(60'000, Extended.size())}}),
+    [](const auto& row) { return row.param.name; });
+
+TEST_F(Jpeg_XMP, A_Pointer_In_An_Element_Of_Its_Own_Goes)
+{
+    const std::string pointer = "<xmpNote:HasExtendedXMP>" + Name + "</xmpNote:HasExtendedXMP>";
+    EXPECT_EQ(Start + "<a/>" + "<b/>" + History + End,
+              With_Extended_XMP(Start + "<a/>" + pointer + "<b/>" + End, Extended));
+}
+
+TEST_F(Jpeg_XMP, Names_Declared_Outside_Of_Descriptions_Are_Not_Torn_Off)
+{
+    const std::string packet = Start + Rating + End;
+    const std::string odd = "<rdf:RDF xmlns:rdf='r' xmlns:h='v'><rdf:Description h:a='b'/></rdf:RDF>";
+    for (const std::string& other :
+         {odd, std::string(), std::string("<rdf:RDF"), std::string("</rdf:RDF>"),
+          std::string("</rdf:RDF><rdf:RDF xmlns:rdf='r'>"), std::string("<rdf:RDF></rdf:RDF>")}) {
+        const auto joined = With_Extended_XMP(packet, other);
+        ASSERT_FALSE(joined) << other;
+        EXPECT_EQ("has an extended XMP packet that cannot be joined with the first one", joined.error().text);
+    }
+    EXPECT_FALSE(With_Extended_XMP("no packet", Extended));
+}
+
+const std::string Image_Names = " xmlns:xmpGImg='http://ns.adobe.com/xap/1.0/g/img/'";
+
+/// A description with a picture of 80 000 characters.
+std::string Thumbnails_With(const std::string& picture)
+{
+    return "<rdf:Description rdf:about=''" + Image_Names + "><xmpGImg:image>" + picture + "</xmpGImg:image>" + Rating +
+           "</rdf:Description>";
+}
+
+TEST_F(Jpeg_XMP, Of_A_Changed_Picture_Holds_No_Thumbnail_Of_The_Old_One)
+{
+    const std::string packet = Thumbnails_With("/9j/4AAQ");
+    const std::string blank = Start + Thumbnails_With("        ") + End;
+    const std::string jpeg = With_Segments({Packet(packet)});
+    Write_Tiff_File(Path("p.tif"), Meadow(16, 16, 1), {.private_tags = {{700, Start + packet + End}}});
+    for (const std::string& parent : {jpeg, Path("p.tif")})
+        for (const char* name : {"b.jpg", "b.tif"}) EXPECT_EQ(blank, XMP(Saved(Changed(parent), name, parent))) << name;
+}
+
+TEST_F(Jpeg_XMP, Of_An_Unchanged_Picture_Keeps_Its_Thumbnail)
+{
+    const std::string packet = Thumbnails_With("/9j/4AAQ");
+    const std::string path = With_Segments({Packet(packet)});
+    EXPECT_EQ(Start + packet + End, XMP(Saved(Load(path), "b.jpg", path)));
+}
+
+std::vector<File_Segment> As_Written(const std::string& packet)
+{
+    const auto bytes = std::as_bytes(std::span(packet));
+    const auto written = XMP_Segments({bytes.begin(), bytes.end()});
+    std::vector<File_Segment> segments;
+    for (std::size_t at = 0; at < written->size();) {
+        const std::size_t length =
+            std::to_integer<std::size_t>((*written)[at + 2]) << 8 | std::to_integer<std::size_t>((*written)[at + 3]);
+        const char* const data = reinterpret_cast<const char*>(written->data()) + at + 4;
+        segments.push_back(Segment(0xE1, std::string(data, length - 2)));
+        at += length + 2;
+    }
+    return segments;
+}
+
+TEST_F(Jpeg_XMP, A_Thumbnail_That_Goes_Over_Into_The_Next_Part_Is_Blanked_And_The_Packet_Gets_Another_Number)
+{
+    constexpr std::size_t number_at = 35, text_at = 75;
+    const std::string whole = "<rdf:RDF>" + Thumbnails_With(std::string(80'000, '#')) + "</rdf:RDF>";
+    std::string blank = whole;
+    std::replace(blank.begin(), blank.end(), '#', ' ');
+    const std::string path = With_Segments(As_Written(whole));
+    const std::string saved = Saved(Changed(path), "b.jpg", path);
+    const auto before = Segments(path), after = Segments(saved);
+    ASSERT_EQ(3u, before.size());
+    ASSERT_EQ(3u, after.size());
+    const std::string number = after[1].substr(number_at, 32);
+    EXPECT_NE(before[1].substr(number_at, 32), number);
+    EXPECT_EQ(number, after[2].substr(number_at, 32));
+    EXPECT_NE(std::string::npos, after[0].find(number));
+    EXPECT_EQ(blank, after[1].substr(text_at) + after[2].substr(text_at));
+    EXPECT_NE(std::string::npos, XMP(saved).find(blank)) << "the number is the checksum of what stands there now";
+}
+
+/// A TIFF's packet on its way into a JPEG file.
+class Jpeg_XMP_From_TIFF : public Jpeg_XMP {
+protected:
+    std::string As_Jpeg(const std::string& packet) const
+    {
+        Write_Tiff_File(Path("p.tif"), Meadow(16, 16, 1), {.private_tags = {{700, packet}}});
+        EXPECT_TRUE(Save(Load(Path("p.tif")), Path("b.jpg"), {.parent = Path("p.tif")})) << Error_Text();
+        return Path("b.jpg");
     }
     /// A packet of so many bytes, names declared in the start tag of its RDF element.
     static std::string Packet_Of(std::size_t bytes)

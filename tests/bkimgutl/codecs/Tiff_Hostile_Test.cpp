@@ -189,6 +189,54 @@ TEST_F(Tiff_Damaged, Every_Shortening_And_Random_Damage_Ends_Well)
     }
 }
 
+struct Cut_Value_Case {
+    const char* name;
+    std::uint16_t tag;
+    const char* called;
+};
+
+class Tiff_Cut_Value : public Tiff_Folder, public testing::WithParamInterface<Cut_Value_Case> {
+protected:
+    /// The error of a save of changed pixels, without the folder's path; "" when it succeeds.
+    std::string Error_Of_Save(const Codec& codec, const char* name)
+    {
+        Bitmap bitmap = Loaded(Path());
+        bitmap.Change().Row(0)[0] ^= 1;
+        const auto saved = codec.Save({.bitmap = &bitmap, .target = Path(name), .parent = Path()});
+        if (saved) return "";
+        EXPECT_FALSE(Regular_File::Open(Path(name)));
+        return saved.error().text.substr(Path("").size());
+    }
+};
+
+TEST_P(Tiff_Cut_Value, Is_Not_Left_Out_But_Refused)
+{
+    constexpr std::uint16_t bytes = 7;
+    const std::string tag = std::to_string(GetParam().tag);
+    Write_File(Path(), Grey_Tiff({{GetParam().tag, bytes, 5000, 270}}, 0, 300));
+    EXPECT_EQ("a.tif: the " + std::string(GetParam().called) + " cannot be carried along: the value of tag " + tag +
+                  " lies outside the file",
+              Error_Of_Save(JPEG_Codec(), "b.jpg"));
+    EXPECT_EQ("a.tif: the value of tag " + tag + " lies outside the file and cannot be carried along",
+              Error_Of_Save(TIFF_Codec(), "b.tif"));
+}
+
+TEST_P(Tiff_Cut_Value, Of_Which_Nothing_Is_There_Does_Not_Matter)
+{
+    constexpr std::uint16_t bytes = 7;
+    Write_File(Path(), Grey_Tiff({{GetParam().tag, bytes, 5000, 0x7FFFFFFF}}, 0, 300));
+    EXPECT_EQ("", Error_Of_Save(JPEG_Codec(), "b.jpg"));
+    EXPECT_EQ("", Error_Of_Save(TIFF_Codec(), "b.tif"));
+    EXPECT_TRUE(Tag_Value(Path("b.tif"), GetParam().tag).empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Tiff_Cut_Value,
+                         testing::Values(Cut_Value_Case{"profile", 34675, "colour profile"},
+                                         Cut_Value_Case{"xmp", 700, "XMP data"},
+                                         Cut_Value_Case{"resources", 34377, "image resources"},
+                                         Cut_Value_Case{"iptc", 33723, "image resources"}),
+                         [](const auto& row) { return row.param.name; });
+
 TEST_F(Tiff_Damaged, A_File_That_Leaves_The_Size_Of_Its_Data_To_Guess_Is_Written_Anew)
 {
     // Its data would seem to go on into whatever a save appends.

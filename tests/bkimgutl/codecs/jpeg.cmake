@@ -12,5 +12,6 @@ hv_test(NAME bkimgutl_jpeg_test LAYER plain
         Jpeg_Texts_Test.cpp
         Jpeg_XMP_Test.cpp
         Stored_Text_Test.cpp
+        XMP_Thumbnails_Test.cpp
     USES bkimgutl bkimgutl_pictures hv_sample_pictures
     LINKS JPEG::JPEG)

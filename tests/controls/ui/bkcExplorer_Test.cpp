@@ -90,6 +90,21 @@ TEST_F(Explorer_Window, A_Folder_That_Is_Opened_Again_Shows_What_Came_Meanwhile)
     EXPECT_EQ(2, tree.model()->rowCount(tree.currentIndex()));
 }
 
+TEST_F(Explorer_Window, A_New_Folder_Shows_Also_While_Something_Else_Changes_All_The_Time)
+{
+    auto& tree = explorer.ExplorerTree();
+    tree.expand(tree.currentIndex());
+    QTimer changes;
+    QObject::connect(&changes, &QTimer::timeout, [this, odd = false]() mutable {
+        odd = !odd;
+        odd ? Put_File(folder.File("busy"), "x") : void(QFile::remove(root + "/busy"));
+    });
+    changes.start(20);
+    QDir(root).mkdir("tmp");
+    const auto is_there = [&] { return tree.model()->rowCount(tree.currentIndex()) == 2; };
+    EXPECT_TRUE(QTest::qWaitFor(is_there, 5000));
+}
+
 TEST_F(Explorer_Window, Hidden_Folders_And_Files_Show_When_The_User_Asks_For_Them)
 {
     QDir(root).mkdir(".secret");

@@ -187,6 +187,18 @@ TEST_F(Engine_Limits, The_Host_Ends_A_Run_While_Events_Are_Processed)
     EXPECT_TRUE(evaluator.Execute(QStringLiteral("x = 1"))) << "the next run starts anew";
 }
 
+TEST_F(Engine_Limits, Each_Run_Begins_With_The_Dimensions_That_Were_Declared)
+{
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("a = 5\nReDim a(3)")));
+    EXPECT_TRUE(evaluator.Execute());
+    EXPECT_TRUE(evaluator.Execute()) << evaluator.Last_Error().Description.toStdString();
+    ASSERT_TRUE(evaluator.Program(QStringLiteral("Dim a()\na = 5")));
+    for (int run = 1; run <= 2; ++run) {
+        EXPECT_FALSE(evaluator.Execute());
+        EXPECT_EQ("Invalid array assignment", evaluator.Last_Error().Description.toStdString()) << "run " << run;
+    }
+}
+
 TEST_F(Engine_Limits, The_Engine_Has_A_Text_For_Each_Of_Its_Numbers)
 {
     const std::pair<int, const char*> texts[] = {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -32,6 +33,15 @@ INSTANTIATE_TEST_SUITE_P(All, Number_Format,
                                          Format_Case{std::numeric_limits<double>::infinity(), "0.0", "0.0"},
                                          Format_Case{std::numeric_limits<double>::quiet_NaN(), "0.0", "0.0"},
                                          Format_Case{std::numeric_limits<double>::denorm_min(), "0.0", "0.0"}));
+
+TEST(Single_Format, Rounds_What_Stands_On_Paper)
+{
+    const std::tuple<float, const char*, const char*> rows[] = {
+        {1.0F / 400, "0.0##", "0.003"}, {-0.65F, "#0.0", "-0.7"}, {0.35F, "#0.0", "0.4"},
+        {1.005F, "###0.00", "1.01"},    {0.25F, "#0.0", "0.3"},   {16777216.0F, "0", "16777216"}};
+    for (const auto& [value, format, text] : rows)
+        EXPECT_EQ(Format_Number(value, QString::fromLatin1(format)).toStdString(), text);
+}
 
 TEST(Single_Text, Is_Short_And_Has_No_Exponent)
 {

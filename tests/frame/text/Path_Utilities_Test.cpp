@@ -56,6 +56,7 @@ TEST(Separators, Come_And_Go)
     EXPECT_EQ(Without_Trailing_Separator(Q("a\\")), Q("a"));
     EXPECT_EQ(Without_Trailing_Separator(Q("/")), Q("/"));
     EXPECT_EQ(Without_Trailing_Separator(Q("/a")), Q("/a"));
+    EXPECT_EQ(Without_Trailing_Separator(Q("C:")), Q("C:")) << "a drive is no drive without its colon";
 }
 
 TEST(Separators, Are_Found_In_Qualifiers)
@@ -72,6 +73,7 @@ TEST(Extension, Is_Added_Only_Where_None_Is)
     EXPECT_EQ(With_Default_Extension(Q("/a/b.x"), Q("hvs")), Q("/a/b.x"));
     EXPECT_EQ(With_Default_Extension(Q("/a/b."), Q("hvs")), Q("/a/b."));
     EXPECT_EQ(With_Default_Extension(Q("/a.x/b"), Q("hvs")), Q("/a.x/b.hvs"));
+    EXPECT_EQ(With_Default_Extension(Q("/a/"), Q("hvs")), Q("/a/")) << "a folder has no name to extend";
 }
 
 TEST(Common, Is_What_Both_Begin_With)
@@ -157,6 +159,7 @@ TEST(File_Patterns, Match_Without_Case)
     const QString pictures = Q("*.jpg;*.jif;*.tif");
     EXPECT_TRUE(Fits_File_Pattern(Q("IMG_1.JPG"), pictures));
     EXPECT_TRUE(Fits_File_Pattern(Q("a.tif"), pictures));
+    EXPECT_TRUE(Fits_File_Pattern(Q("a.tif"), Q("*.jpg ; *.tif"))) << "blanks around the parts";
     EXPECT_FALSE(Fits_File_Pattern(Q("a.png"), pictures));
     EXPECT_TRUE(Fits_File_Pattern(Q("no_extension"), Q("*.*")));
     EXPECT_FALSE(Fits_File_Pattern(Q("a"), Q(";;"))) << "an empty part fits nothing";

@@ -143,6 +143,15 @@ TEST(Read_Number, Leaves_The_Value_Alone_When_The_Text_Is_No_Number)
     }
 }
 
+TEST(Read_Number, Rounds_A_Fraction_Half_To_Even_Where_A_Whole_Number_Is_Wanted)
+{
+    for (const auto& [text, expected] : {std::pair{"2.5", 2}, {"3.5", 4}, {"2.6", 3}, {"-0.5", 0}}) {
+        int position = 1, value = 7;
+        Read_Number(Q(text), position, value, -10, 10);
+        EXPECT_EQ(value, expected) << text;
+    }
+}
+
 TEST(Read_Number, Reads_Behind_A_Colon)
 {
     int position = 1, value = 0;
