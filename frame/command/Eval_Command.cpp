@@ -176,7 +176,7 @@ Eval_Job Read_Arguments(const QStringList& arguments)
 {
     Eval_Job job;
     for (qsizetype place = 0; place < arguments.size() && job.fault.isEmpty();) Read_Argument(arguments, place, job);
-    if (job.fault.isEmpty() && !job.help && bool(job.text) == bool(job.file))
+    if (job.fault.isEmpty() && bool(job.text) == bool(job.file))
         job.fault = QStringLiteral("either a formula or -f FILE is needed");
     return job;
 }

@@ -210,7 +210,8 @@ TEST_F(Formula_File, That_Can_Not_Be_Read_Is_Named_With_The_Reason)
     QFile large(path);
     ASSERT_TRUE(large.open(QIODevice::WriteOnly));
     ASSERT_TRUE(large.resize((64 << 20) + 1));
-    EXPECT_EQ(1, Evaluate({Q("-f"), path}).status);
+    EXPECT_EQ("hv: " + path.toStdString() + ": is larger than 67108864 bytes\n",
+              Evaluate({Q("-f"), path}).messages.toStdString());
 }
 
 TEST(Hv_Eval_Help, Is_Given_Before_Anything_Else)
