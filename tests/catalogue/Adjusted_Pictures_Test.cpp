@@ -1,5 +1,6 @@
 // What windows are given to show: the picture and its thumbnail, turned further, with the script of the record.
 
+#include "dev/samples/Jpeg_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
 
 #include <algorithm>
@@ -35,15 +36,18 @@ TEST_F(Adjusted, The_Margins_Turn_With_The_Record_And_With_What_The_Caller_Adds)
 
 TEST_F(Adjusted, A_Thumbnail_Follows_Each_Flip_Of_Its_Record_And_Back)
 {
-    const auto upright = Pixels_Of(Thumbnail(key));
+    const auto bytes = Jpeg_File(Meadow(320, 200, 1));
+    Put_File(File("meadow.jpg"), std::string(bytes.begin(), bytes.end()));
+    const int meadow = Pick(Path("meadow.jpg"));
+    const auto upright = Pixels_Of(Thumbnail(meadow));
     std::vector<std::vector<std::uint8_t>> seen{upright};
     for (const int flip : {Flip_Left_To_Right, Flip_Top_To_Bottom, 3}) {
-        Item(key).Flip = flip;
-        seen.push_back(Pixels_Of(Thumbnail(key)));
+        Item(meadow).Flip = flip;
+        seen.push_back(Pixels_Of(Thumbnail(meadow)));
         EXPECT_EQ(1, std::count(seen.begin(), seen.end(), seen.back())) << flip;
     }
-    Item(key).Flip = 0;
-    EXPECT_EQ(upright, Pixels_Of(Thumbnail(key)));
+    Item(meadow).Flip = 0;
+    EXPECT_EQ(upright, Pixels_Of(Thumbnail(meadow)));
 }
 
 TEST_F(Adjusted, No_Current_Picture_Holds_No_Bitmap)
