@@ -128,16 +128,12 @@ QByteArray Get_EXIF_Data(const QString& path, int type)
     return Bytes_Of_File<unsigned char>(Get_File_EXIF_Data, path, type);
 }
 
-bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File_Contents& contents,
-                 int* parent_quality)
+bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File_Contents& contents)
 {
-    std::int32_t estimated = -1;
-    const Flag saved =
-        Save_Bitmap_To_File(bitmap, File_System_Bytes(path), type, contents.comment.toStdString(),
-                            contents.script.toStdString(), File_System_Bytes(contents.parent), contents.quality,
-                            contents.horizontal_dpi, contents.vertical_dpi, &estimated);
-    if (parent_quality != nullptr) *parent_quality = estimated;
-    return saved != 0;
+    std::int32_t parent_quality = -1; // only the library's own decision
+    return Save_Bitmap_To_File(bitmap, File_System_Bytes(path), type, contents.comment.toStdString(),
+                               contents.script.toStdString(), File_System_Bytes(contents.parent), contents.quality,
+                               contents.horizontal_dpi, contents.vertical_dpi, &parent_quality) != 0;
 }
 
 bool Save_Texts_Of_File(const QString& path, const File_Contents& contents)

@@ -99,8 +99,7 @@ struct File_Contents {
 };
 
 /// True when the file stands, whole; otherwise Last_Image_Error tells why.
-bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File_Contents& contents,
-                 int* parent_quality = nullptr);
+bool Save_Bitmap(Bitmap_Handle bitmap, const QString& path, int type, const File_Contents& contents);
 
 /// Writes the picture of contents.parent to `path` with the texts and the resolution of `contents`, without decoding;
 /// the type stays. See Save_File_Texts.

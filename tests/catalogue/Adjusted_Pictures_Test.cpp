@@ -1,6 +1,9 @@
 // What windows are given to show: the picture and its thumbnail, turned further, with the script of the record.
 
+#include "dev/samples/Jpeg_File.h"
 #include "tests/catalogue/Picture_Fixture.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -29,6 +32,32 @@ TEST_F(Adjusted, The_Margins_Turn_With_The_Record_And_With_What_The_Caller_Adds)
     EXPECT_EQ((Pixel_Size{960, 1588}), Size_Of(form.Return_Picture_Adjusted(key, 0, 1)));
     EXPECT_EQ((Pixel_Size{1588, 960}), Size_Of(form.Return_Picture_Adjusted(key, 270, 1)));
     EXPECT_EQ((Pixel_Size{1600, 960}), Size_Of(form.Return_Picture(key, 270, 1))) << "without the script";
+}
+
+TEST_F(Adjusted, A_Thumbnail_Follows_Each_Flip_Of_Its_Record_And_Back)
+{
+    const auto bytes = Jpeg_File(Meadow(320, 200, 1));
+    Put_File(File("meadow.jpg"), std::string(bytes.begin(), bytes.end()));
+    const int meadow = Pick(Path("meadow.jpg"));
+    const auto upright = Pixels_Of(Thumbnail(meadow));
+    std::vector<std::vector<std::uint8_t>> seen{upright};
+    for (const int flip : {Flip_Left_To_Right, Flip_Top_To_Bottom, 3}) {
+        Item(meadow).Flip = flip;
+        seen.push_back(Pixels_Of(Thumbnail(meadow)));
+        EXPECT_EQ(1, std::count(seen.begin(), seen.end(), seen.back())) << flip;
+    }
+    Item(meadow).Flip = 0;
+    EXPECT_EQ(upright, Pixels_Of(Thumbnail(meadow)));
+}
+
+TEST_F(Adjusted, No_Current_Picture_Holds_No_Bitmap)
+{
+    form.Pictures().Set_Current_Picture(1);
+    EXPECT_EQ(1, form.State().Current_Picture_Index());
+    EXPECT_TRUE(bool(form.State().Current_Picture_Bitmap));
+    form.Pictures().Set_Current_Picture(0);
+    EXPECT_EQ(0, form.State().Current_Picture_Index());
+    EXPECT_FALSE(bool(form.State().Current_Picture_Bitmap));
 }
 
 TEST_F(Adjusted, A_Picture_Reduced_On_Loading_Rounds_Its_Margins_And_A_Thumbnail_Cuts_Them_Off)

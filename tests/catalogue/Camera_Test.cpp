@@ -1,7 +1,7 @@
 #include "catalogue/Camera_Information.h"
 #include "dev/samples/Jpeg_File.h"
 #include "tests/catalogue/Exif_Block_Maker.h"
-#include "tests/support/Test_Folder.h"
+#include "tests/catalogue/Picture_Fixture.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -195,6 +195,15 @@ TEST(Camera_File, Takes_The_Size_From_The_Block_And_Else_From_The_Picture)
     Put_File(folder.File("b.jpg"), Contents_Of(folder.File("a.jpg")).erase(2, 10)); // no segment where one begins
     EXPECT_FALSE(Camera_Record_Of_File(QString::fromStdString(folder.File("b.jpg"))));
     EXPECT_FALSE(Camera_Record_Of_File(QString::fromStdString(folder.File("none.jpg"))));
+}
+
+class Camera_Of_A_Record : public Picture_Test {};
+
+TEST_F(Camera_Of_A_Record, Is_The_Summary_Line)
+{
+    const int photo = Pick(Photo(folder, Exif_Block_Maker().Ratio(33434, 1, 400).Ratio(33437, 28, 10)));
+    EXPECT_EQ("1/400s, f/2.8", Item(photo).Camera_Summary);
+    EXPECT_EQ(QString(), Item(Pick_New("plain.jpg")).Camera_Summary);
 }
 
 TEST(Camera_Block, Cut_At_Every_Byte_Is_Read_Without_Looking_Behind_Its_End)

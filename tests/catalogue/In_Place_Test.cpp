@@ -316,6 +316,7 @@ TEST_F(In_Place, A_Prompted_Copy_Under_The_Own_Name_Asks_Like_A_Save_Over_The_Or
 TEST_F(In_Place, Texts_Alone_Lose_Nothing_And_Ask_Nothing)
 {
     const int key = Pick_Deep("Crop(1,2,3,4)");
+    EXPECT_TRUE(bool(Owned_Bitmap(form.Return_Picture(key, 0, 1)))); // it is known to hold more than is kept
     EXPECT_TRUE(form.Saving().Save_Texts(key)) << Last_Message().toStdString();
     EXPECT_TRUE(platform.dialogs.asked.empty());
     EXPECT_EQ("Crop(1,2,3,4)", Get_Image_Script(Path("deep.tif"), 0));

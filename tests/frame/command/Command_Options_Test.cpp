@@ -10,6 +10,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QThread>
 #include <csignal>
+#include <unistd.h>
 
 namespace {
 
@@ -253,6 +254,36 @@ TEST_F(Hv_Options, A_Negative_Angle_May_Stand_Anywhere)
     EXPECT_EQ(Size("a.jpg"), (Pixel_Size{64, 48}));
 }
 
+TEST_F(Hv_Options, A_File_With_Several_Names_Is_Changed_Only_With_Overwrite)
+{
+    const QStringList commands[] = {{Q("script"), Q("set"), Q("Crop(1,2,3,4)")},
+                                    {Q("script"), Q("clear")},
+                                    {Q("describe"), Q("sea")},
+                                    {Q("rotate"), Q("180")},
+                                    {Q("flip"), Q("h")}};
+    for (const QStringList& command : commands) {
+        Make("a.jpg");
+        ASSERT_EQ(::link(Path("a.jpg").toUtf8().constData(), Path("b.jpg").toUtf8().constData()), 0);
+        const QByteArray before = Bytes("a.jpg");
+        const Answer refused = Run(command + QStringList{Q("a.jpg")});
+        EXPECT_EQ(refused.status, 1) << command.join(u' ').toStdString();
+        EXPECT_TRUE(refused.messages.contains(Q("several names"))) << refused.messages.toStdString();
+        EXPECT_TRUE(refused.messages.endsWith(Q(" No; --overwrite means Yes\n"))) << refused.messages.toStdString();
+        EXPECT_EQ(Bytes("a.jpg"), before);
+        EXPECT_EQ(Run(command + QStringList{Q("--overwrite"), Q("a.jpg")}).status, 0)
+            << command.join(u' ').toStdString();
+        EXPECT_EQ(Bytes("b.jpg"), before) << "the other name keeps the old picture";
+        ASSERT_TRUE(QFile::remove(Path("b.jpg")));
+    }
+}
+
+TEST_F(Hv_Options, Blanks_Around_Items_Are_No_Items_Left_Out)
+{
+    Make("a.jpg");
+    EXPECT_EQ(Run({Q("script"), Q("set"), Q("Crop(1,2,3,4) ;Blur(2,50,K)  ;"), Q("a.jpg")}).status, 0);
+    EXPECT_EQ(Run("script get a.jpg").out, Q("Crop(1,2,3,4);Blur(2,50,K)\n"));
+}
+
 TEST_F(Hv_Options, A_Turn_By_Nothing_Writes_Nothing)
 {
     Make("a.jpg");
@@ -276,6 +307,8 @@ TEST_F(Hv_Options, Snapshots_As_Json)
     EXPECT_TRUE(printed.endsWith(Q(".tif\n")) && QFile::exists(printed.trimmed())) << printed.toStdString();
     ASSERT_TRUE(QFile::remove(Path("a.tif")));
     EXPECT_EQ(Run("snapshot restore ~a-20260101-000000.tif").out, QString()) << "nothing stood there";
+    ASSERT_TRUE(QFile::rename(Path("~a-20260101-000000.tif"), Path("~a-20260101-000000.tif~"))); // a save was killed
+    EXPECT_EQ(Run("snapshot restore ~a-20260101-000000.tif").status, 0) << "it was put back first";
     const Answer none = Run("snapshot restore a.tif");
     EXPECT_EQ(none.messages, Q("hv: a.tif: is no snapshot\n"));
 }

@@ -34,6 +34,7 @@ TEST_F(Hv, Wrong_Usage_Ends_With_Two)
                                  "render a.jpg -o b.jpg --prepared Nobody",
                                  "save a.jpg --scripts perhaps",
                                  "histogram a.jpg --component RG",
+                                 "histogram a.jpg --files-from -",
                                  "info --files-from no-list"};
     for (const char* line : lines) {
         const Answer answer = Run(line);
