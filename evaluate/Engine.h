@@ -130,6 +130,9 @@ private:
     Error_Number Make_Reference(const QString& name);
     Variable_Cell* Referenced_Cell(const Variant& reference); ///< null when there is none
 
+    /// For what hosts may turn off: then an unknown or empty variable reads as Empty, and stores are dropped.
+    Error_Number If_Raised(Error_Number error) const { return raise_errors ? error : Error_Number::None; }
+
     // Arrays
     Error_Number Assign_Array(Instruction& instruction, const QString& name);
     Error_Number Element(Instruction& instruction, const QString& name, bool store);

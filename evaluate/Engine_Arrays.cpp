@@ -17,11 +17,12 @@ Error_Number Engine::Assign_Array(Instruction& instruction, const QString& name)
     if (const Error_Number error = context_.memory.Take_Elements(std::int64_t(count)); error != Error_Number::None)
         return error;
     Variable_Cell* cell = Resolve(instruction, name);
-    if (!cell) return Error_Number::Unknown_Variable;
+    if (!cell && raise_errors) return Error_Number::Unknown_Variable;
     std::vector<Variant> elements;
     elements.reserve(count);
     for (Variant* item = top_ - count + 1; item <= top_; ++item) elements.push_back(std::move(*item));
     Drop_Items(count);
+    if (!cell) return Error_Number::None;
     cell->Dimensions = 1;
     cell->Value = Make_List(std::move(elements), code_.option_base);
     return Error_Number::None;
@@ -48,8 +49,11 @@ Error_Number Engine::Element(Instruction& instruction, const QString& name, bool
     const std::size_t count = instruction.count;
     if (count + (store ? 1 : 0) > Depth()) return Error_Number::Stack_Underflow;
     Variable_Cell* cell = Resolve(instruction, name);
-    if (!cell) return Error_Number::Unknown_Variable;
-    if (cell->Value.Is_Empty()) return Error_Number::Uninitialized_Variable;
+    if (!cell || cell->Value.Is_Empty()) {
+        if (raise_errors) return cell ? Error_Number::Uninitialized_Variable : Error_Number::Unknown_Variable;
+        Drop_Items(count + (store ? 1 : 0));
+        return store ? Error_Number::None : Push(Variant());
+    }
     Variant value;
     if (store) value = Pop_Unchecked();
     std::size_t place = 0;
@@ -92,7 +96,7 @@ Error_Number Engine::Re_Dim(Instruction& instruction, const QString& name, bool 
     std::vector<Array_Bound> bounds(std::size_t(dimensions.Long()));
     if (const Error_Number error = Pop_Bounds(bounds); error != Error_Number::None) return error;
     Variable_Cell* cell = Resolve(instruction, name);
-    if (!cell) return Error_Number::Unknown_Variable;
+    if (!cell) return If_Raised(Error_Number::Unknown_Variable);
     // There are empty lists, but only functions make them.
     if (std::ranges::any_of(bounds, [](const Array_Bound& bound) { return bound.count < 1; }))
         return Error_Number::Subscript_Out_Of_Range;
@@ -116,7 +120,7 @@ Error_Number Engine::Re_Dim(Instruction& instruction, const QString& name, bool 
 Error_Number Engine::Erase(Instruction& instruction, const QString& name)
 {
     Variable_Cell* cell = Resolve(instruction, name);
-    if (!cell) return Error_Number::Unknown_Variable;
+    if (!cell) return If_Raised(Error_Number::Unknown_Variable);
     if (cell->Value.Is_Empty()) return Error_Number::None;
     if (!cell->Value.Is_Array()) return Error_Number::Type_Mismatch;
     cell->Value.Clear();

@@ -41,7 +41,7 @@ Error_Number Engine::Read(Instruction& instruction, const QString& name, Variant
 Error_Number Engine::Read_Cell(Variable_Cell* cell, const QString& name, Variant& value)
 {
     if (!cell && Current_Frame() == 0 && prompt_uninitialized && May_Use_Dialogs()) cell = Prompted_Variable(name);
-    if (!cell) return raise_errors ? Error_Number::Unknown_Variable : Error_Number::None;
+    if (!cell) return If_Raised(Error_Number::Unknown_Variable);
     if (cell->Dimensions != 0 && raise_errors) return Error_Number::Invalid_Array_Assignment;
     if (cell->Value.Is_Empty()) {
         // What the user supplied once is asked for again in the next run, whatever the host says of prompts by then.
@@ -80,7 +80,7 @@ Variable_Cell* Engine::Prompted_Variable(const QString& name)
 Error_Number Engine::Store(Instruction& instruction, const QString& name, Variant value)
 {
     Variable_Cell* cell = Resolve(instruction, name);
-    if (!cell) return raise_errors ? Error_Number::Unknown_Variable : Error_Number::None;
+    if (!cell) return If_Raised(Error_Number::Unknown_Variable);
     if (cell->Dimensions != 0 && raise_errors) return Error_Number::Invalid_Array_Assignment;
     cell->Value = std::move(value);
     return Error_Number::None;

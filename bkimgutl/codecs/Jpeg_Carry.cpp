@@ -28,16 +28,16 @@ Resolution Stored_Resolution(const Carry_Plan& plan, int orientation)
 {
     const auto known = [](int dpi) { return dpi >= 1 ? std::min(dpi, Largest_JFIF_Density) : -1; };
     Resolution stored{known(plan.horizontal_dpi), known(plan.vertical_dpi)};
+    if (stored.horizontal < 1) stored.horizontal = stored.vertical; // a JFIF density of 0 is none
+    if (stored.vertical < 1) stored.vertical = stored.horizontal;
     if (orientation >= 5) std::swap(stored.horizontal, stored.vertical);
     return stored;
 }
 
 Bytes JFIF_Data(const Resolution& resolution)
 {
-    const bool none = resolution.horizontal < 1 && resolution.vertical < 1;
-    const auto density = [&](int dpi) { return none ? 1 : std::max(dpi, 0); };
-    const int x = density(resolution.horizontal);
-    const int y = density(resolution.vertical);
+    const bool none = resolution.horizontal < 1;
+    const int x = none ? 1 : resolution.horizontal, y = none ? 1 : resolution.vertical;
     Bytes data;
     for (const int byte : {int('J'), int('F'), int('I'), int('F'), 0, 1, 2, none ? 0 : 1, x >> 8, x, y >> 8, y, 0, 0})
         data.push_back(std::byte(byte));

@@ -15,24 +15,6 @@
 
 namespace {
 
-/// A description of another program may be longer than the buffer that callers read it into. A save that brings its
-/// beginning back unchanged keeps all of it: nobody meant to cut it.
-std::optional<std::string> Long_Comment_To_Keep(const Save_Request& request)
-{
-    constexpr std::size_t longest_character = 4; // the end of the buffer may have cut one
-    const std::size_t limit = std::size_t(Current_Limits().comment_bytes);
-    if (request.parent.empty() || request.comment.size() + longest_character <= limit) return std::nullopt;
-    const auto file = Regular_File::Open(request.parent);
-    if (!file || Type_From_Signature(*file) != Image_File_Type::JPEG) return std::nullopt;
-    const auto stored = JPEG_Codec().Read_Comment(*file);
-    if (!stored || stored->size() <= limit) return std::nullopt;
-    std::string whole = UTF8_From_Stored(*stored);
-    const bool same_beginning =
-        whole.compare(0, limit - longest_character, request.comment, 0, limit - longest_character) == 0;
-    if (!same_beginning || whole.size() > Longest_Segment_Data) return std::nullopt;
-    return whole;
-}
-
 /// One save from a JPEG parent.
 struct Parent_Save {
     const Save_Request& request;
@@ -109,11 +91,16 @@ Result<void> Write_From_Jpeg(Replacement_File& target, const Save_Request& reque
     return {};
 }
 
-/// What there is goes along whole, or the save fails: nothing is left out without a word.
-Result<Foreign_Data> Data_Of_Tiff(const std::string& path)
+/// What there is goes along whole, or the save fails: nothing is left out without a word. The caller brings the
+/// description, unless it could not read it.
+Result<Foreign_Data> Data_Of_Tiff(const Save_Request& request)
 {
+    const std::string& path = request.parent;
     const auto file = Regular_File::Open(path);
     if (!file) return tl::make_unexpected(file.error());
+    const auto comment = TIFF_Codec().Read_Comment(*file);
+    if (!comment && request.comment.empty())
+        return Failure(path + ": the description cannot be carried along: " + comment.error().text);
     Foreign_Data data;
     struct Kind {
         const char* name;
@@ -134,7 +121,7 @@ Result<Foreign_Data> Data_Of_Tiff(const std::string& path)
 /// From a TIFF parent or from none.
 Result<void> Write_From_Others(Replacement_File& target, const Save_Request& request, Image_File_Type parent_type)
 {
-    auto foreign = parent_type == Image_File_Type::TIFF ? Data_Of_Tiff(request.parent) : Foreign_Data();
+    auto foreign = parent_type == Image_File_Type::TIFF ? Data_Of_Tiff(request) : Foreign_Data();
     if (!foreign) return tl::make_unexpected(foreign.error());
     const Bitmap_View pixels = request.bitmap->View();
     const Encode_Settings settings{.quality = request.quality < 0 ? Usual_Quality : request.quality, .like = nullptr};
@@ -206,8 +193,10 @@ Result<void> Verify(const std::string& path, const Save_Request& request, const 
 
 Result<void> Save_Jpeg(Save_Request request)
 {
-    if (auto good = Check_Texts(request); !good) return good;
-    if (auto whole = Long_Comment_To_Keep(request)) request.comment = std::move(*whole);
+    if (auto good = Check_Script(request); !good) return good;
+    auto comment = Comment_To_Store(request, Longest_Segment_Data);
+    if (!comment) return tl::make_unexpected(comment.error());
+    request.comment = std::move(*comment);
     if (auto good = Check_Damage(request); !good) return good;
     if (request.quality > 100 || request.quality < Quality_Of_Parent) return Failure("the quality is not 0 to 100");
     const auto type = Parent_Type(request);

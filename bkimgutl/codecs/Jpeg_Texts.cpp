@@ -1,6 +1,7 @@
 #include "bkimgutl/codecs/Jpeg_Texts.h"
 
 #include "bkimgutl/codecs/EXIF_Block.h"
+#include "bkimgutl/codecs/Save_Checks.h"
 #include "frame/files/Limits.h"
 
 #include <algorithm>
@@ -133,7 +134,7 @@ Result<std::string> Comment_Of_Jpeg(const Regular_File& file, const Jpeg_Head& h
         if (!comment.empty() && !text.empty()) comment += '\n';
         comment += text;
         // Enough for any reader to see that it does not fit; the rest of a hostile file stays unread.
-        if (comment.size() > std::size_t(Current_Limits().comment_bytes) + Longest_Segment_Data) break;
+        if (comment.size() > Longest_Comment()) break;
     }
     return comment;
 }

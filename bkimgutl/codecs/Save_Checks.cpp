@@ -1,24 +1,65 @@
 #include "bkimgutl/codecs/Save_Checks.h"
 
+#include "bkimgutl/codecs/Jpeg_Segments.h"
+#include "bkimgutl/codecs/Stored_Text.h"
 #include "frame/files/Limits.h"
 
+#include <algorithm>
+#include <optional>
 #include <unistd.h>
 
 namespace {
 
-Result<void> Check_Text(const std::string& text, int limit, const char* name)
+Result<void> Check_Text(const std::string& text, std::size_t limit, const char* name)
 {
-    if (text.size() <= std::size_t(limit)) return {};
+    if (text.size() <= limit) return {};
     return Failure(std::string("the ") + name + " has " + std::to_string(text.size()) + " bytes, " +
                    std::to_string(limit) + " are the limit");
 }
 
+/// In UTF-8; nothing without one that can be read.
+std::optional<std::string> Comment_Of_Parent(const Save_Request& request)
+{
+    if (request.parent.empty()) return std::nullopt;
+    const auto file = Regular_File::Open(request.parent);
+    if (!file) return std::nullopt;
+    const auto stored =
+        (Type_From_Signature(*file) == Image_File_Type::TIFF ? TIFF_Codec() : JPEG_Codec()).Read_Comment(*file);
+    return stored ? std::optional(UTF8_From_Stored(*stored)) : std::nullopt;
+}
+
+/// `comment` is what a buffer of `limit` bytes holds of the whole one.
+bool Is_Cut_From(const std::string& whole, const std::string& comment, std::size_t limit)
+{
+    constexpr std::size_t longest_character = 4; // the end of the buffer may have cut one
+    const std::size_t same = limit - std::min(limit, longest_character);
+    return comment.size() <= limit && comment.size() > same && whole.compare(0, same, comment, 0, same) == 0;
+}
+
 } // namespace
 
-Result<void> Check_Texts(const Save_Request& request)
+std::size_t Longest_Comment()
 {
-    if (auto good = Check_Text(request.comment, Current_Limits().comment_bytes, "description"); !good) return good;
-    return Check_Text(request.script, Current_Limits().script_bytes, "script");
+    return std::size_t(Current_Limits().comment_bytes) + Longest_Segment_Data;
+}
+
+Result<void> Check_Script(const Save_Request& request)
+{
+    return Check_Text(request.script, std::size_t(Current_Limits().script_bytes), "script");
+}
+
+Result<std::string> Comment_To_Store(const Save_Request& request, std::size_t most)
+{
+    const std::size_t limit = std::size_t(Current_Limits().comment_bytes);
+    constexpr std::size_t never_cut = 8; // bytes below the limit
+    if (request.comment.size() + never_cut < limit) return request.comment;
+    const auto whole = Comment_Of_Parent(request);
+    const bool is_kept =
+        whole && whole->size() > limit && (request.comment == *whole || Is_Cut_From(*whole, request.comment, limit));
+    const std::string& comment = is_kept ? *whole : request.comment;
+    if (auto good = Check_Text(comment, is_kept ? most : limit, "description"); !good)
+        return tl::make_unexpected(good.error());
+    return comment;
 }
 
 Result<void> Check_Damage(const Save_Request& request)

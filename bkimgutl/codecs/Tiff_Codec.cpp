@@ -293,9 +293,13 @@ Result<void> Save_From_Tiff(const Save_Request& request, const Regular_File& fil
     return Save_Bitmap_Pixels(request, &*parent, std::move(*carried));
 }
 
-Result<void> Save_Tiff(const Save_Request& request)
+Result<void> Save_Tiff(Save_Request request)
 {
-    if (auto good = Check_Texts(request); !good) return good;
+    if (auto good = Check_Script(request); !good) return good;
+    auto comment = Comment_To_Store(request, Longest_Comment());
+    if (!comment) return tl::make_unexpected(comment.error());
+    request.comment = std::move(*comment);
+    if (request.quality > 100 || request.quality < Quality_Of_Parent) return Failure("the quality is not 0 to 100");
     if (auto good = Check_Zero_Bytes(request); !good) return good;
     if (auto good = Check_Damage(request); !good) return good;
     if (request.parent.empty() && request.bitmap != nullptr) return Save_Bitmap_Pixels(request, nullptr, {});

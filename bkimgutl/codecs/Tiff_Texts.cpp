@@ -1,5 +1,6 @@
 #include "bkimgutl/codecs/Tiff_Texts.h"
 
+#include "bkimgutl/codecs/Save_Checks.h"
 #include "frame/files/Limits.h"
 
 #include <algorithm>
@@ -70,7 +71,7 @@ Result<std::string> Comment_Of_Tiff(const Tiff_Structure& structure, const Tiff_
     const Tiff_Entry* entry = directory.Find(Tiff_Tag::Image_Description);
     if (entry == nullptr || entry->count == 0) return std::string();
     if (Tiff_Type_Size(entry->type) != 1) return Failure("the description is no text");
-    const auto most = std::uint64_t(Current_Limits().comment_bytes);
+    const auto most = std::uint64_t(Longest_Comment());
     // One byte more for the closing zero, which belongs to the format.
     const auto value = structure.Value(*entry, most + 1);
     if (!value) return tl::make_unexpected(value.error());

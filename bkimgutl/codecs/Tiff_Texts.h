@@ -6,7 +6,7 @@
 // What a TIFF file says beside its pixels: facts, comment, script, resolution; reading and writing stand together.
 
 Result<Picture_Facts> Facts_Of_Tiff(const Tiff_Structure& structure, const Tiff_Directory& directory);
-/// Both are empty when the file has none, and fail beyond the limits.
+/// Both are empty when the file has none. They fail beyond Longest_Comment() and the limit of scripts.
 Result<std::string> Comment_Of_Tiff(const Tiff_Structure& structure, const Tiff_Directory& directory);
 Result<std::string> Script_Of_Tiff(const Tiff_Structure& structure, const Tiff_Directory& directory);
 

@@ -34,6 +34,14 @@ Result<Script_Item_Array> Checked_Items(const QString& script)
 
 const QString Left_Out = QStringLiteral("an item does not begin with a known keyword");
 
+/// A damaged item is stored and run as far as it can be read, which is seldom what was meant.
+void Tell_Damaged_Items(const Script_Item_Array& items)
+{
+    for (int index = 1; index <= items.Count(); ++index)
+        if (const QString& item = items.Item(index).Script_Item_String; !Check_Item(item))
+            Print_Message({}, QStringLiteral("item %1 is damaged: %2").arg(index).arg(item));
+}
+
 /// Items of unknown keywords are none; who types one means something else.
 bool Leaves_Items_Out(const QString& script, const Script_Item_Array& items)
 {
@@ -63,6 +71,7 @@ Exit_Status Set_Scripts(const QStringList& arguments)
     const auto items = Checked_Items(line.Fixed(0));
     if (!items) return line.Complain(QString::fromStdString(items.error().text));
     if (Leaves_Items_Out(line.Fixed(0), *items)) return line.Complain(Left_Out);
+    Tell_Damaged_Items(*items);
     return Store_Script(line, Join_Script_Items(*items));
 }
 
@@ -72,14 +81,6 @@ Exit_Status Clear_Scripts(const QStringList& arguments)
     Add_Overwrite(line);
     if (const auto end = line.Parse(arguments)) return *end;
     return Store_Script(line, QString());
-}
-
-/// A damaged item is stored and run as far as it can be read, which is seldom what was meant.
-void Tell_Damaged_Items(const Script_Item_Array& items)
-{
-    for (int index = 1; index <= items.Count(); ++index)
-        if (const QString& item = items.Item(index).Script_Item_String; !Check_Item(item))
-            Print_Message({}, QStringLiteral("item %1 is damaged: %2").arg(index).arg(item));
 }
 
 void Print_Item(const Script_Item& item, bool as_json)

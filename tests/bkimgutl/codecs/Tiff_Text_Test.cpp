@@ -60,9 +60,28 @@ TEST_F(Tiff_Text, Of_A_File_Without_Texts_Is_Empty)
     EXPECT_TRUE(EXIF(Path()).empty());
 }
 
-TEST_F(Tiff_Text, A_Comment_Beyond_The_Limit_Is_An_Error_And_Survives_A_Save)
+TEST_F(Tiff_Text, A_Comment_Beyond_The_Limit_Is_Read_And_Kept_Whole_Unless_It_Was_Edited)
 {
-    const std::string longest(1024, 'x'), longer(1025, 'y');
+    const std::string whole = std::string(1500, 'd') + " and the end", seen = whole.substr(0, 1024);
+    Write_Tiff_File(Path(), Small_Picture(), {.description = whole});
+    EXPECT_EQ(whole, Comment(Path()));
+    for (const bool change : {false, true}) {
+        Bitmap bitmap = Loaded(Path());
+        if (change) bitmap.Change();
+        for (const std::string& brought_back : {whole, seen}) {
+            Save({.bitmap = &bitmap, .target = Path("b.tif"), .comment = brought_back, .parent = Path()});
+            EXPECT_EQ(whole, Comment(Path("b.tif")));
+        }
+        Save({.bitmap = &bitmap, .target = Path("b.tif"), .comment = "X" + seen.substr(1), .parent = Path()});
+        EXPECT_EQ("X" + seen.substr(1), Comment(Path("b.tif")));
+        EXPECT_FALSE(
+            TIFF_Codec().Save({.bitmap = &bitmap, .target = Path("b.tif"), .comment = whole + ".", .parent = Path()}));
+    }
+}
+
+TEST_F(Tiff_Text, A_Comment_That_Is_Too_Long_To_Be_Read_Survives_A_Save)
+{
+    const std::string longest(1024 + 65533, 'x'), longer(1024 + 65534, 'y');
     Write_Tiff_File(Path(), Small_Picture(), {.description = longest});
     EXPECT_EQ(longest, Comment(Path()));
     Write_Tiff_File(Path(), Small_Picture(), {.description = longer});
@@ -75,6 +94,13 @@ TEST_F(Tiff_Text, A_Comment_Beyond_The_Limit_Is_An_Error_And_Survives_A_Save)
         EXPECT_EQ(longer + '\0', Text_Of(Tag_Value(Path("b.tif"), Tiff_Tag::Image_Description)));
         EXPECT_EQ("Crop(1)", Script(Path("b.tif")));
     }
+}
+
+TEST_F(Tiff_Text, With_A_Quality_Out_Of_Range_Is_Refused_As_In_A_JPEG)
+{
+    const Bitmap bitmap = Bitmap_Of(Small_Picture());
+    for (const int quality : {-3, 101})
+        EXPECT_FALSE(TIFF_Codec().Save({.bitmap = &bitmap, .target = Path(), .quality = quality})) << quality;
 }
 
 TEST_F(Tiff_Text, Of_Another_Program_Under_Our_Number_Is_Never_Taken_Nor_Overwritten)

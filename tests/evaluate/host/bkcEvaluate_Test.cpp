@@ -173,6 +173,37 @@ TEST_F(Evaluator, Without_Raising_Errors_Functions_Find_An_Unknown_Name_Empty)
     EXPECT_EQ(32778, evaluator.Last_Error().Code) << "an argument must be there all the same";
 }
 
+TEST_F(Evaluator, Without_Raising_Errors_Arrays_That_Are_Not_There_Read_Empty_And_Take_Nothing)
+{
+    constexpr const char* programs[][2] = {
+        {"ReDim a(3)\nx = \"on\"", "Unknown variable"},
+        {"ReDim Preserve a(1 To 3, 2)\nx = \"on\"", "Unknown variable"},
+        {"Erase a\nx = \"on\"", "Unknown variable"},
+        {"Dim a()\na(1) = 5\nx = \"on\"", "Uninitialized variable"},
+        {"Dim a()\nx = a(1, 2) & \"on\"", "Uninitialized variable"},
+    };
+    for (const auto& [program, error] : programs) {
+        evaluator.Set_RaiseErrors(true);
+        EXPECT_FALSE(evaluator.Execute(QString::fromLatin1(program)));
+        EXPECT_EQ(QString::fromLatin1(error), evaluator.Last_Error().Description) << program;
+        evaluator.Set_RaiseErrors(false);
+        EXPECT_TRUE(evaluator.Execute(QString::fromLatin1(program))) << program << Error_Now();
+        EXPECT_EQ("on", evaluator.Variable("x"_q)->Text().toStdString());
+        EXPECT_FALSE(evaluator.Variable("a"_q) && evaluator.Variable("a"_q)->Is_Array()) << program;
+    }
+}
+
+TEST_F(Evaluator, Without_Raising_Errors_A_Name_That_The_Host_Removed_Is_No_Array)
+{
+    ASSERT_TRUE(evaluator.Program("a = Array(1, 2)\nx = a(0) & \"on\"\na(1) = 7"_q));
+    evaluator.RemoveVariable("a"_q);
+    EXPECT_FALSE(evaluator.Execute());
+    EXPECT_EQ("32774 Unknown variable at 1", Error_Now());
+    evaluator.Set_RaiseErrors(false);
+    EXPECT_TRUE(evaluator.Execute()) << Error_Now();
+    EXPECT_EQ("on", evaluator.Variable("x"_q)->Text().toStdString());
+}
+
 TEST_F(Evaluator, Without_Raising_Errors_An_Array_Is_Read_And_Replaced_Whole)
 {
     evaluator.Set_RaiseErrors(false);

@@ -120,6 +120,15 @@ TEST_F(Hv_Options, Script_Check_Tells_Of_What_It_Leaves_Out)
               Q("{\"item\":\"Blur(2,50,K)\",\"label\":\"Blur\",\"type\":8}\n"));
 }
 
+TEST_F(Hv_Options, Script_Set_Names_A_Damaged_Item_And_Stores_It)
+{
+    Make("a.jpg");
+    const Answer answer = Run("script set Blur(2,50 a.jpg");
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.messages, Q("hv: item 1 is damaged: Blur(2,50\n"));
+    EXPECT_EQ(Run("script get a.jpg").out, Q("Blur(2,50\n"));
+}
+
 TEST_F(Hv_Options, A_Stored_Script_With_A_Part_Missing_Fails_And_Is_Not_Passed_Over)
 {
     Make("a.jpg", "Crop(1,2,3,4)");
