@@ -246,29 +246,44 @@ Result<Bytes> XMP_Of_Jpeg(const Regular_File& file, const Jpeg_Head& head)
     return Bytes(bytes.begin(), bytes.end());
 }
 
+namespace {
+
+/// Blanks the thumbnails of an extended packet; true when it had any. The parts then have the number of what they hold now.
+bool Blank_Thumbnails(std::vector<Part>& parts)
+{
+    std::string all = Joined(parts);
+    if (!Blank_XMP_Thumbnails(std::as_writable_bytes(std::span(all)))) return false;
+    const std::string number = Number_Of(all);
+    std::string_view rest = all;
+    for (Part& part : parts) {
+        const std::size_t bytes = part.Text().size();
+        Put_Text(part.data, Extension_Head.size(), number);
+        Put_Text(part.data, Part_Head, rest.substr(0, bytes));
+        rest.remove_prefix(bytes);
+    }
+    return true;
+}
+
+/// True when the packet named it.
+bool Name_Other_Number(Part& packet, std::string_view number, std::string_view other)
+{
+    const std::size_t at = Text_Of(packet.data).find(number);
+    if (at != std::string_view::npos) Put_Text(packet.data, at, other);
+    return at != std::string_view::npos;
+}
+
+} // namespace
+
 Result<Mended_Segments> XMP_Without_Thumbnails(const Regular_File& file, const Jpeg_Head& head)
 {
     auto found = Find_XMP(file, head);
     if (!found) return tl::make_unexpected(found.error());
     Mended_Segments mended;
     for (auto& [number, parts] : found->extended) {
-        std::string all = Joined(parts);
-        if (!Blank_XMP_Thumbnails(std::as_writable_bytes(std::span(all)))) continue;
-        const std::string other_number = Number_Of(all);
-        std::size_t at = 0;
-        for (Part& part : parts) {
-            const std::size_t bytes = part.Text().size();
-            Put_Text(part.data, Extension_Head.size(), other_number);
-            Put_Text(part.data, Part_Head, std::string_view(all).substr(at, bytes));
-            at += bytes;
-            mended[part.segment] = part.data;
-        }
-        for (Part& packet : found->packets) {
-            const std::size_t named = Text_Of(packet.data).find(number);
-            if (named == std::string_view::npos) continue;
-            Put_Text(packet.data, named, other_number);
-            mended[packet.segment] = packet.data;
-        }
+        if (!Blank_Thumbnails(parts)) continue;
+        for (const Part& part : parts) mended[part.segment] = part.data;
+        for (Part& packet : found->packets)
+            if (Name_Other_Number(packet, number, parts.front().Number())) mended[packet.segment] = packet.data;
     }
     for (Part& packet : found->packets)
         if (Blank_XMP_Thumbnails(std::span(packet.data).subspan(Packet_Head.size())))

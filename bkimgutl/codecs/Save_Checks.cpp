@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr std::size_t Longest_Character = 4; // bytes in UTF-8
+
 Result<void> Check_Text(const std::string& text, std::size_t limit, const char* name)
 {
     if (text.size() <= limit) return {};
@@ -28,11 +30,10 @@ std::optional<std::string> Comment_Of_Parent(const Save_Request& request)
     return stored ? std::optional(UTF8_From_Stored(*stored)) : std::nullopt;
 }
 
-/// `comment` is what a buffer of `limit` bytes holds of the whole one.
+/// `comment` begins as the whole one does and ends where a buffer of `limit` bytes ends, or a character before.
 bool Is_Cut_From(const std::string& whole, const std::string& comment, std::size_t limit)
 {
-    constexpr std::size_t longest_character = 4; // the end of the buffer may have cut one
-    const std::size_t same = limit - std::min(limit, longest_character);
+    const std::size_t same = limit - std::min(limit, Longest_Character);
     return comment.size() <= limit && comment.size() > same && whole.compare(0, same, comment, 0, same) == 0;
 }
 
@@ -51,8 +52,7 @@ Result<void> Check_Script(const Save_Request& request)
 Result<std::string> Comment_To_Store(const Save_Request& request, std::size_t most)
 {
     const std::size_t limit = std::size_t(Current_Limits().comment_bytes);
-    constexpr std::size_t never_cut = 8; // bytes below the limit
-    if (request.comment.size() + never_cut < limit) return request.comment;
+    if (request.comment.size() + Longest_Character <= limit) return request.comment; // nothing has cut it
     const auto whole = Comment_Of_Parent(request);
     const bool is_kept =
         whole && whole->size() > limit && (request.comment == *whole || Is_Cut_From(*whole, request.comment, limit));

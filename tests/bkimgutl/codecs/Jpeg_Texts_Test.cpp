@@ -1,3 +1,4 @@
+#include "dev/samples/Tiff_File.h"
 #include "tests/bkimgutl/codecs/Jpeg_Fixture.h"
 
 namespace {
@@ -165,6 +166,35 @@ TEST_F(Jpeg_Texts, Segments_Padded_With_Fill_Bytes_Are_Read)
     File_Bytes file = Jpeg_File(Meadow(16, 16, 1), {.segments = {Segment(0xFE, "kept")}});
     file.insert(file.begin() + 2, {0xFF, 0xFF, 0xFF});
     EXPECT_EQ("kept", Comment(Put("a.jpg", file)));
+}
+
+TEST_F(Jpeg_Texts, A_Longer_Description_Of_Another_Program_Is_Not_Cut_Unless_It_Was_Edited)
+{
+    const std::string long_text = std::string(1500, 'd') + " and the end";
+    const std::string path = Put("a.jpg", Jpeg_File(Meadow(16, 16, 1), {.segments = {Segment(0xFE, long_text)}}));
+    const std::string seen = long_text.substr(0, 1024); // what a caller's buffer holds
+    for (const std::string& brought_back : {seen, long_text}) {
+        ASSERT_TRUE(Save(Load(path), path, {.comment = brought_back, .script = "s", .parent = path})) << Error_Text();
+        EXPECT_EQ(long_text, Comment(path));
+    }
+    EXPECT_FALSE(Save(Load(path), path, {.comment = long_text + ".", .parent = path}));
+    EXPECT_NE(std::string::npos, Error_Text().find("has 1513 bytes, 1024 are the limit")) << Error_Text();
+    ASSERT_TRUE(Save(Load(path), path, {.comment = "edited" + seen.substr(6), .parent = path})) << Error_Text();
+    EXPECT_EQ("edited" + seen.substr(6), Comment(path));
+}
+
+TEST_F(Jpeg_Texts, A_Long_Description_Of_A_TIFF_Goes_Along_And_One_That_Cannot_Be_Read_Is_Refused)
+{
+    const std::string long_text(3000, 'd'), longer(70'000, 'e');
+    Write_Tiff_File(Path("p.tif"), Meadow(16, 16, 1), {.description = long_text});
+    EXPECT_EQ(long_text, Comment(Path("p.tif")));
+    ASSERT_TRUE(Save(Load(Path("p.tif")), Path("a.jpg"), {.comment = long_text, .parent = Path("p.tif")}))
+        << Error_Text();
+    EXPECT_EQ(long_text, Comment(Path("a.jpg")));
+    Write_Tiff_File(Path("p.tif"), Meadow(16, 16, 1), {.description = longer});
+    EXPECT_FALSE(Save(Load(Path("p.tif")), Path("b.jpg"), {.parent = Path("p.tif")}));
+    EXPECT_NE(std::string::npos, Error_Text().find("p.tif: the description cannot be carried along: ")) << Error_Text();
+    EXPECT_TRUE(Save(Load(Path("p.tif")), Path("b.jpg"), {.comment = "another", .parent = Path("p.tif")}));
 }
 
 } // namespace
