@@ -72,6 +72,10 @@ int Estimated_Quality(const Regular_File& file);
 /// "Exif",0,0 head). The block keeps its length and everything else; a block that cannot be read stays as it is.
 void Mend_EXIF_Block(std::vector<std::byte>& block, int orientation, bool blank_thumbnail);
 
+/// Sets the resolution, pixels per inch along the stored sides, in place where such a block tells one. Below 1, which is no
+/// resolution, what the camera said stays: the tags must be there.
+void Put_Resolution_In_EXIF_Block(std::vector<std::byte>& block, int horizontal, int vertical);
+
 /// Orientation 1..8 of an EXIF block, 1 when it has none or cannot be read.
 int Orientation_Of_EXIF_Block(const std::vector<std::byte>& block);
 /// Whether it has an orientation that can be set in place.

@@ -18,6 +18,9 @@ enum Tag : std::uint16_t {
     Tag_Strip_Offsets = 273,
     Tag_Orientation = 274,
     Tag_Strip_Byte_Counts = 279,
+    Tag_Horizontal_Resolution = 282,
+    Tag_Vertical_Resolution = 283,
+    Tag_Resolution_Unit = 296,
     Tag_Thumbnail_Offset = 513,
     Tag_Thumbnail_Length = 514,
     Tag_EXIF_Directory = 34665,
@@ -86,13 +89,24 @@ std::vector<Byte_Range> Thumbnail_Ranges(const EXIF_View& view, std::size_t dire
     return ranges;
 }
 
-void Put_Number(std::vector<std::byte>& block, const EXIF_View& view, const EXIF_Entry& entry, std::uint32_t number)
+void Put_Bytes(std::vector<std::byte>& block, const EXIF_View& view, std::size_t at, std::size_t bytes,
+               std::uint32_t number)
 {
-    const std::size_t bytes = Bytes_Of_Type(entry.type);
     for (std::size_t i = 0; i < bytes; ++i) {
         const std::size_t shift = 8 * (view.Is_Big_Endian() ? bytes - 1 - i : i);
-        block[entry.value_at + i] = std::byte(shift < 32 ? number >> shift : 0);
+        block[at + i] = std::byte(shift < 32 ? number >> shift : 0);
     }
+}
+
+void Put_Number(std::vector<std::byte>& block, const EXIF_View& view, const EXIF_Entry& entry, std::uint32_t number)
+{
+    Put_Bytes(block, view, entry.value_at, Bytes_Of_Type(entry.type), number);
+}
+
+void Put_Ratio(std::vector<std::byte>& block, const EXIF_View& view, const EXIF_Entry& entry, std::uint32_t number)
+{
+    Put_Bytes(block, view, entry.value_at, 4, number);
+    Put_Bytes(block, view, entry.value_at + 4, 4, 1);
 }
 
 /// The pixels become zeros and the directory is unlinked, so that no reader offers a broken thumbnail. Nothing is
@@ -230,6 +244,21 @@ void Mend_EXIF_Block(std::vector<std::byte>& block, int orientation, bool blank_
     const auto entry = view->Find(view->First_Directory(), Tag_Orientation);
     if (entry && view->Number(*entry)) Put_Number(block, *view, *entry, std::uint32_t(orientation));
     if (blank_thumbnail) Blank_Thumbnail(block, *view);
+}
+
+void Put_Resolution_In_EXIF_Block(std::vector<std::byte>& block, int horizontal, int vertical)
+{
+    const auto view = EXIF_View::Of(block);
+    if (!view || horizontal < 1 || vertical < 1) return;
+    constexpr std::uint32_t inch = 2;
+    constexpr std::uint16_t ratio_type = 5;
+    const std::size_t directory = view->First_Directory();
+    const auto unit = view->Find(directory, Tag_Resolution_Unit);
+    if (unit && view->Number(*unit)) Put_Number(block, *view, *unit, inch);
+    for (const auto& [tag, value] :
+         {std::pair{Tag_Horizontal_Resolution, horizontal}, {Tag_Vertical_Resolution, vertical}})
+        if (const auto entry = view->Find(directory, tag); entry && entry->type == ratio_type)
+            Put_Ratio(block, *view, *entry, std::uint32_t(value));
 }
 
 namespace {

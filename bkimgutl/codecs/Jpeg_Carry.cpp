@@ -201,6 +201,8 @@ private:
         if (&segment == first_JFIF_) Mend_JFIF(*data);
         if (&segment == first_EXIF_ && plan_.pixels != Pixels::As_Stored)
             Mend_EXIF_Block(*data, plan_.orientation, Is_Other_Picture());
+        if (&segment == first_EXIF_ && patch_resolution_)
+            Put_Resolution_In_EXIF_Block(*data, wanted_.horizontal, wanted_.vertical);
         if (segment.kind == Segment_Kind::Resources) Take_Resources(*data);
         if (const auto mended = xmp_.find(&segment); mended != xmp_.end()) data = mended->second;
         return Write_Segment(target_, segment.marker, *data);
@@ -290,12 +292,13 @@ Result<void> Write_New_Head(Replacement_File& target, Foreign_Data foreign, cons
     const auto profile = Fits(foreign.profile, plan.colors) ? Profile_Segments(foreign.profile) : Bytes();
     if (!profile) return tl::make_unexpected(profile.error());
     if (auto good = Write_Start(target); !good) return good;
+    const Resolution resolution = Stored_Resolution(plan, 1);
     if (May_Have_JFIF(plan.colors)) {
-        const Bytes data = JFIF_Data(Stored_Resolution(plan, 1));
-        if (auto good = Write_Segment(target, Marker_APP0, data); !good) return good;
+        if (auto good = Write_Segment(target, Marker_APP0, JFIF_Data(resolution)); !good) return good;
     }
     if (!exif.empty()) {
         Mend_EXIF_Block(exif, 1, true);
+        Put_Resolution_In_EXIF_Block(exif, resolution.horizontal, resolution.vertical);
         if (auto good = Write_Segment(target, Marker_APP1, exif); !good) return good;
     }
     if (auto good = Write_Texts(target, plan); !good) return good;

@@ -133,7 +133,8 @@ Result<void> Verify(const std::string& path, const Expectation& expected)
 /// The resolution of a request, both sides -1 for none.
 std::pair<int, int> Resolution_Of(const Save_Request& request)
 {
-    const int horizontal = std::max(request.horizontal_dpi, 0), vertical = std::max(request.vertical_dpi, 0);
+    const int horizontal = std::clamp(request.horizontal_dpi, 0, Largest_Tiff_Resolution);
+    const int vertical = std::clamp(request.vertical_dpi, 0, Largest_Tiff_Resolution);
     if (horizontal == 0 && vertical == 0) return {-1, -1};
     return {horizontal == 0 ? vertical : horizontal, vertical == 0 ? horizontal : vertical};
 }

@@ -28,8 +28,7 @@ int Dots_Per_Inch(const Tiff_Structure& structure, const Tiff_Directory& directo
     const double denominator = double(structure.Layout().Get(value->data() + 4, 4));
     if (denominator == 0) return -1;
     const double dots = std::nearbyint(numerator / denominator * (unit == centimetre ? 2.54 : 1.0));
-    constexpr double most_dots = 1'000'000;
-    return dots >= 1 && dots <= most_dots ? int(dots) : -1;
+    return dots >= 1 && dots <= Largest_Tiff_Resolution ? int(dots) : -1;
 }
 
 int Pixel_Depth(const Tiff_Structure& structure, const Tiff_Directory& directory)

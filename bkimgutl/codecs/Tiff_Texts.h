@@ -5,6 +5,8 @@
 
 // What a TIFF file says beside its pixels: facts, comment, script, resolution; reading and writing stand together.
 
+constexpr int Largest_Tiff_Resolution = 1'000'000; ///< pixels per inch that are believed
+
 Result<Picture_Facts> Facts_Of_Tiff(const Tiff_Structure& structure, const Tiff_Directory& directory);
 /// Both are empty when the file has none. They fail beyond Longest_Comment() and the limit of scripts.
 Result<std::string> Comment_Of_Tiff(const Tiff_Structure& structure, const Tiff_Directory& directory);

@@ -108,6 +108,7 @@ TEST(EXIF_Mending, Survives_Every_Truncation)
     for (std::size_t size = 0; size <= whole.size(); ++size) {
         Block block(whole.begin(), whole.begin() + std::ptrdiff_t(size));
         Mend_EXIF_Block(block, 1, true);
+        Put_Resolution_In_EXIF_Block(block, 72, 96);
         EXPECT_EQ(size, block.size());
     }
 }
@@ -124,6 +125,7 @@ TEST(EXIF_Mending, Survives_Random_Bytes_In_The_Directories)
         EXPECT_GE(orientation, 1);
         EXPECT_LE(orientation, 8);
         Mend_EXIF_Block(block, 1, true);
+        Put_Resolution_In_EXIF_Block(block, 72, 96);
         ASSERT_EQ(whole.size(), block.size());
     }
 }

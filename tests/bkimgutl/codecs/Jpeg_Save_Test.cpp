@@ -1,3 +1,4 @@
+#include "bkimgutl/codecs/EXIF_Block.h"
 #include "dev/samples/Tiff_File.h"
 #include "tests/bkimgutl/codecs/Jpeg_Fixture.h"
 
@@ -324,7 +325,15 @@ struct Resolution_Case {
     int expected;
 };
 
-class Jpeg_Resolution : public Jpeg_Save, public testing::WithParamInterface<Resolution_Case> {};
+class Jpeg_Resolution : public Jpeg_Save, public testing::WithParamInterface<Resolution_Case> {
+protected:
+    static double Camera_Resolution(const std::string& path, std::uint16_t tag)
+    {
+        const File_Bytes exif = EXIF(path);
+        const auto view = EXIF_View::Of(std::as_bytes(std::span(exif)));
+        return view->Ratio(*view->Find(view->First_Directory(), tag)).value_or(0);
+    }
+};
 
 TEST_P(Jpeg_Resolution, Is_What_Was_Asked_For)
 {
@@ -342,6 +351,10 @@ TEST_P(Jpeg_Resolution, Is_What_Was_Asked_For)
             << Error_Text();
         EXPECT_EQ(row.expected, Facts(Path("a.jpg")).horizontal_dpi) << touched;
         EXPECT_EQ(row.expected, Facts(Path("a.jpg")).vertical_dpi) << touched;
+        if (row.camera_dpi != 0 && row.expected > 0) {
+            EXPECT_EQ(row.expected, Camera_Resolution(Path("a.jpg"), 282)) << touched;
+            EXPECT_EQ(row.expected, Camera_Resolution(Path("a.jpg"), 283)) << touched;
+        }
     }
 }
 
@@ -354,6 +367,8 @@ INSTANTIATE_TEST_SUITE_P(All, Jpeg_Resolution,
                                          Resolution_Case{"a_new_one_without_jfif", -1, 0, 150, 150},
                                          Resolution_Case{"the_cameras_own", -1, 240, 240, 240},
                                          Resolution_Case{"another_than_the_cameras", -1, 240, 72, 72},
+                                         Resolution_Case{"another_than_both", 72, 300, 96, 96},
+                                         Resolution_Case{"none_asked_where_the_camera_has_one", -1, 240, -1, 240},
                                          Resolution_Case{"more_than_the_field_holds", 0, 0, 70'000, 65535}),
                          [](const auto& row) { return row.param.name; });
 

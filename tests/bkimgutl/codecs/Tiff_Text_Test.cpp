@@ -96,6 +96,14 @@ TEST_F(Tiff_Text, A_Comment_That_Is_Too_Long_To_Be_Read_Survives_A_Save)
     }
 }
 
+TEST_F(Tiff_Text, With_More_Pixels_To_An_Inch_Than_Is_Believed_Has_The_Most)
+{
+    const Bitmap bitmap = Bitmap_Of(Small_Picture());
+    Save({.bitmap = &bitmap, .target = Path(), .horizontal_dpi = 2'000'000'000, .vertical_dpi = 300});
+    EXPECT_EQ(1'000'000, Facts(Path()).horizontal_dpi);
+    EXPECT_EQ(300, Facts(Path()).vertical_dpi);
+}
+
 TEST_F(Tiff_Text, With_A_Quality_Out_Of_Range_Is_Refused_As_In_A_JPEG)
 {
     const Bitmap bitmap = Bitmap_Of(Small_Picture());
