@@ -5,53 +5,12 @@
 #include "bkimgutl/filter/Difference_Row.h"
 #include "bkimgutl/filter/Gaussian.h"
 #include "tests/bkimgutl/Picture_Fixtures.h"
+#include "tests/bkimgutl/filter/Filter_References.h"
 
 #include <cmath>
 #include <limits>
 
 namespace {
-
-/// Rows of real numbers, interleaved like the picture.
-using Real_Rows = std::vector<std::vector<double>>;
-
-/// Adds `count` samples times a weight; a loop of its own, for it takes nearly all the time of these tests.
-template <class Sample>
-void Add_Weighted(double* sums, const Sample* samples, std::size_t count, double weight)
-{
-    for (std::size_t x = 0; x < count; ++x) sums[x] += weight * samples[x];
-}
-
-std::vector<double> Gaussian_Weights(double radius, int reach)
-{
-    std::vector<double> weights;
-    double sum = 0;
-    for (int i = -reach; i <= reach; ++i) {
-        weights.push_back(std::exp(-0.5 * i * i / (radius * radius)));
-        sum += weights.back();
-    }
-    for (double& weight : weights) weight /= sum;
-    return weights;
-}
-
-Real_Rows Blurred_Reference(const Bitmap_View& source, double radius)
-{
-    const int reach = int(std::ceil(6 * radius)), depth = source.bytes_per_pixel;
-    const std::vector<double> weights = Gaussian_Weights(radius, reach);
-    const std::size_t row_samples = source.Row_Bytes();
-    Real_Rows rows(std::size_t(source.height), std::vector<double>(row_samples));
-    for (int y = 0; y < source.height; ++y) {
-        std::vector<double> column(row_samples), wide;
-        for (int i = -reach; i <= reach; ++i)
-            Add_Weighted(column.data(), source.Row(std::clamp(y + i, 0, source.height - 1)), row_samples,
-                         weights[std::size_t(i + reach)]);
-        for (int x = -reach; x < source.width + reach; ++x)
-            for (int c = 0; c < depth; ++c)
-                wide.push_back(column[std::size_t(std::clamp(x, 0, source.width - 1) * depth + c)]);
-        for (int i = 0; i <= 2 * reach; ++i)
-            Add_Weighted(rows[std::size_t(y)].data(), wide.data() + i * depth, row_samples, weights[std::size_t(i)]);
-    }
-    return rows;
-}
 
 std::uint8_t Level(double value)
 {
