@@ -51,6 +51,11 @@ bool Can_Be_Cut(const Tiff_Structure& structure, const Tiff_Directory& directory
 
 bool Coded_Data_Lies_Before(std::uint64_t end, const Tiff_Structure& structure, const Tiff_Directory& directory)
 {
+    // What a value takes from the header, colours of a palette for example, would change with the header.
+    const std::uint64_t header = structure.Layout().Header_Size();
+    if (std::any_of(directory.entries.begin(), directory.entries.end(),
+                    [header](const Tiff_Entry& entry) { return !entry.inside && entry.position < header; }))
+        return false;
     const bool tiled = directory.Find(Tiff_Tag::Tile_Offsets) != nullptr;
     // Readers take the sizes of one for those of the other, whichever comes last, and a save sorts the entries.
     if (directory.Find(tiled ? Tiff_Tag::Strip_Byte_Counts : Tiff_Tag::Tile_Byte_Counts) != nullptr) return false;
@@ -63,8 +68,7 @@ bool Coded_Data_Lies_Before(std::uint64_t end, const Tiff_Structure& structure, 
     if (!starts || !lengths) return false;
     for (std::size_t i = 0; i < starts->size(); ++i) {
         const std::uint64_t start = starts->at(i), length = lengths->at(i);
-        if (start < structure.Layout().Header_Size() || start > end || length > end - start || length == 0)
-            return false;
+        if (start < header || start > end || length > end - start || length == 0) return false;
     }
     return true;
 }

@@ -251,6 +251,21 @@ TEST_F(Tiff_Damaged, A_File_That_Leaves_The_Size_Of_Its_Data_To_Guess_Is_Written
     EXPECT_EQ(256U, Tag_Number(Path("b.tif"), Tiff_Tag::Strip_Byte_Counts));
 }
 
+TEST_F(Tiff_Damaged, A_File_With_A_Palette_In_Its_Header_Is_Written_Anew)
+{
+    // A save of texts changes the header, and would change the colours with it.
+    for (const auto& [position, is_carried] : {std::pair{4u, false}, {7u, false}, {8u, true}, {150u, true}}) {
+        auto bytes =
+            Grey_Tiff({{258, Short, 1, 1}, {262, Short, 1, 3}, {279, Long, 1, 32}, {320, Short, 6, position}}, 0, 400);
+        Tiff_Layout().Put(bytes.data() + 10 + 5 * 12 + 8, 4, 200);
+        Write_File(Path(), bytes);
+        EXPECT_EQ(is_carried, TIFF_Codec().Is_Complete(Open_File(Path()))) << position;
+        const Bitmap bitmap = Loaded(Path());
+        Save({.bitmap = &bitmap, .target = Path("b.tif"), .comment = "c", .parent = Path()});
+        EXPECT_TRUE(Same_Pixels(bitmap.View(), Loaded(Path("b.tif")).View())) << position;
+    }
+}
+
 TEST_F(Tiff_Damaged, A_File_With_Sizes_Of_Strips_And_Of_Tiles_Is_Written_Anew)
 {
     // Readers take either for the other, whichever comes last, and a save of texts would sort them.
