@@ -15,7 +15,7 @@ QDateTime Date_Time_From_Date(double date); ///< local time, rounded to the mill
 /// The first year that a two-digit year may mean: 50 years ago, raised by 100 until it is at least 1930.
 int Pivot_Year(int current_year);
 
-/// The century guard for files with a two-digit year. Day 2 stands for now. A year more than 50 years away from
+/// The century guard for files with a two-digit year. Day 2 is the current time. A year more than 50 years away from
 /// pivot + 50 and below the pivot is raised by 100 until it reaches the pivot. Without keep_time the time is cut off.
 /// The pivot is fixed at the first call.
 double Normalize_Date(double date, bool keep_time);
